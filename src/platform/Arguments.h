@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+/// The command line without the program's own name, each argument in the host's bytes (UTF-8 on Windows).
+std::vector<QByteArray> ProgramArguments(int argc, char **argv);
+
+/// The inside form of a path as an argument gives it, made absolute from the current directory; "." and ".." are
+/// resolved by text.
+QString PathOfArgument(const QByteArray &argument);

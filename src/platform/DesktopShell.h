@@ -1,0 +1,6 @@
+#pragma once
+
+#include "platform/Host.h"
+
+/// The desktop's own programs on this host.
+Shell DesktopShell();

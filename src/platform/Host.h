@@ -1,0 +1,107 @@
+#pragma once
+
+#include <QColor>
+#include <QDateTime>
+#include <QFont>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+// What the program asks of the world, as plain records of functions. The real ones stand behind QtHost(); a test
+// installs a queue that states each prompt and gives its answer.
+
+enum class PromptIcon { None, Question, Information, Warning, Stop };
+enum class PromptButtons { Ok, YesNo, YesNoCancel };
+enum class PromptAnswer { Ok, Yes, No, Cancel };
+
+struct MessagePrompt {
+    QString Text;
+    PromptIcon Icon = PromptIcon::None;
+    PromptButtons Buttons = PromptButtons::Ok;
+};
+
+/// A file dialog. Filter is in the form "Text (*.m3u)|*.m3u|"; paths are inside paths.
+struct FilePrompt {
+    QString Title;
+    QString Filter;
+    QString DefaultExtension;
+    QString Proposal;
+};
+
+struct FolderPrompt {
+    QString Title;
+    bool EditBox = false;
+};
+
+struct FontChoice {
+    QFont Font;
+    QColor Colour;
+};
+
+struct LinePrompt {
+    QString Title;
+    QString Text;
+    QString Proposal;
+};
+
+/// An empty optional is Cancel.
+struct Prompts {
+    std::function<PromptAnswer(const MessagePrompt &)> Message;
+    std::function<std::optional<QString>(const FilePrompt &)> OpenFile;
+    std::function<std::optional<QString>(const FilePrompt &)> SaveFile;
+    std::function<std::optional<QString>(const FolderPrompt &)> Folder;
+    std::function<std::optional<QColor>(const QColor &)> Colour;
+    std::function<std::optional<FontChoice>(const FontChoice &)> Font;
+    std::function<std::optional<QString>(const LinePrompt &)> Line;
+};
+
+/// The desktop's own programs. Paths are inside paths; false when the desktop refused.
+struct Shell {
+    /// A document, or a web address that starts with a scheme and "://", with its registered program.
+    std::function<bool(const QString &)> Open;
+    /// A folder window.
+    std::function<bool(const QString &)> Explore;
+    /// The desktop's file search, starting in a folder.
+    std::function<bool(const QString &)> Find;
+    /// The desktop's properties of a file; false where there is no such dialog.
+    std::function<bool(const QString &)> Properties;
+    /// Full path (or command) of the program registered for a document, empty for none.
+    std::function<QString(const QString &)> AssociatedProgram;
+};
+
+struct Clock {
+    std::function<QDateTime()> Now;
+    /// A draw in [0, 1).
+    std::function<double()> Random;
+    /// Seeds Random from the clock.
+    std::function<void()> Reseed;
+};
+
+/// Per-user text values by section and key; a key never written reads as the empty text.
+struct SettingsStore {
+    std::function<QString(const QString &section, const QString &key)> Read;
+    std::function<void(const QString &section, const QString &key, const QString &value)> Write;
+};
+
+struct Host {
+    struct Prompts Prompts;
+    struct Shell Shell;
+    struct Clock Clock;
+    SettingsStore Settings;
+    /// Delivered and read-only: tips, help page. Inside form, no trailing backslash.
+    QString ProgramFolder;
+    /// Written: `tmp.m3u`, `tmp.htm`. Beside the program when that is writable and marked portable, else the user's
+    /// data folder, which is not created before somebody writes to it (EnsureFolder). Inside form, no trailing
+    /// backslash.
+    QString ApplicationFolder;
+    /// An environment variable; empty when it is not set.
+    std::function<QString(const QString &name)> Environment;
+};
+
+/// Clock, settings and folders of this host, without anything that needs a window: its prompts answer Cancel (Ok) and
+/// its shell refuses. Settings are kept under applicationName. Needs a QCoreApplication; writes nothing by itself.
+Host HeadlessHost(const QString &applicationName);
+
+/// Maps the drive letters of the settings section "Drives": key = letter "a" to "y", value = host folder.
+void LoadDriveMappings(const SettingsStore &settings);

@@ -1,0 +1,43 @@
+#include "platform/PlaylistLines.h"
+
+#include <QChar>
+
+#include <algorithm>
+
+namespace
+{
+
+bool IsLetter(QChar c)
+{
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
+
+} // namespace
+
+bool HasDrive(QStringView path)
+{
+    return path.size() >= 2 && path[1] == u':' && IsLetter(path[0]);
+}
+
+bool IsWebAddress(QStringView line)
+{
+    const qsizetype colon = line.indexOf(u':');
+    if (colon < 2 || !line.sliced(colon).startsWith(u"://") || !IsLetter(line[0]))
+        return false;
+    return std::all_of(line.begin(), line.begin() + colon, [](QChar c) {
+        return IsLetter(c) || (c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.';
+    });
+}
+
+bool NeedsDotPrefix(QStringView line)
+{
+    return line.startsWith(u'#') || line.startsWith(QChar(QChar::ByteOrderMark)) || HasDrive(line) ||
+           IsWebAddress(line);
+}
+
+QStringView WithoutDotPrefix(QStringView line)
+{
+    while (line.startsWith(u"./") || line.startsWith(u".\\"))
+        line = line.sliced(2);
+    return line;
+}

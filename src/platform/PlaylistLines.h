@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringView>
+
+/// Whether a text starts with an ASCII letter and a colon.
+bool HasDrive(QStringView path);
+
+/// Whether a line is a web address: a scheme of two letters or more and "://".
+bool IsWebAddress(QStringView line);
+
+/// Whether a relative line, taken as it stands, would be read as something else: as a comment, a drive, a web
+/// address, or a byte order mark.
+bool NeedsDotPrefix(QStringView line);
+
+/// A line without "./" or ".\" at its start.
+QStringView WithoutDotPrefix(QStringView line);

@@ -1,0 +1,165 @@
+#include "platform/QtPrompts.h"
+
+#include "platform/Drives.h"
+#include "platform/Files.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QString MessageTitle()
+{
+    return u"Vantrel Playlist Editor"_s;
+}
+
+QMessageBox::Icon IconOf(PromptIcon icon)
+{
+    switch (icon) {
+    case PromptIcon::Question:
+        return QMessageBox::Question;
+    case PromptIcon::Information:
+        return QMessageBox::Information;
+    case PromptIcon::Warning:
+        return QMessageBox::Warning;
+    case PromptIcon::Stop:
+        return QMessageBox::Critical;
+    case PromptIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons ButtonsOf(PromptButtons buttons)
+{
+    switch (buttons) {
+    case PromptButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case PromptButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case PromptButtons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+PromptAnswer AskMessage(const MessagePrompt &prompt)
+{
+    QMessageBox box(IconOf(prompt.Icon), MessageTitle(), ShownPath(prompt.Text), ButtonsOf(prompt.Buttons),
+                    QApplication::activeWindow());
+    // A file name is no markup.
+    box.setTextFormat(Qt::PlainText);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return PromptAnswer::Yes;
+    case QMessageBox::No:
+        return PromptAnswer::No;
+    case QMessageBox::Cancel:
+        return PromptAnswer::Cancel;
+    default:
+        return PromptAnswer::Ok;
+    }
+}
+
+/// Folder (host form) and name of a proposed path; the current directory for a bare name.
+std::pair<QString, QString> SplitProposal(const QString &proposal)
+{
+    const qsizetype separator = proposal.lastIndexOf(u'\\');
+    const QString folder = separator < 0 ? CurrentDirectory() : proposal.first(separator);
+    return {ToHostPath(folder + u'\\'), ToHostPath(proposal.sliced(separator + 1))};
+}
+
+std::optional<QString> RunFileDialog(QFileDialog &dialog)
+{
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return FromHostPath(dialog.selectedFiles().constFirst());
+}
+
+void PrepareFileDialog(QFileDialog &dialog, const FilePrompt &prompt)
+{
+    const auto [folder, name] = SplitProposal(prompt.Proposal);
+    dialog.setDirectory(folder);
+    dialog.setNameFilter(QtFilter(prompt.Filter));
+    dialog.setDefaultSuffix(prompt.DefaultExtension);
+    if (!name.isEmpty())
+        dialog.selectFile(name);
+}
+
+std::optional<QString> AskOpenFile(const FilePrompt &prompt)
+{
+    QFileDialog dialog(QApplication::activeWindow(), prompt.Title);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    PrepareFileDialog(dialog, prompt);
+    return RunFileDialog(dialog);
+}
+
+std::optional<QString> AskSaveFile(const FilePrompt &prompt)
+{
+    QFileDialog dialog(QApplication::activeWindow(), prompt.Title);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    // The program asks in its own words whether a file shall be replaced.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    PrepareFileDialog(dialog, prompt);
+    return RunFileDialog(dialog);
+}
+
+std::optional<QString> AskFolder(const FolderPrompt &prompt)
+{
+    // Every dialog of Qt's lets a folder be typed, whether it was asked for or not.
+    QFileDialog dialog(QApplication::activeWindow(), prompt.Title, ToHostPath(CurrentDirectory() + u'\\'));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    return RunFileDialog(dialog);
+}
+
+std::optional<QColor> AskColour(const QColor &colour)
+{
+    const QColor chosen = QColorDialog::getColor(colour, QApplication::activeWindow());
+    return chosen.isValid() ? std::optional(chosen) : std::nullopt;
+}
+
+std::optional<FontChoice> AskFont(const FontChoice &choice)
+{
+    bool accepted = false;
+    const QFont font = QFontDialog::getFont(&accepted, choice.Font, QApplication::activeWindow());
+    return accepted ? std::optional(FontChoice{font, choice.Colour}) : std::nullopt;
+}
+
+std::optional<QString> AskLine(const LinePrompt &prompt)
+{
+    bool accepted = false;
+    const QString line = QInputDialog::getText(QApplication::activeWindow(), prompt.Title, prompt.Text,
+                                               QLineEdit::Normal, prompt.Proposal, &accepted);
+    return accepted ? std::optional(line) : std::nullopt;
+}
+
+} // namespace
+
+QString QtFilter(const QString &filter)
+{
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const qsizetype bracket = parts[i].lastIndexOf(u'(');
+        const QString text = (bracket < 0 ? parts[i] : parts[i].first(bracket)).trimmed();
+        filters.append(text + u" (" + QString(parts[i + 1]).replace(u';', u' ') + u')');
+    }
+    return filters.join(u";;"_s);
+}
+
+Prompts QtPrompts()
+{
+    return {AskMessage, AskOpenFile, AskSaveFile, AskFolder, AskColour, AskFont, AskLine};
+}

@@ -1,0 +1,241 @@
+#include "platform/Drives.h"
+
+#include "platform/Carriers.h"
+#include "platform/PlaylistLines.h"
+
+#include <QDir>
+#include <QSysInfo>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+struct MappedFolder {
+    QByteArray Folder;
+    char16_t Letter = 0;
+};
+
+struct Mappings {
+    /// Host folder by letter, without a trailing slash (so "/" is empty); null for a letter without one.
+    std::array<QByteArray, 26> Folders;
+    /// The mapped folders other than "/", longest first.
+    std::vector<MappedFolder> LongestFirst;
+
+    Mappings() { Folders.back() = QByteArray(""); }
+};
+
+Mappings &Current()
+{
+    static Mappings mappings;
+    return mappings;
+}
+
+std::size_t LetterIndex(QChar letter)
+{
+    return static_cast<std::size_t>(letter.toLower().unicode() - u'a');
+}
+
+bool IsWithin(QByteArrayView path, const QByteArray &folder)
+{
+    return path.startsWith(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
+}
+
+QString FromAbsoluteBytes(QByteArrayView path)
+{
+    while (path.startsWith("//"))
+        path = path.sliced(1);
+    for (const MappedFolder &mapped : Current().LongestFirst) {
+        if (IsWithin(path, mapped.Folder)) {
+            const std::array<char16_t, 2> drive{mapped.Letter, u':'};
+            return TextFromBytes(path.sliced(mapped.Folder.size()), Carriage::Inside, drive);
+        }
+    }
+    return TextFromBytes(path, Carriage::Inside, u"z:");
+}
+
+QByteArray WorkingFolder()
+{
+    const std::unique_ptr<char, decltype(&std::free)> folder(::getcwd(nullptr, 0), &std::free);
+    return folder && folder.get()[0] == '/' ? QByteArray(folder.get()) : QByteArray("/");
+}
+
+/// The current directory as it was entered, through links and all: rows that lie in it must bear the name that the
+/// user knows it by, or a relative save would not find them below its own folder. Empty while it is not known.
+QString &KnownDirectory()
+{
+    static QString directory;
+    return directory;
+}
+
+QString JoinedToCurrent(const QString &relative)
+{
+    return CurrentDirectory() + u'\\' + relative;
+}
+
+QString WithBackslashes(QStringView line)
+{
+    return line.toString().replace(u'/', u'\\');
+}
+
+} // namespace
+
+void SetDriveMappings(const QMap<QChar, QString> &mappings)
+{
+    Mappings fresh;
+    for (auto it = mappings.begin(); it != mappings.end(); ++it) {
+        const QChar letter = it.key().toLower();
+        if (letter < u'a' || letter > u'y' || !it.value().startsWith(u'/') || it.value().contains(QChar::Null))
+            continue;
+        const QString folder = QDir::cleanPath(it.value());
+        const QByteArray bytes = folder == u"/"_s ? QByteArray("") : folder.toUtf8();
+        fresh.Folders[LetterIndex(letter)] = bytes;
+        if (!bytes.isEmpty())
+            fresh.LongestFirst.push_back({bytes, letter.unicode()});
+    }
+    std::stable_sort(fresh.LongestFirst.begin(), fresh.LongestFirst.end(),
+                     [](const auto &a, const auto &b) { return a.Folder.size() > b.Folder.size(); });
+    Current() = std::move(fresh);
+    KnownDirectory().clear();
+}
+
+QStringList DriveLetters()
+{
+    QStringList letters;
+    for (std::size_t i = 0; i < Current().Folders.size(); ++i) {
+        if (!Current().Folders[i].isNull())
+            letters.append(QString(QChar(static_cast<char16_t>(u'a' + i))) + u':');
+    }
+    return letters;
+}
+
+QByteArray ToHostBytes(const QString &path)
+{
+    if (!HasDrive(path)) {
+        // No network path can be reached through a system call.
+        return path.startsWith(u"\\\\"_s) ? QByteArray() : BytesFromText(path, Carriage::Inside);
+    }
+    const QByteArray &folder = Current().Folders[LetterIndex(path[0])];
+    if (folder.isNull())
+        return {};
+    const QStringView rest = QStringView(path).sliced(2);
+    if (rest.isEmpty())
+        return folder.isEmpty() ? QByteArray("/") : folder;
+    if (rest[0] != u'\\' && rest[0] != u'/')
+        return BytesFromText(rest, Carriage::Inside, QByteArray(folder + '/'));
+    return BytesFromText(rest, Carriage::Inside, folder);
+}
+
+QString ToHostPath(const QString &path)
+{
+    const QByteArray bytes = ToHostBytes(path);
+    return bytes.isEmpty() ? path : QString::fromUtf8(bytes);
+}
+
+QString FromHostBytes(const QByteArray &hostPath)
+{
+    return hostPath.startsWith('/') ? FromAbsoluteBytes(hostPath) : TextFromBytes(hostPath, Carriage::Inside);
+}
+
+QString FromHostPath(const QString &hostPath)
+{
+    return FromHostBytes(hostPath.toUtf8());
+}
+
+QString ToPlaylistLine(const QString &path)
+{
+    // A letter and a colon without a separator is a relative name here: inside, every drive has its backslash.
+    const bool drive = HasDrive(path) && (path.size() == 2 || path[2] == u'\\');
+    const QByteArray bytes = drive ? ToHostBytes(path) : BytesFromText(path, Carriage::Inside);
+    if (bytes.isEmpty() || path.startsWith(u"\\\\"_s))
+        return path;
+    const QString line = TextFromBytes(bytes, Carriage::Line);
+    if (drive || line.startsWith(u'/'))
+        return line;
+    // Only a line in the host's own form has backslashes that are no separators.
+    const bool exact = bytes.contains('\\') || line.contains(QChar(0xF05C));
+    return exact || NeedsDotPrefix(line) ? QString(u"./" + line) : line;
+}
+
+QString FromPlaylistLine(const QString &line)
+{
+    if (IsWebAddress(line) || line.contains(QChar::Null))
+        return line;
+    if (HasDrive(line))
+        return line[0].toLower() + WithBackslashes(QStringView(line).sliced(1));
+    if (line.startsWith(u'/'))
+        return FromHostBytes(BytesFromText(line, Carriage::Line));
+    const QStringView rest = WithoutDotPrefix(line);
+    const QString path = line.startsWith(u"./"_s) ? TextFromBytes(BytesFromText(rest, Carriage::Line), Carriage::Inside)
+                                                  : WithBackslashes(rest);
+    return path.contains(u':') ? JoinedToCurrent(path) : path;
+}
+
+QString ShownPath(const QString &path)
+{
+    return ShownText(path);
+}
+
+QUrl ToUrl(const QString &path)
+{
+    QByteArray bytes = ToHostBytes(path);
+    if (bytes.isEmpty()) {
+        // Nothing on this host; the form that the path has on Windows.
+        bytes = BytesFromText(path, Carriage::Inside);
+        if (bytes.isEmpty())
+            return {};
+        bytes = HasDrive(path) ? '/' + bytes : bytes.sliced(2);
+    } else if (!bytes.startsWith('/')) {
+        const QByteArray folder = WorkingFolder();
+        bytes = (folder == "/" ? QByteArray() : folder) + '/' + bytes;
+    }
+    return QUrl::fromEncoded("file://" + bytes.toPercentEncoding("/:"));
+}
+
+QString FromUrl(const QUrl &url)
+{
+    if (url.scheme() != u"file"_s)
+        return {};
+    const QByteArray bytes = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+    const QString server = url.host();
+    const bool local = server.isEmpty() || server == u"localhost"_s ||
+                       server.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) == 0;
+    if (!local)
+        return u"\\\\" + server + TextFromBytes(bytes, Carriage::Inside);
+    return FromHostBytes(bytes);
+}
+
+QString CurrentDirectory()
+{
+    QString &known = KnownDirectory();
+    if (known.isEmpty()) {
+        known = FromHostBytes(WorkingFolder());
+        if (known.endsWith(u'\\'))
+            known.chop(1);
+    }
+    return known;
+}
+
+bool SetCurrentDirectory(const QString &path)
+{
+    const QByteArray bytes = ToHostBytes(path);
+    if (bytes.isEmpty() || ::chdir(bytes.constData()) != 0)
+        return false;
+    KnownDirectory().clear();
+    if (bytes.startsWith('/')) {
+        const auto entered = std::filesystem::path(bytes.toStdString()).lexically_normal().string();
+        KnownDirectory() = FromHostBytes(QByteArray::fromStdString(entered));
+        while (KnownDirectory().endsWith(u'\\'))
+            KnownDirectory().chop(1);
+    }
+    return true;
+}

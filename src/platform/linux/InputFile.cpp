@@ -1,0 +1,72 @@
+#include "platform/Files.h"
+
+#include "platform/Drives.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+int OpenRetrying(const char *path, int flags)
+{
+    int file = -1;
+    do
+        file = ::open(path, flags);
+    while (file < 0 && errno == EINTR);
+    return file;
+}
+
+} // namespace
+
+InputFile::~InputFile()
+{
+    if (handle >= 0)
+        ::close(static_cast<int>(handle));
+}
+
+bool InputFile::Open(const QString &path)
+{
+    if (handle >= 0)
+        ::close(static_cast<int>(handle));
+    handle = -1;
+    size = 0;
+    const QByteArray bytes = ToHostBytes(path);
+    if (bytes.isEmpty())
+        return false;
+    const int file = OpenRetrying(bytes.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (file < 0)
+        return false;
+    struct stat facts;
+    if (::fstat(file, &facts) != 0 || !S_ISREG(facts.st_mode)) {
+        ::close(file);
+        return false;
+    }
+    handle = file;
+    size = facts.st_size;
+    return true;
+}
+
+std::ptrdiff_t InputFile::ReadAt(std::int64_t offset, std::span<unsigned char> buffer) const
+{
+    if (handle < 0 || offset < 0)
+        return -1;
+    std::size_t done = 0;
+    while (done < buffer.size()) {
+        const ssize_t count = ::pread(static_cast<int>(handle), buffer.data() + done, buffer.size() - done,
+                                      offset + static_cast<std::int64_t>(done));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return -1;
+        done += static_cast<std::size_t>(count);
+        // A file server may answer in pieces; at the known end no further read is needed.
+        if (count == 0 || offset + static_cast<std::int64_t>(done) >= size)
+            break;
+    }
+    return static_cast<std::ptrdiff_t>(done);
+}

@@ -1,0 +1,120 @@
+#include "platform/ReplacedFile.h"
+
+#include "platform/Drives.h"
+#include "platform/linux/ExtendedAttributes.h"
+
+#include <cerrno>
+#include <optional>
+
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+QByteArray FolderPrefix(const QByteArray &path)
+{
+    return path.first(path.lastIndexOf('/') + 1);
+}
+
+/// Where a path leads when its last part is a symbolic link, also when nothing stands there yet. Nothing for a loop.
+std::optional<QByteArray> FollowLinks(QByteArray path)
+{
+    constexpr int mostLinks = 40;
+    for (int i = 0; i < mostLinks; ++i) {
+        QByteArray next(4096, Qt::Uninitialized);
+        const ssize_t size = ::readlink(path.constData(), next.data(), static_cast<std::size_t>(next.size()));
+        if (size < 0)
+            return path;
+        next.truncate(size);
+        path = next.startsWith('/') ? next : FolderPrefix(path) + next;
+    }
+    return std::nullopt;
+}
+
+QByteArray CopyName(const QByteArray &target)
+{
+    quint64 draw = 0;
+    if (::getrandom(&draw, sizeof draw, 0) != static_cast<ssize_t>(sizeof draw))
+        draw = static_cast<quint64>(::getpid());
+    return FolderPrefix(target) + ".vantrel-" + QByteArray::number(draw, 36) + ".tmp";
+}
+
+} // namespace
+
+ReplacedFile::~ReplacedFile()
+{
+    if (handle >= 0)
+        ::close(static_cast<int>(handle));
+    if (!copy.isEmpty())
+        ::unlink(copy.constData());
+}
+
+bool ReplacedFile::Begin(const QString &path)
+{
+    const QByteArray bytes = ToHostBytes(path);
+    const auto followed = bytes.isEmpty() ? std::nullopt : FollowLinks(bytes);
+    if (!followed || handle >= 0)
+        return false;
+    target = *followed;
+    struct stat facts;
+    existed = ::stat(target.constData(), &facts) == 0;
+    if (!existed && errno != ENOENT)
+        return false;
+    if (existed && (!S_ISREG(facts.st_mode) || (facts.st_mode & S_IWUSR) == 0 ||
+                    ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0))
+        return false;
+    constexpr int mostTries = 100;
+    for (int i = 0; i < mostTries && handle < 0; ++i) {
+        const QByteArray name = CopyName(target);
+        // The content of a private file stays private from the first byte; a new file gets what the user's mask leaves.
+        handle = ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, existed ? 0600 : 0666);
+        if (handle >= 0)
+            copy = name;
+        else if (errno != EEXIST && errno != EINTR)
+            return false;
+    }
+    return handle >= 0;
+}
+
+bool ReplacedFile::Append(QByteArrayView content)
+{
+    while (!content.isEmpty()) {
+        const ssize_t count =
+            ::write(static_cast<int>(handle), content.data(), static_cast<std::size_t>(content.size()));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        content = content.sliced(count);
+    }
+    return true;
+}
+
+bool ReplacedFile::Commit()
+{
+    const int file = static_cast<int>(handle);
+    if (file < 0)
+        return false;
+    if (existed) {
+        struct stat facts;
+        if (::stat(target.constData(), &facts) != 0)
+            return false;
+        // Another owner's file becomes ours where the host gives none away; the rights are set after that, since a
+        // change of owner takes some of them.
+        if (::fchown(file, facts.st_uid, facts.st_gid) != 0 &&
+            ::fchown(file, static_cast<uid_t>(-1), facts.st_gid) != 0)
+            errno = 0;
+        if (!CopyExtendedAttributes(target.constData(), file) || ::fchmod(file, facts.st_mode & 07777U) != 0)
+            return false;
+    }
+    if (::fsync(file) != 0)
+        return false;
+    handle = -1;
+    if (::close(file) != 0 || ::rename(copy.constData(), target.constData()) != 0)
+        return false;
+    copy.clear();
+    return true;
+}

@@ -1,0 +1,29 @@
+#include "platform/Arguments.h"
+
+#include <QString>
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+std::vector<QByteArray> ProgramArguments(int, char **)
+{
+    std::vector<QByteArray> arguments;
+    int count = 0;
+    LPWSTR *texts = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int i = 1; i < count; ++i)
+        arguments.push_back(QString::fromWCharArray(texts[i]).toUtf8());
+    LocalFree(texts);
+    return arguments;
+}
+
+QString PathOfArgument(const QByteArray &argument)
+{
+    if (argument.isEmpty())
+        return {};
+    const std::wstring text = QString::fromUtf8(argument).toStdWString();
+    const DWORD size = GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
+    std::wstring full(size, L'\0');
+    full.resize(GetFullPathNameW(text.c_str(), size, full.data(), nullptr));
+    return QString::fromStdWString(full.empty() ? text : full);
+}
