@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+/// Masks of the supported audio files: "*.mp3", "*.wav", "*.ogg", "*.wma", in this order.
+const QStringList &FileTypes();
+
+/// Appends the full paths of the files in a folder that match the mask, in listing order. With a mask that is not one
+/// of FileTypes it appends the folder and the mask instead, once for each file found.
+void ListFolderFiles(const QString &folder, const QString &mask, QStringList &list);
+
+/// Appends the files of a folder, grouped by mask in the order of the masks, then, if recursive, those of its
+/// subfolders, depth first. Each folder is listed once and told to onFolder before that. A folder that cannot be read
+/// is passed over, links to folders are not followed.
+void WalkFolder(const QString &folder, const QStringList &masks, QStringList &list, bool recursive,
+                const std::function<void(const QString &folder)> &onFolder = {});

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+/// A size in bytes as "n Bytes" up to 16,384, "n Kb" up to 16,777,216 and "n Mb" beyond, rounded to whole numbers,
+/// with the system's thousands separator. Empty for 1 and for negative sizes.
+QString FormatFileSize(qint64 bytes);
+/// Whole seconds as "m:ss" or "h:mm:ss".
+QString FormatPlayTime(qint64 seconds);
+/// "Yes" or "No".
+QString YesNoText(bool value);
+/// The text with each run of characters of code 0 to 255 that are neither letters A to Z nor digits made one blank.
+/// Blanks at the ends go before that, so a sign at an end leaves a blank there. Other scripts stay as they are.
+QString CleanText(const QString &text);

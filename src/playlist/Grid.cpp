@@ -1,0 +1,212 @@
+#include "playlist/Grid.h"
+
+#include "platform/Drives.h"
+#include "playlist/FormatText.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+struct ColumnInfo {
+    QStringView Caption;
+    int Width;
+    Qt::Alignment Alignment;
+};
+
+constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
+
+constexpr std::array<ColumnInfo, ColumnCount> columns{{
+    {u"FileName", 200, left},
+    {u"Time", 60, right},
+    {u"Size", 80, right},
+    {u"Path", 650, left},
+    {u"ID", 80, left},
+    {u"Layer", 80, left},
+    {u"Bitrate", 80, left},
+    {u"Samplerate", 100, left},
+    {u"Mode", 100, left},
+    {u"HiddenLen", 0, left},
+    {u"HiddenSize", 0, left},
+    {u"Original Order", 50, left},
+}};
+
+const ColumnInfo &Info(int column)
+{
+    return columns[static_cast<std::size_t>(column - 1)];
+}
+} // namespace
+
+PlaylistFull::PlaylistFull()
+    : std::runtime_error("The playlist is full: it holds 32767 items, and no more can be added.\n"
+                         "The items that did not fit were left out.")
+{
+}
+
+Grid::Grid(QObject *parent) : QAbstractTableModel(parent), pool{QString()}, poolPlaces{{QString(), 0}}
+{
+    std::transform(columns.begin(), columns.end(), ColumnWidths.begin(),
+                   [](const ColumnInfo &info) { return info.Width; });
+}
+
+QString Grid::Caption(int column)
+{
+    return Info(column).Caption.toString();
+}
+
+QString Grid::CellText(int row, int column) const
+{
+    const PlaylistItem &item = Item(row);
+    switch (column) {
+    case ColumnFileName:
+        return item.Text;
+    case ColumnTime:
+        return FormatPlayTime(item.Length);
+    case ColumnSize:
+        return FormatFileSize(item.Size);
+    case ColumnPath:
+        return item.Folder;
+    case ColumnHiddenLen:
+        return item.Measured() ? QString::number(item.Length) : QString();
+    case ColumnHiddenSize:
+        return item.Measured() ? QString::number(item.Size) : QString();
+    case ColumnOriginalOrder:
+        return item.Measured() ? QString::number(item.OriginalOrder) : QString();
+    default:
+        return pool[item.StreamTexts[static_cast<std::size_t>(column - ColumnID)]];
+    }
+}
+
+quint32 Grid::Pooled(const QString &text)
+{
+    const auto found = poolPlaces.constFind(text);
+    if (found != poolPlaces.cend())
+        return *found;
+    const auto place = static_cast<quint32>(pool.size());
+    pool.push_back(text);
+    poolPlaces.insert(text, place);
+    return place;
+}
+
+PlaylistItem Grid::MakeItem(const FileRecord &record, int index)
+{
+    PlaylistItem item;
+    item.Text = record.FileName;
+    item.Folder = !rows.empty() && rows.back().Folder == record.Folder ? rows.back().Folder : record.Folder;
+    if (record.Size == 0) {
+        item.SmallIcon = IconMissing;
+        item.Ghosted = true;
+        return item;
+    }
+    item.Size = record.Size;
+    item.Length = record.Length;
+    item.StreamTexts = {Pooled(record.FileType), Pooled(record.LayerText), Pooled(record.BitrateText),
+                        Pooled(record.SampleRateText), Pooled(record.ModeText)};
+    item.OriginalOrder = static_cast<qint16>(index);
+    return item;
+}
+
+void Grid::Insert(const FileRecord &record, int index)
+{
+    if (Count() == MaxRows)
+        throw PlaylistFull();
+    const int row = index < 1 || index > Count() ? Count() + 1 : index;
+    beginInsertRows({}, row - 1, row - 1);
+    rows.insert(rows.begin() + (row - 1), MakeItem(record, row));
+    if (focusedRow >= row)
+        ++focusedRow;
+    endInsertRows();
+}
+
+void Grid::Append(const std::vector<FileRecord> &records)
+{
+    const auto fitting = std::min(records.size(), static_cast<std::size_t>(MaxRows - Count()));
+    if (fitting > 0) {
+        const int before = Count();
+        beginInsertRows({}, before, before + static_cast<int>(fitting) - 1);
+        rows.reserve(rows.size() + fitting);
+        for (std::size_t i = 0; i < fitting; ++i)
+            rows.push_back(MakeItem(records[i], Count() + 1));
+        endInsertRows();
+    }
+    if (fitting < records.size())
+        throw PlaylistFull();
+}
+
+void Grid::Clear()
+{
+    beginResetModel();
+    rows.clear();
+    focusedRow = 0;
+    endResetModel();
+    Q_EMIT FocusMoved(0);
+}
+
+void Grid::Rearrange(const std::vector<int> &order)
+{
+    Q_EMIT layoutAboutToBeChanged();
+    std::vector<PlaylistItem> arranged;
+    arranged.reserve(rows.size());
+    for (const int row : order)
+        arranged.push_back(std::move(rows[static_cast<std::size_t>(row - 1)]));
+    rows = std::move(arranged);
+    const auto focus = std::find(order.begin(), order.end(), focusedRow);
+    Q_EMIT layoutChanged();
+    if (focus != order.end())
+        SetFocusedRow(static_cast<int>(focus - order.begin()) + 1);
+}
+
+void Grid::SetFocusedRow(int row)
+{
+    focusedRow = row >= 1 && row <= Count() ? row : 0;
+    Q_EMIT FocusMoved(focusedRow);
+}
+
+int Grid::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : Count();
+}
+
+int Grid::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant Grid::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const int row = index.row() + 1;
+    const int column = index.column() + 1;
+    switch (role) {
+    case Qt::DisplayRole:
+        return ShownPath(CellText(row, column));
+    case Qt::ToolTipRole:
+        return column == ColumnFileName || column == ColumnPath ? ShownPath(Item(row).FullPath()) : QVariant();
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(Info(column).Alignment);
+    case Qt::DecorationRole:
+        return column == ColumnFileName ? SmallIcons[static_cast<std::size_t>(Item(row).SmallIcon - IconNormal)]
+                                        : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant Grid::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
+        return {};
+    if (role == Qt::DisplayRole)
+        return Caption(section + 1);
+    return role == Qt::TextAlignmentRole ? QVariant::fromValue(Info(section + 1).Alignment) : QVariant();
+}
+
+Qt::ItemFlags Grid::flags(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return Qt::ItemIsDropEnabled;
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren;
+}

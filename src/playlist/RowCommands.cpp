@@ -1,0 +1,176 @@
+#include "playlist/RowCommands.h"
+
+#include "playlist/RankList.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <numeric>
+
+namespace
+{
+std::vector<int> PresentOrder(const Grid &grid)
+{
+    std::vector<int> order(static_cast<std::size_t>(grid.Count()));
+    std::iota(order.begin(), order.end(), 1);
+    return order;
+}
+
+/// Moves the selected rows in front of the others, or behind them.
+RowMove Gather(Grid &grid, bool atTop)
+{
+    std::vector<int> order = PresentOrder(grid);
+    const auto middle = std::stable_partition(order.begin(), order.end(),
+                                              [&](int row) { return grid.Item(row).Selected == atTop; });
+    const int inFront = static_cast<int>(middle - order.begin());
+    const bool any = atTop ? inFront > 0 : inFront < grid.Count();
+    if (!any)
+        return {};
+    grid.Rearrange(order);
+    return {true, atTop ? inFront : grid.Count()};
+}
+} // namespace
+
+RowMove MoveUp(Grid &grid)
+{
+    if (grid.Count() == 0 || grid.Item(1).Selected)
+        return {};
+    std::vector<int> order = PresentOrder(grid);
+    int last = 0;
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        if (grid.Item(order[i]).Selected) {
+            std::swap(order[i - 1], order[i]);
+            last = static_cast<int>(i);
+        }
+    }
+    if (last > 0)
+        grid.Rearrange(order);
+    return {last > 0, last};
+}
+
+RowMove MoveDown(Grid &grid)
+{
+    if (grid.Count() == 0 || grid.Item(grid.Count()).Selected)
+        return {};
+    std::vector<int> order = PresentOrder(grid);
+    int last = 0;
+    for (std::size_t i = order.size() - 1; i-- > 0;) {
+        if (grid.Item(order[i]).Selected) {
+            std::swap(order[i], order[i + 1]);
+            last = static_cast<int>(i) + 2;
+        }
+    }
+    if (last > 0)
+        grid.Rearrange(order);
+    return {last > 0, last};
+}
+
+RowMove MoveToTop(Grid &grid)
+{
+    return Gather(grid, true);
+}
+
+RowMove MoveToBottom(Grid &grid)
+{
+    return Gather(grid, false);
+}
+
+ShuffleFailed::ShuffleFailed()
+    : std::runtime_error("The selection could not be shuffled: the random draws gave no valid place. "
+                         "The rows are as they were; try again.")
+{
+}
+
+RowMove ShuffleSelection(Grid &grid, const Clock &clock)
+{
+    std::vector<int> positions;
+    for (int row = 1; row <= grid.Count(); ++row) {
+        if (grid.Item(row).Selected)
+            positions.push_back(row);
+    }
+    const int count = static_cast<int>(positions.size());
+    if (count < 2)
+        return {};
+    // A draw takes a place of the list of picked rows, from 1, and moves what stands there to the end. Place 0 and the
+    // number of the row moved last are no valid draws.
+    RankList picked(positions);
+    int place = 0;
+    int previous = 0;
+    for (int round = 0; round < count; ++round) {
+        clock.Reseed();
+        for (int attempts = 0; (place == 0 || place == previous) && attempts < 10 * count; ++attempts)
+            place = static_cast<int>(clock.Random() * count);
+        if (place == 0)
+            throw ShuffleFailed();
+        previous = place = picked.MoveToEnd(place);
+    }
+    std::vector<int> order = PresentOrder(grid);
+    const std::vector<int> partners = picked.Values();
+    for (std::size_t i = 0; i < positions.size(); ++i)
+        std::swap(order[static_cast<std::size_t>(positions[i] - 1)], order[static_cast<std::size_t>(partners[i] - 1)]);
+    grid.Rearrange(order);
+    return {true, partners.back()};
+}
+
+void SelectAll(Grid &grid)
+{
+    grid.Reselect([](int, const PlaylistItem &) { return true; });
+}
+
+void SelectNone(Grid &grid)
+{
+    grid.Reselect([](int, const PlaylistItem &) { return false; });
+}
+
+void InvertSelection(Grid &grid)
+{
+    grid.Reselect([](int, const PlaylistItem &item) { return !item.Selected; });
+}
+
+void AlternateSelection(Grid &grid)
+{
+    int below = 0;
+    for (int row = 1; row <= grid.Count(); ++row)
+        below += grid.Item(row).Selected ? 1 : 0;
+    grid.Reselect([&](int, const PlaylistItem &item) { return item.Selected && below-- % 2 == 0; });
+}
+
+void RandomSelection(Grid &grid, const Clock &clock)
+{
+    const double half = grid.Count() / 2.0;
+    int chosen = 0;
+    grid.Reselect([&](int, const PlaylistItem &) {
+        clock.Reseed();
+        const bool choose = clock.Random() >= 0.5 && chosen <= half;
+        chosen += choose ? 1 : 0;
+        return choose;
+    });
+}
+
+void SelectInFolders(Grid &grid, const QStringList &folders)
+{
+    const QSet<QString> wanted(folders.begin(), folders.end());
+    // Neighbours mostly share their folder.
+    QString lastFolder;
+    bool lastWanted = wanted.contains(lastFolder);
+    grid.Reselect([&](int, const PlaylistItem &item) {
+        if (item.Folder.constData() != lastFolder.constData() && item.Folder != lastFolder) {
+            lastFolder = item.Folder;
+            lastWanted = wanted.contains(lastFolder);
+        }
+        return lastWanted;
+    });
+}
+
+void SelectCheckMarked(Grid &grid)
+{
+    grid.Reselect([](int, const PlaylistItem &item) { return item.SmallIcon >= IconBlue; });
+}
+
+void SetCheckMark(Grid &grid, SmallIcon icon)
+{
+    grid.UpdateIcons([icon](PlaylistItem &item) {
+        if (item.Selected && item.SmallIcon != IconMissing)
+            item.SmallIcon = icon;
+    });
+}
