@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QColor>
+
+/// A colour as the settings keep it: blue, green and red from the high byte to the low one, as a signed 32-bit number;
+/// with the high bit set it stands for a colour of the system.
+using ColourNumber = qint32;
+
+inline constexpr ColourNumber systemWindow = static_cast<ColourNumber>(0x80000005u);
+inline constexpr ColourNumber systemWindowText = static_cast<ColourNumber>(0x80000008u);
+
+inline ColourNumber NumberOfColour(const QColor &colour)
+{
+    return colour.red() | colour.green() << 8 | colour.blue() << 16;
+}
+
+inline QColor ColourOfNumber(ColourNumber number)
+{
+    return QColor(number & 0xff, number >> 8 & 0xff, number >> 16 & 0xff);
+}

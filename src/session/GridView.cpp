@@ -1,0 +1,236 @@
+#include "session/GridView.h"
+
+#include "platform/Drives.h"
+
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QHeaderView>
+#include <QMimeData>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyledItemDelegate>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+QColor Blend(const QColor &front, const QColor &back)
+{
+    return QColor::fromRgbF((front.redF() * 11 + back.redF() * 9) / 20, (front.greenF() * 11 + back.greenF() * 9) / 20,
+                            (front.blueF() * 11 + back.blueF() * 9) / 20);
+}
+
+/// Dims the rows of missing files.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    RowDelegate(const Grid *shownGrid, QObject *parent) : QStyledItemDelegate(parent), grid(shownGrid) {}
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (!grid->Item(index.row() + 1).Ghosted)
+            return;
+        QPalette &palette = option->palette;
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            palette.setColor(group, QPalette::Text,
+                             Blend(palette.color(group, QPalette::Text), palette.color(group, QPalette::Base)));
+            palette.setColor(group, QPalette::HighlightedText,
+                             Blend(palette.color(group, QPalette::HighlightedText),
+                                   palette.color(group, QPalette::Highlight)));
+        }
+    }
+
+private:
+    const Grid *grid;
+};
+} // namespace
+
+GridView::GridView(Grid *shownGrid, QWidget *parent) : QTreeView(parent), grid(shownGrid)
+{
+    // Before the model, or the first layout measures every row.
+    setUniformRowHeights(true);
+    setModel(grid);
+    rowSelection = new RowSelectionModel(grid, this);
+    delete selectionModel();
+    setSelectionModel(rowSelection);
+    setItemDelegate(new RowDelegate(grid, this));
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectRows);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setEditTriggers(NoEditTriggers);
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    setDropIndicatorShown(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setTextElideMode(Qt::ElideRight);
+    setAccessibleName(tr("Playlist"));
+    header()->setSectionsMovable(false);
+    header()->setSectionsClickable(true);
+    header()->setStretchLastSection(false);
+    header()->setMinimumSectionSize(0);
+    header()->setHighlightSections(false);
+    ApplyColumnWidths();
+
+    connect(grid, &Grid::SelectionChanged, viewport(), qOverload<>(&QWidget::update));
+    connect(grid, &Grid::FocusMoved, this, [this](int row) {
+        if (row - 1 != currentIndex().row())
+            rowSelection->setCurrentIndex(row > 0 ? grid->index(row - 1, 0) : QModelIndex(),
+                                          QItemSelectionModel::NoUpdate);
+    });
+    connect(rowSelection, &QItemSelectionModel::currentChanged, this, [this](const QModelIndex &current) {
+        if (current.row() + 1 != grid->FocusedRow())
+            grid->SetFocusedRow(current.row() + 1);
+    });
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int section) { Q_EMIT HeaderClicked(section + 1); });
+    connect(header(), &QHeaderView::sectionResized, this, [this](int section, int, int size) {
+        grid->ColumnWidths[static_cast<std::size_t>(section)] = size;
+    });
+}
+
+void GridView::ApplyColumnWidths()
+{
+    const QSignalBlocker quiet(header());
+    for (int column = 1; column <= ColumnCount; ++column) {
+        const int width = grid->ColumnWidths[static_cast<std::size_t>(column - 1)];
+        header()->setSectionHidden(column - 1, width == 0);
+        if (width > 0)
+            header()->resizeSection(column - 1, width);
+    }
+    doItemsLayout();
+}
+
+void GridView::MakeVisible(int row)
+{
+    if (row >= 1 && row <= grid->Count())
+        scrollTo(grid->index(row - 1, 0));
+}
+
+void GridView::drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem rowOption = option;
+    if (grid->Item(index.row() + 1).Selected)
+        rowOption.state |= QStyle::State_Selected;
+    QTreeView::drawRow(painter, rowOption, index);
+}
+
+RowSelectionModel::Mirror GridView::MirrorRowAt(const QMouseEvent *event)
+{
+    return {*rowSelection, indexAt(event->position().toPoint())};
+}
+
+void GridView::mousePressEvent(QMouseEvent *event)
+{
+    const auto mirror = MirrorRowAt(event);
+    QTreeView::mousePressEvent(event);
+}
+
+void GridView::mouseMoveEvent(QMouseEvent *event)
+{
+    const auto mirror = MirrorRowAt(event);
+    QTreeView::mouseMoveEvent(event);
+}
+
+void GridView::mouseReleaseEvent(QMouseEvent *event)
+{
+    {
+        const auto mirror = MirrorRowAt(event);
+        QTreeView::mouseReleaseEvent(event);
+    }
+    Q_EMIT Clicked();
+}
+
+void GridView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    {
+        const auto mirror = MirrorRowAt(event);
+        QTreeView::mouseDoubleClickEvent(event);
+    }
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT EnterPressed();
+}
+
+void GridView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        Q_EMIT EnterPressed();
+    else if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier)
+        Q_EMIT InsertPressed();
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+void GridView::keyReleaseEvent(QKeyEvent *event)
+{
+    QTreeView::keyReleaseEvent(event);
+    Q_EMIT Clicked();
+}
+
+void GridView::contextMenuEvent(QContextMenuEvent *event)
+{
+    const QPoint byKeyboard = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
+    Q_EMIT MenuRequested(event->reason() == QContextMenuEvent::Keyboard ? byKeyboard : event->globalPos());
+}
+
+void GridView::startDrag(Qt::DropActions)
+{
+    QMimeData *files = MakeDragData ? MakeDragData() : nullptr;
+    if (files == nullptr)
+        return;
+    auto *drag = new QDrag(this);
+    drag->setMimeData(files);
+    drag->exec(Qt::CopyAction, Qt::CopyAction);
+}
+
+bool GridView::AcceptsDrop(const QDropEvent *event) const
+{
+    return event->mimeData()->hasUrls() && event->source() != this;
+}
+
+void GridView::dragEnterEvent(QDragEnterEvent *event)
+{
+    dragMoveEvent(event);
+}
+
+void GridView::dragMoveEvent(QDragMoveEvent *event)
+{
+    if (!AcceptsDrop(event)) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void GridView::dropEvent(QDropEvent *event)
+{
+    setState(NoState);
+    if (!AcceptsDrop(event)) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    QStringList paths;
+    for (const QUrl &url : event->mimeData()->urls()) {
+        const QString path = FromUrl(url);
+        if (!path.isEmpty())
+            paths.append(path);
+    }
+    Q_EMIT FilesDropped(paths);
+}
+
+void GridView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (grid->Count() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("Drop files, folders or playlists here, or press F1 to add a folder."));
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "session/RowSelectionModel.h"
+
+#include <QTreeView>
+
+#include <functional>
+
+/// Shows a Grid: rows with a small icon, several selected at once, header clicks, files dragged out and dropped in.
+class GridView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit GridView(Grid *shownGrid, QWidget *parent = nullptr);
+
+    /// Brings the header to the grid's column widths; a width of 0 hides the column.
+    void ApplyColumnWidths();
+    void MakeVisible(int row);
+    /// Taken by a drag as its data, when rows are dragged out.
+    std::function<QMimeData *()> MakeDragData;
+
+Q_SIGNALS:
+    /// A mouse button or a key has been released: selection or focus may have changed.
+    void Clicked();
+    void EnterPressed();
+    void InsertPressed();
+    void MenuRequested(const QPoint &globalPosition);
+    void HeaderClicked(int column);
+    /// Inside paths, in the order dropped.
+    void FilesDropped(const QStringList &paths);
+
+protected:
+    void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void startDrag(Qt::DropActions supportedActions) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool AcceptsDrop(const QDropEvent *event) const;
+    RowSelectionModel::Mirror MirrorRowAt(const QMouseEvent *event);
+
+    Grid *grid;
+    RowSelectionModel *rowSelection;
+};

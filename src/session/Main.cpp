@@ -1,0 +1,216 @@
+#include "session/Main.h"
+
+#include "session/ClientArea.h"
+#include "session/GridView.h"
+#include "session/Icons.h"
+#include "session/MenuTable.h"
+#include "session/Status.h"
+#include "session/StatusPanel.h"
+#include "session/Toolbar.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+Main::Main(const Host &hostOfProgram) : host(hostOfProgram), recentFiles(RecentCount, QString())
+{
+    setObjectName("Main"_L1);
+    client = new ClientArea(this);
+    client->Resized = [this] { Form_Resize(); };
+    setCentralWidget(client);
+    status = new Status(this);
+    BuildGrid();
+    BuildMenus();
+    BuildToolbar();
+    BuildStatusBar();
+    CheckDefaults();
+    SetCurrentPlaylist({});
+    resize(1000, 640);
+    ListView1_Click();
+    MEditSelNone_Click();
+    view->setFocus();
+}
+
+Main::~Main() = default;
+
+void Main::BuildGrid()
+{
+    ListView1.SmallIcons = {Icon("row-normal"_L1), Icon("row-missing"_L1), Icon("row-blue"_L1), Icon("row-green"_L1),
+                            Icon("row-red"_L1)};
+    view = new GridView(&ListView1, client);
+    view->setObjectName("ListView1"_L1);
+    view->MakeDragData = [this] { return MakeDragData(); };
+    std::copy_n(ListView1.ColumnWidths.begin(), ColumnWidthDefaults.size(), ColumnWidthDefaults.begin());
+    GridFontDefaultName = view->font().family();
+    view->setFont(DefaultGridFont());
+    connect(view, &GridView::Clicked, this, [this] { Run([this] { ListView1_Click(); }); });
+    connect(view, &GridView::EnterPressed, this, [this] { Run([this] { PrevM3U(PreviewSelected); }); });
+    connect(view, &GridView::InsertPressed, this, [this] { Run([this] { MEditAddDir_Click(); }); });
+    connect(view, &GridView::HeaderClicked, this, [this](int column) { Run([&] { AskAndSort(column); }); });
+    connect(view, &GridView::FilesDropped, this,
+            [this](const QStringList &paths) { Run([&] { DropFiles(paths); }); });
+    connect(view, &GridView::MenuRequested, this, [this](const QPoint &position) { menus["MEdit"]->popup(position); });
+}
+
+QAction *Main::MakeCommand(const MenuEntry &entry)
+{
+    auto *action = new QAction(entry.Caption.toString(), this);
+    action->setObjectName(QLatin1StringView(entry.Name));
+    action->setCheckable(entry.Checkable);
+    if (entry.Icon[0] != '\0')
+        action->setIcon(Icon(QLatin1StringView(entry.Icon)));
+    QString tip = entry.Tip.toString();
+    if (!entry.Shortcut.isEmpty()) {
+        action->setShortcut(QKeySequence::fromString(entry.Shortcut.toString(), QKeySequence::PortableText));
+        tip += u" (" + action->shortcut().toString(QKeySequence::NativeText) + u')';
+        // Also of the window, so that the key works while the menu bar is hidden.
+        addAction(action);
+    }
+    if (entry.Handler != nullptr) {
+        connect(action, &QAction::triggered, this, [this, handler = entry.Handler] { Run([&] { (this->*handler)(); }); });
+    } else if (entry.ArrayHandler != nullptr) {
+        connect(action, &QAction::triggered, this, [this, handler = entry.ArrayHandler, index = entry.Index] {
+            Run([&] { (this->*handler)(index); });
+        });
+    } else {
+        action->setEnabled(false);
+        unavailable.insert(action);
+        tip += u" (not there yet: it comes with a later version)";
+    }
+    action->setToolTip(tip);
+    commands.insert(entry.Name, action);
+    return action;
+}
+
+QMenu *Main::MakeMenu(const MenuEntry &entry, QMenu *parent)
+{
+    auto *menu = new QMenu(entry.Caption.toString(), this);
+    menu->setObjectName(QLatin1StringView(entry.Name));
+    menu->setToolTipsVisible(true);
+    if (entry.Icon[0] != '\0')
+        menu->setIcon(Icon(QLatin1StringView(entry.Icon)));
+    if (parent != nullptr)
+        parent->addMenu(menu);
+    menus.insert(entry.Name, menu);
+    commands.insert(entry.Name, menu->menuAction());
+    return menu;
+}
+
+void Main::BuildMenus()
+{
+    QList<QMenu *> open;
+    for (const MenuEntry &entry : MenuTable()) {
+        open.resize(entry.Level);
+        QMenu *parent = open.isEmpty() ? nullptr : open.last();
+        const bool isMenu = entry.Handler == nullptr && entry.ArrayHandler == nullptr && entry.Tip.isEmpty();
+        if (entry.Name[0] == '\0')
+            parent->addSeparator();
+        else if (isMenu)
+            open.append(MakeMenu(entry, parent));
+        else
+            parent->addAction(MakeCommand(entry));
+    }
+    for (const char *name : {"MFile", "MEdit", "MView", "MTools", "MHelp"})
+        menuBar()->addMenu(menus[name]);
+    ShowRecentFiles();
+}
+
+void Main::BuildToolbar()
+{
+    static constexpr std::array buttons{"MFileNew",     "MFileOpen",      "MFileSave",      "",
+                                        "MEditAddDir",  "MEditRemove",    "",               "MEditMoveUp",
+                                        "MEditMoveDown", "",              "MEditPlaySel",   "MEditPlayList",
+                                        "MEditId3",     "",               "MToolsSearch",   "",
+                                        "MHelpHelp"};
+    Toolbar1 = new Toolbar(client);
+    Toolbar1->setObjectName("Toolbar1"_L1);
+    for (const char *name : buttons) {
+        if (name[0] == '\0') {
+            Toolbar1->addSeparator();
+            continue;
+        }
+        QAction *command = Command(name);
+        QToolButton *button = Toolbar1->AddButton(command);
+        button->setEnabled(!unavailable.contains(command));
+        connect(button, &QToolButton::clicked, this, [this, command] { RunFromToolbar(command); });
+        if (QByteArrayView(name) == "MToolsSearch")
+            AddToolsMenu(button);
+    }
+    connect(Toolbar1, &Toolbar::Dragged, this, &Main::DragToolbar);
+    connect(Toolbar1, &Toolbar::MenuRequested, this,
+            [this](const QPoint &position) { menus["MHidOption"]->popup(position); });
+}
+
+void Main::AddToolsMenu(QToolButton *button)
+{
+    auto *menu = new QMenu(button);
+    menu->setToolTipsVisible(true);
+    for (const char *name :
+         {"MToolsSearch", "MToolsFilter", "MToolsRename", "MToolsReport", "MToolsM3UWiz", "MToolsMP3CDWiz"})
+        menu->addAction(Command(name));
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setEnabled(true);
+}
+
+void Main::RunFromToolbar(QAction *command)
+{
+    for (const MenuEntry &entry : MenuTable()) {
+        if (entry.Handler != nullptr && command->objectName() == QLatin1StringView(entry.Name))
+            Run([&] { (this->*entry.Handler)(); });
+    }
+}
+
+void Main::BuildStatusBar()
+{
+    static constexpr std::array<int, 4> stretches{2, 3, 2, 9};
+    StatusBar1 = new QStatusBar(client);
+    StatusBar1->setObjectName("StatusBar1"_L1);
+    for (std::size_t i = 0; i < panels.size(); ++i) {
+        panels[i] = new StatusPanel(StatusBar1);
+        panels[i]->setObjectName(u"Panel%1"_s.arg(i + 1));
+        StatusBar1->addWidget(panels[i], stretches[i]);
+    }
+}
+
+QAction *Main::Command(QByteArrayView name) const
+{
+    QAction *action = commands.value(name.toByteArray());
+    Q_ASSERT(action != nullptr);
+    return action;
+}
+
+void Main::Run(const std::function<void()> &command)
+{
+    if (running)
+        return;
+    running = true;
+    const auto stop = qScopeGuard([this] { running = false; });
+    Attempt(command);
+}
+
+void Main::Attempt(const std::function<void()> &command)
+{
+    try {
+        command();
+    } catch (const std::exception &failure) {
+        host.Prompts.Message({QString::fromUtf8(failure.what()), PromptIcon::Stop});
+        ListView1_Click();
+    }
+}
+
+void Main::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+    Attempt([&] {
+        if (!ConfirmSaveFirst())
+            return;
+        if (keepsSession)
+            SetFormState(true);
+        event->accept();
+    });
+}

@@ -1,0 +1,256 @@
+#pragma once
+
+#include "platform/Host.h"
+#include "playlist/Grid.h"
+#include "playlist/PathText.h"
+#include "playlist/Preview.h"
+#include "playlist/Sorting.h"
+#include "session/Colours.h"
+#include "session/Totals.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <QSet>
+
+#include <array>
+#include <functional>
+
+class ClientArea;
+class GridView;
+class QMenu;
+class QMimeData;
+class QStatusBar;
+class QToolButton;
+class Status;
+class StatusPanel;
+class Toolbar;
+struct RowMove;
+
+/// The main window: the surface of the program and the operations that its dialogs call. The work lies in the rooms.
+class Main : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    static constexpr int RecentCount = 9;
+
+    explicit Main(const Host &host);
+    ~Main() override;
+
+    /// The playlist.
+    Grid ListView1;
+    /// Full paths; the transfer buffer, filled and used at once. No mirror of the grid.
+    QStringList FileArray;
+    /// The playlist has changed since it was last loaded or saved.
+    bool PlaylistDirty = false;
+    /// The open M3U file; empty for a playlist that has no file yet.
+    QString CurrentPlaylistPath;
+
+    /// Analyses the file and adds one row, at the end or at index (from 1). Raises PlaylistFull.
+    void AddFile(const QString &path, int index);
+    /// Appends to FileArray the full path of each row, of all rows or of the selected ones, in grid order.
+    void SaveFileArrayFromList(bool allItems);
+    /// Adds a row for each entry of FileArray, with the progress form. Raises PlaylistFull after the rows that fit.
+    void LoadFileArrayToList();
+    void DestroyFileArray();
+    /// Adds what a path stands for: an audio file, a folder's tree, or the entries of a playlist. True if rows were
+    /// added. Raises PlaylistFull when not all did fit; all else is then done.
+    bool AddPath(const QString &path, bool selectNew);
+    /// True when the file exists and the user doesn't want it replaced.
+    bool CheckExists(const QString &path);
+    /// True when the caller may go on: nothing to save, saved, or not wanted.
+    bool ConfirmSaveFirst();
+    /// True if written.
+    bool SavePlaylist(bool forceDialog, bool relative);
+    /// The start of a session: applies the settings, then starts a list with what a path of the command line stands
+    /// for, or brings back the last session's. The list has no file of its own yet.
+    void RestoreSession(const QString &commandLine);
+    /// Starts a new list with what a path stands for.
+    void OpenCommandLine(const QString &path);
+    /// True on success.
+    bool OpenPlaylist(bool isImport);
+    /// The central refresh: totals, panels and the enabling of commands, from one pass over the rows.
+    void ListView1_Click();
+    /// Tells the user that the command needs items.
+    void RequireItems();
+    /// Sorts one of the program's grids by a column, from 1; a second sort by the same one reverses it.
+    void msSortListview(Grid &grid, int column, SortType dataType);
+    /// Hands rows to the program registered for playlists.
+    void PrevM3U(PreviewMode mode);
+    /// Moves a dialog to where it opens: beside a small main window, else centred over it.
+    void PositionForm(QWidget *dialog);
+    /// Writes (save) or applies the settings of the window and the session.
+    void SetFormState(bool save);
+    /// Gives bars and grid their places in the client area.
+    void Form_Resize();
+
+    /// The command of a menu item by its control name, which must exist.
+    QAction *Command(QByteArrayView name) const;
+    /// The text of one of the four panels of the status bar, from 1.
+    QString PanelText(int panel) const;
+    GridView *View() const { return view; }
+
+    /// Runs what an event asks for, through Attempt; what arrives while another command runs is passed over.
+    void Run(const std::function<void()> &command);
+    /// A failure that nobody caught is shown here, and the program goes on.
+    void Attempt(const std::function<void()> &command);
+
+    // Menu handlers, by control and event.
+    void MFileNew_Click();
+    void MFileOpen_Click();
+    void MFileImport_Click();
+    void MFileSave_Click();
+    void MFileSaveAs_Click();
+    void MFileSaveRel_Click();
+    void MFileRecent_Click(int index);
+    void MFileExit_Click();
+    void MEditPlaySel_Click();
+    void MEditPlayFol_Click();
+    void MEditPlayLoc_Click();
+    void MEditPlayList_Click();
+    void MEditAddDir_Click();
+    void MEditRemove_Click();
+    void MEditMoveUp_Click();
+    void MEditMoveDown_Click();
+    void MEditSelAll_Click();
+    void MEditSelNone_Click();
+    void MEditSelFol_Click();
+    void MEditSelTop_Click();
+    void MEditSelBottom_Click();
+    void MEditSelInv_Click();
+    void MEditSelAlt_Click();
+    void MEditSelRnd_Click();
+    void MEditSelShuffle_Click();
+    void MEditSelLoc_Click();
+    void MEditSeMarkBlue_Click();
+    void MEditSeMarkGreen_Click();
+    void MEditSeMarkRed_Click();
+    void MEditSeUnMark_Click();
+    void MEditSelectMark_Click();
+    void MEditFileInfo_Click();
+    void MViewToolbar_Click();
+    void MViewStatusBar_Click();
+    void MViewNormal_Click();
+    void MViewCompact_Click();
+    void MViewTransVal_Click(int index);
+    void MViewSortFilename_Click();
+    void MViewSortTime_Click();
+    void MViewSortSize_Click();
+    void MViewSortFolder_Click();
+    void MViewSortID_Click();
+    void MViewSortLayer_Click();
+    void MViewSortBitrate_Click();
+    void MViewSortSamplerate_Click();
+    void MViewSortMode_Click();
+    void MViewSortOrig_Click();
+    void MViewRefresh_Click();
+    void MToolsSaveSetting_Click();
+    void MHelpHelp_Click();
+    void MHelpWebsite_Click();
+    void MHidOptionMenuVisible_Click();
+    void MHidOptionToolbarFlat_Click();
+    void MHidOptionToolbar3D_Click();
+    void MHidOptionColumnVis_Click(int index);
+    void MHidOptionColumnVisAll_Click();
+    void MHidOptionTableFontChoose_Click();
+    void MHidOptionTableFontDefault_Click();
+    void MHidOptionTableBCChoose_Click();
+    void MHidOptionTableBCDefault_Click();
+    void MHidOptionTableFCChoose_Click();
+    void MHidOptionTableFCDefault_Click();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void BuildGrid();
+    void BuildMenus();
+    void BuildToolbar();
+    void BuildStatusBar();
+    void AddToolsMenu(QToolButton *button);
+    /// A toolbar button runs its command whatever the state of the menu item; the command guards itself.
+    void RunFromToolbar(QAction *command);
+    void CheckDefaults();
+    QAction *MakeCommand(const struct MenuEntry &entry);
+    QMenu *MakeMenu(const struct MenuEntry &entry, QMenu *parent);
+
+    /// Row numbers: selects rows first + 1 to last; first is increased by one in the caller's variable.
+    void SelectRange(int &first, int last);
+    void DropFiles(const QStringList &paths);
+    QMimeData *MakeDragData();
+    /// Adds a row for each entry of FileArray; minimum is that of the progress bar.
+    void AddRows(int minimum);
+    void AddItemsOf(const PathInfo &info);
+    void SetCurrentPlaylist(const QString &path);
+    /// Clears the grid and loads a playlist, whose name becomes the current one if it gave any rows.
+    void OpenReplacing(const QString &path);
+    void UpdateRecentFiles(const QString &path);
+    void ShowRecentFiles();
+    QString ProposedFileName(bool relative);
+    bool WritePlaylist(const QString &target);
+    QString BrowseForFolder(const QString &title, bool editBox);
+
+    void ShowPanels(const PlaylistTotals &totals);
+    void EnableCommands(const PlaylistTotals &totals);
+    void SetPanel(int panel, const QString &text);
+    /// Panel 4, painted at once.
+    void ShowMessage(const QString &text);
+
+    void AskAndSort(int column);
+    void FollowMove(const RowMove &move);
+    void MarkSelected(SmallIcon icon);
+    void SetToolbarAtTop(bool top);
+    void DragToolbar(QPoint globalPosition);
+    void ApplyGridColours();
+    QFont DefaultGridFont() const;
+    struct GridColour {
+        ColourNumber Number;
+        bool IsDefault;
+    };
+    void SetGridColours(GridColour background, GridColour foreground);
+    /// The name of an element of an array of menu items, as "MFileRecent(3)".
+    static QByteArray ElementName(const char *array, int index);
+    void Check(QByteArrayView name, bool on);
+    bool IsChecked(QByteArrayView name) const;
+    void ShowMenus(bool on);
+    void SaveState();
+    void SaveView();
+    void LoadState();
+    void LoadPlace();
+    void LoadBars();
+    void LoadTable();
+    QString SessionFile() const;
+    /// The program registered for playlists, in lower case, tells whether the bookmark commands make sense.
+    bool DetectPlayer();
+    bool IsNtFamily() const;
+    void ShowFileFacts(const QString &path);
+
+    Host host;
+    ClientArea *client = nullptr;
+    GridView *view = nullptr;
+    Toolbar *Toolbar1 = nullptr;
+    QStatusBar *StatusBar1 = nullptr;
+    Status *status = nullptr;
+    std::array<StatusPanel *, 4> panels{};
+    QHash<QByteArray, QAction *> commands;
+    QHash<QByteArray, QMenu *> menus;
+    QSet<const QAction *> unavailable;
+    /// Paths of the recent files, the first one the newest; empty texts behind the last.
+    QStringList recentFiles;
+    bool running = false;
+    /// The session has been restored, so it is stored when the window closes.
+    bool keepsSession = false;
+    bool batchOfDrop = false;
+
+    // What Reset and Default go back to.
+    std::array<int, ColumnMode> ColumnWidthDefaults{};
+    QString GridFontDefaultName;
+
+    bool toolbarAtTop = true;
+    ColourNumber gridBackground = systemWindow;
+    ColourNumber gridForeground = systemWindowText;
+    int transparency = 0;
+    QStringList ShortcutList;
+    QString BookmarkFilePath;
+    QStringList TempFileList;
+};

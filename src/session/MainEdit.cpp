@@ -1,0 +1,279 @@
+#include "platform/Drives.h"
+#include "playlist/FileLists.h"
+#include "playlist/FolderWalk.h"
+#include "playlist/M3UFile.h"
+#include "playlist/PathText.h"
+#include "playlist/RowCommands.h"
+#include "session/GridView.h"
+#include "session/Hourglass.h"
+#include "session/Main.h"
+#include "session/Status.h"
+
+#include <QMimeData>
+
+using namespace Qt::StringLiterals;
+
+void Main::AddFile(const QString &path, int index)
+{
+    ListView1.Insert(AnalyseFile(path), index);
+}
+
+void Main::SaveFileArrayFromList(bool allItems)
+{
+    const Hourglass hourglass(view);
+    FileArray.reserve(FileArray.size() + ListView1.Count());
+    for (int row = 1; row <= ListView1.Count(); ++row) {
+        const PlaylistItem &item = ListView1.Item(row);
+        if (allItems || item.Selected)
+            FileArray.append(item.FullPath());
+    }
+}
+
+void Main::DestroyFileArray()
+{
+    ClearList(FileArray);
+}
+
+void Main::LoadFileArrayToList()
+{
+    const Hourglass hourglass(view);
+    AddRows(1);
+}
+
+void Main::AddRows(int minimum)
+{
+    const auto room = static_cast<qsizetype>(Grid::MaxRows - ListView1.Count());
+    // One row beyond the room is analysed, so that the grid itself tells that it is full.
+    const qsizetype count = std::min(FileArray.size(), room + 1);
+    status->Open(u"Get File Info..."_s, minimum, static_cast<int>(FileArray.size()));
+    const auto closeStatus = qScopeGuard([this] { status->Close(); });
+    std::vector<FileRecord> records;
+    records.reserve(static_cast<std::size_t>(count));
+    for (qsizetype i = 0; i < count; ++i) {
+        status->SetValue(static_cast<int>(i) + 1);
+        records.push_back(AnalyseFile(FileArray[i]));
+    }
+    ListView1.Append(records);
+}
+
+void Main::AddItemsOf(const PathInfo &info)
+{
+    if (info.IsFolder) {
+        DestroyFileArray();
+        PaintPace pace;
+        WalkFolder(info.Path, FileTypes(), FileArray, true, [&](const QString &folder) {
+            if (pace.Due())
+                ShowMessage(folder);
+        });
+        ShowMessage({});
+        AddRows(0);
+    } else if (FileTypes().contains(u'*' + info.Extension)) {
+        AddFile(info.Path, 0);
+    } else if (info.Extension == ".m3u"_L1 || info.Extension == ".bm"_L1) {
+        SetCurrentDirectory(info.Path.chopped(GetFileName(info.Path).size() + 1));
+        DestroyFileArray();
+        if (ReadM3UFile(info.Path, FileArray))
+            LoadFileArrayToList();
+    }
+}
+
+bool Main::AddPath(const QString &path, bool selectNew)
+{
+    const Hourglass hourglass(view);
+    const int before = ListView1.Count();
+    const auto finish = [&] {
+        if (ListView1.Count() == before)
+            return false;
+        if (selectNew) {
+            SelectNone(ListView1);
+            int first = before;
+            SelectRange(first, ListView1.Count());
+        }
+        view->MakeVisible(ListView1.Count());
+        PlaylistDirty = true;
+        return true;
+    };
+    try {
+        AddItemsOf(AnalysePath(path));
+    } catch (const PlaylistFull &) {
+        finish();
+        throw;
+    }
+    return finish();
+}
+
+void Main::SelectRange(int &first, int last)
+{
+    ++first;
+    ListView1.Reselect([&](int row, const PlaylistItem &item) { return item.Selected || (row >= first && row <= last); });
+    ListView1.SetFocusedRow(last);
+    if (!batchOfDrop)
+        ListView1_Click();
+}
+
+void Main::DropFiles(const QStringList &paths)
+{
+    batchOfDrop = true;
+    const Hourglass hourglass(view);
+    const auto endBatch = qScopeGuard([this] {
+        batchOfDrop = false;
+        ListView1_Click();
+    });
+    for (const QString &path : paths)
+        AddPath(path, true);
+}
+
+QMimeData *Main::MakeDragData()
+{
+    DestroyFileArray();
+    SaveFileArrayFromList(false);
+    QList<QUrl> urls;
+    urls.reserve(FileArray.size());
+    for (const QString &path : std::as_const(FileArray))
+        urls.append(ToUrl(path));
+    auto *files = new QMimeData;
+    files->setUrls(urls);
+    return files;
+}
+
+QString Main::BrowseForFolder(const QString &browseTitle, bool editBox)
+{
+    return host.Prompts.Folder({browseTitle, editBox}).value_or(QString());
+}
+
+void Main::MEditAddDir_Click()
+{
+    const Hourglass hourglass(this);
+    const QString folder = BrowseForFolder(u"Select Folder..."_s, true);
+    if (!folder.isEmpty())
+        AddPath(folder, true);
+    ListView1_Click();
+}
+
+void Main::MEditRemove_Click()
+{
+    const Hourglass hourglass(view);
+    if (ListView1.RemoveIf([](const PlaylistItem &item) { return item.Selected; }) > 0)
+        PlaylistDirty = true;
+    ListView1_Click();
+}
+
+void Main::FollowMove(const RowMove &move)
+{
+    view->MakeVisible(move.LastRow);
+    ListView1_Click();
+}
+
+void Main::MEditMoveUp_Click()
+{
+    const Hourglass hourglass(view);
+    const RowMove move = MoveUp(ListView1);
+    PlaylistDirty |= move.Moved;
+    FollowMove(move);
+}
+
+void Main::MEditMoveDown_Click()
+{
+    const Hourglass hourglass(view);
+    const RowMove move = MoveDown(ListView1);
+    PlaylistDirty |= move.Moved;
+    FollowMove(move);
+}
+
+void Main::MEditSelTop_Click()
+{
+    const Hourglass hourglass(view);
+    FollowMove(MoveToTop(ListView1));
+}
+
+void Main::MEditSelBottom_Click()
+{
+    const Hourglass hourglass(view);
+    FollowMove(MoveToBottom(ListView1));
+}
+
+void Main::MEditSelShuffle_Click()
+{
+    const Hourglass hourglass(view);
+    FollowMove(ShuffleSelection(ListView1, host.Clock));
+}
+
+void Main::MEditSelAll_Click()
+{
+    const Hourglass hourglass(view);
+    SelectAll(ListView1);
+    ListView1_Click();
+}
+
+void Main::MEditSelNone_Click()
+{
+    const Hourglass hourglass(view);
+    SelectNone(ListView1);
+    ListView1_Click();
+}
+
+void Main::MEditSelInv_Click()
+{
+    const Hourglass hourglass(view);
+    InvertSelection(ListView1);
+    ListView1_Click();
+}
+
+void Main::MEditSelAlt_Click()
+{
+    const Hourglass hourglass(view);
+    AlternateSelection(ListView1);
+    ListView1_Click();
+}
+
+void Main::MEditSelRnd_Click()
+{
+    const Hourglass hourglass(view);
+    RandomSelection(ListView1, host.Clock);
+    ListView1_Click();
+}
+
+void Main::MEditSelFol_Click()
+{
+    const Hourglass hourglass(view);
+    DestroyFileArray();
+    SaveFileArrayFromList(false);
+    QStringList folders;
+    ListDistinctFolders(FileArray, folders);
+    SelectInFolders(ListView1, folders);
+    ListView1_Click();
+}
+
+void Main::MEditSelectMark_Click()
+{
+    const Hourglass hourglass(view);
+    SelectCheckMarked(ListView1);
+    ListView1_Click();
+}
+
+void Main::MarkSelected(SmallIcon icon)
+{
+    const Hourglass hourglass(view);
+    SetCheckMark(ListView1, icon);
+    ListView1_Click();
+}
+
+void Main::MEditSeMarkBlue_Click()
+{
+    MarkSelected(IconBlue);
+}
+
+void Main::MEditSeMarkGreen_Click()
+{
+    MarkSelected(IconGreen);
+}
+
+void Main::MEditSeMarkRed_Click()
+{
+    MarkSelected(IconRed);
+}
+
+void Main::MEditSeUnMark_Click()
+{
+    MarkSelected(IconNormal);
+}

@@ -1,0 +1,221 @@
+#include "autocreate/NamingFormat.h"
+#include "platform/Drives.h"
+#include "playlist/FileLists.h"
+#include "playlist/M3UFile.h"
+#include "playlist/PathText.h"
+#include "session/Hourglass.h"
+#include "session/Main.h"
+
+#include <QAction>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr auto title = "[Vantrel] M3U Playlist Editor v2.0 "_L1;
+constexpr auto playlistFilter = "M3U Playlist Files (*.m3u)|*.m3u|"_L1;
+constexpr auto playlistExtension = "m3u"_L1;
+
+FilePrompt PlaylistPrompt(const QString &promptTitle, const QString &proposal)
+{
+    return {promptTitle, playlistFilter, playlistExtension, proposal};
+}
+
+QString FolderOf(const QString &path)
+{
+    return path.chopped(GetFileName(path).size() + 1);
+}
+} // namespace
+
+void Main::SetCurrentPlaylist(const QString &path)
+{
+    CurrentPlaylistPath = path;
+    setWindowTitle(title + ShownPath(path));
+}
+
+bool Main::ConfirmSaveFirst()
+{
+    if (!PlaylistDirty || ListView1.Count() == 0)
+        return true;
+    const PromptAnswer answer = host.Prompts.Message(
+        {u"Do you want to save the current playlist first?"_s, PromptIcon::Question, PromptButtons::YesNoCancel});
+    return answer == PromptAnswer::Yes ? SavePlaylist(false, false) : answer == PromptAnswer::No;
+}
+
+void Main::OpenReplacing(const QString &path)
+{
+    ListView1.Clear();
+    PlaylistDirty = false;
+    try {
+        if (AddPath(path, false)) {
+            SetCurrentPlaylist(NormalisedPath(path));
+            UpdateRecentFiles(CurrentPlaylistPath);
+        }
+        PlaylistDirty = false;
+    } catch (const PlaylistFull &) {
+        // What stands in the grid is not the whole file, so a save must not go to it unasked.
+        SetCurrentPlaylist({});
+        throw;
+    }
+}
+
+void Main::OpenCommandLine(const QString &path)
+{
+    MFileNew_Click();
+    const auto restored = qScopeGuard([this] { PlaylistDirty = false; });
+    AddPath(path, false);
+    ListView1_Click();
+}
+
+bool Main::OpenPlaylist(bool isImport)
+{
+    const auto chosen = host.Prompts.OpenFile(PlaylistPrompt(isImport ? u"Import"_s : u"Open"_s, {}));
+    if (!chosen || (!isImport && !ConfirmSaveFirst()))
+        return false;
+    const int before = isImport ? ListView1.Count() : 0;
+    if (isImport) {
+        PlaylistDirty = true;
+        AddPath(*chosen, true);
+    } else {
+        OpenReplacing(*chosen);
+    }
+    MEditSelNone_Click();
+    return ListView1.Count() > before;
+}
+
+void Main::MFileNew_Click()
+{
+    if (!ConfirmSaveFirst())
+        return;
+    ListView1.Clear();
+    ListView1_Click();
+    SetCurrentPlaylist({});
+    PlaylistDirty = false;
+}
+
+void Main::MFileOpen_Click()
+{
+    OpenPlaylist(false);
+}
+
+void Main::MFileImport_Click()
+{
+    OpenPlaylist(true);
+}
+
+void Main::MFileRecent_Click(int index)
+{
+    const QString path = recentFiles[index];
+    if (path.isEmpty() || !ConfirmSaveFirst())
+        return;
+    if (!PathExists(path)) {
+        host.Prompts.Message({u"Could not open the file, check that it hasnt been moved, renamed or deleted!"_s,
+                              PromptIcon::Stop});
+        return;
+    }
+    OpenReplacing(path);
+    ListView1_Click();
+}
+
+void Main::MFileExit_Click()
+{
+    close();
+}
+
+void Main::MFileSave_Click()
+{
+    SavePlaylist(false, false);
+}
+
+void Main::MFileSaveAs_Click()
+{
+    SavePlaylist(true, false);
+}
+
+void Main::MFileSaveRel_Click()
+{
+    SavePlaylist(true, true);
+}
+
+QString Main::ProposedFileName(bool relative)
+{
+    if (!relative && !CurrentPlaylistPath.isEmpty())
+        return CurrentPlaylistPath;
+    const QString root = FindCommonRoot(FileArray);
+    const QString name = root.isEmpty() ? u"playlist.m3u"_s : ExpandNamingFormat(u"%0"_s, root, host.Clock.Now());
+    if (relative && !root.isEmpty())
+        return root + u'\\' + name;
+    if (relative)
+        host.Prompts.Message({u"This playlist cannot be saved to a relative directory because it points to files at "
+                              u"different Root locations or items that are pointed to incorrectly."_s,
+                              PromptIcon::Information});
+    return NormalisedPath(CurrentDirectory()) + u'\\' + name;
+}
+
+bool Main::SavePlaylist(bool forceDialog, bool relative)
+{
+    if (ListView1.Count() == 0)
+        return false;
+    DestroyFileArray();
+    SaveFileArrayFromList(true);
+    QString target = CurrentPlaylistPath;
+    if (forceDialog || target.isEmpty()) {
+        const auto chosen = host.Prompts.SaveFile(PlaylistPrompt(u"Save As"_s, ProposedFileName(relative)));
+        if (!chosen)
+            return false;
+        target = *chosen;
+    }
+    NormalisePath(target);
+    if (CheckExists(target))
+        return false;
+    DestroyFileArray();
+    SaveFileArrayFromList(true);
+    if (relative)
+        MakePathsRelative(FileArray, FolderOf(target));
+    return WritePlaylist(target);
+}
+
+bool Main::WritePlaylist(const QString &target)
+{
+    const Hourglass hourglass(this);
+    ShowMessage(u"Saving file: "_s + target);
+    const bool written = WritePlaylistFile(target, FileArray);
+    ShowMessage({});
+    if (!written) {
+        host.Prompts.Message({u"Unable to write to the specified file."_s, PromptIcon::Stop});
+        return false;
+    }
+    SetCurrentPlaylist(target);
+    UpdateRecentFiles(target);
+    PlaylistDirty = false;
+    return true;
+}
+
+bool Main::CheckExists(const QString &path)
+{
+    if (!PathExists(path))
+        return false;
+    return host.Prompts.Message({ShownPath(path) + u" exists, do you want to replace it?", PromptIcon::Question,
+                                 PromptButtons::YesNoCancel}) != PromptAnswer::Yes;
+}
+
+void Main::UpdateRecentFiles(const QString &path)
+{
+    if (path.isEmpty() || recentFiles.contains(path))
+        return;
+    recentFiles.prepend(path);
+    recentFiles.removeLast();
+    ShowRecentFiles();
+}
+
+void Main::ShowRecentFiles()
+{
+    for (int i = 0; i < RecentCount; ++i) {
+        QString shown = ShownPath(recentFiles[i]);
+        QAction *action = Command(ElementName("MFileRecent", i));
+        action->setVisible(!shown.isEmpty());
+        action->setText(u'&' + QString::number(i + 1) + u": " + shown.replace(u'&', "&&"_L1));
+    }
+    menus["MFileRec"]->setEnabled(!recentFiles.first().isEmpty());
+}

@@ -1,0 +1,73 @@
+#include "platform/Files.h"
+#include "playlist/FileLists.h"
+#include "playlist/M3UFile.h"
+#include "session/GridView.h"
+#include "session/Hourglass.h"
+#include "session/Main.h"
+
+using namespace Qt::StringLiterals;
+
+QString Main::SessionFile() const
+{
+    return host.ApplicationFolder + u"\\tmp.m3u";
+}
+
+void Main::PrevM3U(PreviewMode mode)
+{
+    if (ListView1.Count() == 0)
+        return;
+    const Hourglass hourglass(view);
+    FileArray = PreviewPaths(ListView1, mode);
+    RemoveMissingPaths(FileArray);
+    if (FileArray.isEmpty()) {
+        host.Prompts.Message({u"You cannot preview the item(s) because they are pointed to incorrectly.\n"
+                              u"Use 'Purge Playlist Entries' to remove or relocate the missing items.."_s,
+                              PromptIcon::Warning});
+        return;
+    }
+    EnsureFolder(host.ApplicationFolder);
+    if (WritePlaylistFile(SessionFile(), FileArray)) {
+        host.Shell.Open(SessionFile());
+        return;
+    }
+    for (const QString &path : std::as_const(FileArray))
+        host.Shell.Open(path);
+}
+
+void Main::MEditPlaySel_Click()
+{
+    PrevM3U(PreviewSelected);
+}
+
+void Main::MEditPlayFol_Click()
+{
+    PrevM3U(PreviewFolders);
+}
+
+void Main::MEditPlayLoc_Click()
+{
+    PrevM3U(PreviewFrom);
+}
+
+void Main::MEditPlayList_Click()
+{
+    PrevM3U(PreviewAll);
+}
+
+void Main::MEditSelLoc_Click()
+{
+    const Hourglass hourglass(this);
+    DestroyFileArray();
+    SaveFileArrayFromList(false);
+    host.Shell.Explore(FindCommonRoot(FileArray));
+}
+
+void Main::MEditFileInfo_Click()
+{
+    const int row = CountTotals(ListView1).CurrentRow;
+    if (row == 0)
+        return;
+    const QString path = ListView1.Item(row).FullPath();
+    if (!host.Shell.Properties(path))
+        ShowFileFacts(path);
+}

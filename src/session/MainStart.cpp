@@ -1,0 +1,70 @@
+#include "platform/Drives.h"
+#include "platform/Files.h"
+#include "playlist/FormatText.h"
+#include "playlist/M3UFile.h"
+#include "playlist/TextFiles.h"
+#include "session/Main.h"
+
+#include <QAction>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+
+void Main::RestoreSession(const QString &commandLine)
+{
+    keepsSession = true;
+    SetFormState(false);
+    commands["MToolsWinamp"]->setVisible(DetectPlayer());
+    menus["MViewTrans"]->setEnabled(IsNtFamily());
+    if (commandLine.isEmpty()) {
+        // Reading the session file must not move the user out of the folder of the last session.
+        const auto unchanged = qScopeGuard([this, folder = CurrentDirectory()] {
+            PlaylistDirty = false;
+            SetCurrentDirectory(folder);
+        });
+        AddPath(SessionFile(), false);
+        ListView1_Click();
+    } else {
+        OpenCommandLine(commandLine);
+    }
+}
+
+bool Main::DetectPlayer()
+{
+    if (!PathExists(SessionFile())) {
+        EnsureFolder(host.ApplicationFolder);
+        WriteLinesToFile(SessionFile(), {u"#"_s});
+    }
+    const QString player = host.Shell.AssociatedProgram(SessionFile());
+    const QString name = player.toLower();
+    if (!name.contains("studio"_L1) && !name.contains("winamp"_L1))
+        return false;
+    if (BookmarkFilePath.isEmpty())
+        BookmarkFilePath = GetFolderPart(player) + u"winamp.bm";
+    return true;
+}
+
+bool Main::IsNtFamily() const
+{
+    const QString family = host.Environment(u"OS"_s);
+    return family == "Windows_XP"_L1 || family == "Windows_NT"_L1;
+}
+
+void Main::ShowFileFacts(const QString &path)
+{
+    const FileRecord record = AnalyseFile(path);
+    QStringList facts{record.FileName, record.Folder};
+    if (record.Size == 0) {
+        facts.append(u"The file is missing or empty."_s);
+    } else {
+        const int attributes = FileAttributes(path);
+        facts.append(u"%1 (%2 bytes)"_s.arg(FormatFileSize(record.Size), QString::number(record.Size)));
+        for (const QString &text :
+             {record.FileType, record.LayerText, record.BitrateText, record.SampleRateText, record.ModeText}) {
+            if (!text.isEmpty())
+                facts.append(text);
+        }
+        facts.append(u"Read-only: %1"_s.arg(YesNoText((attributes & AttributeReadOnly) != 0)));
+    }
+    host.Prompts.Message({facts.join(u'\n'), PromptIcon::Information});
+}

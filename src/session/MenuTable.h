@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QStringView>
+
+#include <span>
+
+class Main;
+
+/// One line of the menu bar, top to bottom. The one map from command to action: menu item, shortcut, icon, tooltip and
+/// handler are declared here, and everything else reads it.
+struct MenuEntry {
+    /// 0 for a menu of the bar; each line belongs to the last line before it that is one level up.
+    int Level;
+    /// The control's name; empty for a separator.
+    const char *Name;
+    QStringView Caption;
+    /// Portable text of a key sequence, empty for none.
+    QStringView Shortcut;
+    /// Name of the icon, empty for none.
+    const char *Icon;
+    /// None for a menu (it has no tip either), for an element of an array, and for a command whose tool is not there
+    /// yet: that stands disabled and says so.
+    void (Main::*Handler)();
+    /// What the command does, for its tooltip.
+    QStringView Tip;
+    bool Checkable = false;
+    /// For an element of an array of menu items: its handler and its index.
+    void (Main::*ArrayHandler)(int) = nullptr;
+    int Index = 0;
+};
+
+std::span<const MenuEntry> MenuTable();

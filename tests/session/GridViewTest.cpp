@@ -1,0 +1,220 @@
+#include "platform/Drives.h"
+#include "session/GridView.h"
+
+#include <QAbstractItemModelTester>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr int rowCount = 40;
+
+void Fill(Grid &grid, int count)
+{
+    std::vector<FileRecord> records(static_cast<std::size_t>(count));
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        records[i].FileName = u"track %1.mp3"_s.arg(i + 1);
+        records[i].Folder = u"z:\\music\\"_s;
+        records[i].Size = 1000;
+    }
+    grid.Append(records);
+}
+
+QList<int> SelectedRows(const Grid &grid)
+{
+    QList<int> rows;
+    for (int row = 1; row <= grid.Count(); ++row) {
+        if (grid.Item(row).Selected)
+            rows.append(row);
+    }
+    return rows;
+}
+
+QList<int> SelectedRows(const QTreeView &view)
+{
+    QList<int> rows;
+    for (const QModelIndex &index : view.selectionModel()->selectedRows())
+        rows.append(index.row() + 1);
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+/// A stock view set up as ours is.
+std::unique_ptr<QTreeView> StockView(Grid &grid)
+{
+    auto view = std::make_unique<QTreeView>();
+    view->setUniformRowHeights(true);
+    view->setModel(&grid);
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setRootIsDecorated(false);
+    view->setItemsExpandable(false);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->setDragEnabled(true);
+    return view;
+}
+
+/// The same place in both views: the middle of a row's name, or the empty area below the last one.
+QPoint PlaceOf(const QTreeView &view, int row)
+{
+    if (row > view.model()->rowCount())
+        return {20, view.viewport()->height() - 2};
+    return view.visualRect(view.model()->index(row - 1, 0)).center();
+}
+/// Drags the data over the view and drops it; true when the view took it.
+bool Drop(QTreeView &view, const QMimeData &content)
+{
+    const QPoint place(5, 5);
+    QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &content, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view.viewport(), &enter);
+    QDropEvent drop(place, Qt::CopyAction | Qt::MoveAction, &content, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view.viewport(), &drop);
+    return enter.isAccepted() && drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
+}
+} // namespace
+
+class GridViewTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void SelectsAsAStockViewDoes();
+    void CommandBecomesTheBaseOfTheNextGesture();
+    void ModelKeepsItsPromises();
+    void FocusFollowsRows();
+    void HiddenColumnsKeepTheirData();
+    void TakesDroppedFiles();
+};
+
+void GridViewTest::SelectsAsAStockViewDoes()
+{
+    Grid grid;
+    Grid stockGrid;
+    Fill(grid, rowCount);
+    Fill(stockGrid, rowCount);
+    GridView view(&grid);
+    const auto stock = StockView(stockGrid);
+    for (QTreeView *each : {static_cast<QTreeView *>(&view), stock.get()}) {
+        each->resize(400, 1200);
+        each->show();
+    }
+    const QList<Qt::Key> keys{Qt::Key_Up,   Qt::Key_Down,     Qt::Key_PageUp, Qt::Key_PageDown,
+                              Qt::Key_Home, Qt::Key_End,      Qt::Key_Space,  Qt::Key_A};
+    const QList<Qt::KeyboardModifiers> modifiers{Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier,
+                                                 Qt::ControlModifier | Qt::ShiftModifier};
+    QRandomGenerator draw(20);
+    for (int step = 0; step < 3000; ++step) {
+        const auto modifier = modifiers[draw.bounded(4)];
+        const int row = 1 + draw.bounded(rowCount + 1);
+        const int other = 1 + draw.bounded(rowCount);
+        const int kind = draw.bounded(10);
+        const Qt::Key key = keys[draw.bounded(8)];
+        for (QTreeView *each : {static_cast<QTreeView *>(&view), stock.get()}) {
+            const auto button = kind == 0 ? Qt::RightButton : Qt::LeftButton;
+            if (kind < 5) {
+                QTest::mouseClick(each->viewport(), button, modifier, PlaceOf(*each, row));
+            } else if (kind == 5 && row > rowCount) {
+                // From the empty area a drag spans rows; from a row it would carry files away.
+                QTest::mousePress(each->viewport(), Qt::LeftButton, modifier, PlaceOf(*each, row));
+                QTest::mouseMove(each->viewport(), PlaceOf(*each, other));
+                QTest::mouseRelease(each->viewport(), Qt::LeftButton, modifier, PlaceOf(*each, other));
+            } else {
+                QTest::keyClick(each, key, key == Qt::Key_A ? Qt::ControlModifier : modifier);
+            }
+        }
+        QCOMPARE(SelectedRows(grid), SelectedRows(*stock));
+        QCOMPARE(view.currentIndex().row(), stock->currentIndex().row());
+        QCOMPARE(grid.FocusedRow(), stock->currentIndex().row() + 1);
+    }
+}
+
+void GridViewTest::CommandBecomesTheBaseOfTheNextGesture()
+{
+    Grid grid;
+    Fill(grid, 10);
+    GridView view(&grid);
+    view.resize(400, 400);
+    view.show();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, PlaceOf(view, 2));
+    grid.Reselect([](int row, const PlaylistItem &) { return row == 9; });
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier, PlaceOf(view, 4));
+    QCOMPARE(SelectedRows(grid), (QList<int>{2, 3, 4, 9}));
+}
+
+void GridViewTest::ModelKeepsItsPromises()
+{
+    Grid grid;
+    const QAbstractItemModelTester tester(&grid, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    Fill(grid, 10);
+    FileRecord missing;
+    missing.FileName = u"gone.mp3"_s;
+    missing.Folder = u"d:\\x\\"_s;
+    grid.Insert(missing, 3);
+    QCOMPARE(grid.CellText(3, ColumnFileName), u"gone.mp3"_s);
+    QCOMPARE(grid.CellText(4, ColumnFileName), u"track 3.mp3"_s);
+    QCOMPARE(grid.CellText(4, ColumnOriginalOrder), u"3"_s);
+    QStringList texts;
+    for (int column = ColumnTime; column <= ColumnOriginalOrder; ++column)
+        texts.append(grid.CellText(3, column));
+    QCOMPARE(texts, (QStringList{u"0:00"_s, u"0 Bytes"_s, u"d:\\x\\"_s, {}, {}, {}, {}, {}, {}, {}, {}}));
+    QVERIFY(grid.Item(3).Ghosted && grid.Item(3).SmallIcon == IconMissing);
+    QCOMPARE(grid.RemoveIf([](const PlaylistItem &item) { return item.Ghosted; }), 1);
+    grid.Rearrange({10, 9, 8, 7, 6, 5, 4, 3, 2, 1});
+    QCOMPARE(grid.CellText(1, ColumnFileName), u"track 10.mp3"_s);
+    std::vector<FileRecord> many(Grid::MaxRows - 9);
+    QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.Append(many));
+    QCOMPARE(grid.Count(), Grid::MaxRows);
+    QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.Insert(missing));
+    QCOMPARE(grid.Count(), Grid::MaxRows);
+}
+
+void GridViewTest::FocusFollowsRows()
+{
+    Grid grid;
+    Fill(grid, 6);
+    GridView view(&grid);
+    view.setCurrentIndex(grid.index(4, 0));
+    QCOMPARE(grid.FocusedRow(), 5);
+    grid.RemoveIf([&](const PlaylistItem &item) { return item.Text == u"track 2.mp3"; });
+    QCOMPARE(view.currentIndex().row() + 1, 4);
+    grid.Rearrange({4, 1, 2, 3, 5});
+    QCOMPARE(view.currentIndex().row() + 1, 1);
+    grid.RemoveIf([](const PlaylistItem &) { return true; });
+    QCOMPARE(grid.FocusedRow(), 0);
+    QVERIFY(!view.currentIndex().isValid());
+}
+
+void GridViewTest::HiddenColumnsKeepTheirData()
+{
+    Grid grid;
+    Fill(grid, 1);
+    GridView view(&grid);
+    QVERIFY(view.isColumnHidden(ColumnHiddenLen - 1) && view.isColumnHidden(ColumnHiddenSize - 1));
+    QCOMPARE(view.columnWidth(ColumnPath - 1), 650);
+    grid.ColumnWidths[ColumnPath - 1] = 0;
+    view.ApplyColumnWidths();
+    QVERIFY(view.isColumnHidden(ColumnPath - 1));
+    QCOMPARE(grid.CellText(1, ColumnPath), u"z:\\music\\"_s);
+}
+
+void GridViewTest::TakesDroppedFiles()
+{
+    Grid grid;
+    GridView view(&grid);
+    QStringList dropped;
+    connect(&view, &GridView::FilesDropped, this, [&](const QStringList &paths) { dropped = paths; });
+    QMimeData files;
+    files.setUrls({ToUrl(u"z:\\music\\50% \u00e4 #1.mp3"_s), QUrl(u"https://example.com/x.mp3"_s)});
+    QVERIFY(Drop(view, files));
+    QCOMPARE(dropped, QStringList{u"z:\\music\\50% \u00e4 #1.mp3"_s});
+
+    QMimeData text;
+    text.setText(u"no files"_s);
+    QVERIFY(!Drop(view, text));
+}
+
+QTEST_MAIN(GridViewTest)
+#include "GridViewTest.moc"

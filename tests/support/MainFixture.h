@@ -1,0 +1,116 @@
+#pragma once
+
+#include "platform/Drives.h"
+#include "platform/Files.h"
+#include "session/Main.h"
+#include "support/PromptQueue.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// A main window on a world of its own: a temporary folder, settings in memory, queued prompts, a recorded shell and a
+/// clock that stands still.
+struct MainFixture {
+    QTemporaryDir Temporary;
+    /// Inside form, no trailing backslash.
+    QString Folder = FromHostPath(Temporary.path());
+    PromptQueue Prompts;
+    QMap<QString, QString> Settings;
+    QStringList ShellCalls;
+    QString Player;
+    QList<double> Draws;
+    std::unique_ptr<Main> Window;
+
+    MainFixture() { Restart(); }
+
+    void Restart()
+    {
+        Window.reset();
+        SetCurrentDirectory(Folder);
+        Window = std::make_unique<Main>(MakeHost());
+    }
+
+    QString Inside(const QString &name) const { return Folder + u'\\' + name; }
+
+    /// Writes a file below the folder and returns its inside path. Folders are made as needed.
+    QString Write(const QString &name, const QByteArray &content)
+    {
+        const QString path = Temporary.filePath(QString(name).replace(u'\\', u'/'));
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write the test's file");
+        return Inside(name);
+    }
+
+    QByteArray Read(const QString &name) const
+    {
+        QByteArray content;
+        ReadWholeFile(Inside(name), content);
+        return content;
+    }
+
+    /// Files a.wma, b.wma, ... with so many bytes each, and their rows.
+    void AddRows(const QList<int> &sizes)
+    {
+        for (qsizetype i = 0; i < sizes.size(); ++i)
+            Window->AddPath(Write(QString(QChar(u'a' + char16_t(i))) + QStringLiteral(".wma"), QByteArray(sizes[i], 'x')),
+                            false);
+        Window->PlaylistDirty = false;
+        Window->MEditSelNone_Click();
+    }
+
+    void Select(const QList<int> &rows)
+    {
+        Window->ListView1.Reselect([&](int row, const PlaylistItem &) { return rows.contains(row); });
+        if (rows.size() == 1)
+            Window->ListView1.SetFocusedRow(rows.front());
+        Window->ListView1_Click();
+    }
+
+    void Trigger(const char *command) { Window->Command(command)->trigger(); }
+
+    /// The names of the rows without extension, a selected one in capitals.
+    QString Rows() const
+    {
+        QString text;
+        for (int row = 1; row <= Window->ListView1.Count(); ++row) {
+            const PlaylistItem &item = Window->ListView1.Item(row);
+            const QString name = item.Text.section(u'.', 0, 0);
+            text += (row > 1 ? QStringLiteral(" ") : QString()) + (item.Selected ? name.toUpper() : name);
+        }
+        return text;
+    }
+
+    QStringList Panels() const { return {Window->PanelText(1), Window->PanelText(2), Window->PanelText(3)}; }
+
+private:
+    Host MakeHost()
+    {
+        Host host = HeadlessHost(QStringLiteral("test"));
+        Prompts.Install(host.Prompts);
+        host.Settings.Read = [this](const QString &section, const QString &key) { return Settings.value(section + u'/' + key); };
+        host.Settings.Write = [this](const QString &section, const QString &key, const QString &value) {
+            Settings[section + u'/' + key] = value;
+        };
+        const auto record = [this](const char *verb) {
+            return [this, verb](const QString &path) {
+                ShellCalls.append(QLatin1StringView(verb) + u' ' + path);
+                return true;
+            };
+        };
+        host.Shell.Open = record("open");
+        host.Shell.Explore = record("explore");
+        host.Shell.Properties = record("properties");
+        host.Shell.AssociatedProgram = [this](const QString &) { return Player; };
+        host.Clock.Now = [] { return QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)); };
+        host.Clock.Reseed = [] {};
+        host.Clock.Random = [this] { return Draws.isEmpty() ? 0.0 : Draws.takeFirst(); };
+        host.Environment = [](const QString &) { return QString(); };
+        host.ApplicationFolder = Inside(QStringLiteral("app"));
+        host.ProgramFolder = Inside(QStringLiteral("program"));
+        return host;
+    }
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/Host.h"
+
+#include <QTest>
+
+#include <deque>
+#include <variant>
+
+/// Answers the program's prompts from a queue. An entry states the prompt's whole text (a message's text, a file
+/// dialog's proposal, a folder chooser's title) and gives the answer; a prompt that was not expected fails the test,
+/// and so does an entry left over.
+class PromptQueue
+{
+public:
+    struct Entry {
+        QString Text;
+        std::variant<PromptAnswer, std::optional<QString>, std::optional<QColor>, std::optional<FontChoice>> Answer;
+    };
+
+    ~PromptQueue()
+    {
+        for (const Entry &entry : entries)
+            QTest::qFail(qPrintable(QStringLiteral("prompt never came: ") + entry.Text), __FILE__, __LINE__);
+    }
+
+    void Expect(const QString &text, PromptAnswer answer) { entries.push_back({text, answer}); }
+    /// A file or folder dialog; an empty answer is Cancel.
+    void ExpectPath(const QString &text, const std::optional<QString> &answer) { entries.push_back({text, answer}); }
+    bool IsEmpty() const { return entries.empty(); }
+
+    void Install(Prompts &prompts)
+    {
+        prompts.Message = [this](const MessagePrompt &prompt) {
+            return Take<PromptAnswer>(prompt.Text, PromptAnswer::Cancel);
+        };
+        prompts.OpenFile = prompts.SaveFile = [this](const FilePrompt &prompt) {
+            return Take<std::optional<QString>>(prompt.Proposal, {});
+        };
+        prompts.Folder = [this](const FolderPrompt &prompt) { return Take<std::optional<QString>>(prompt.Title, {}); };
+        prompts.Line = [this](const LinePrompt &prompt) { return Take<std::optional<QString>>(prompt.Text, {}); };
+    }
+
+private:
+    template <typename Answer>
+    Answer Take(const QString &text, const Answer &cancel)
+    {
+        if (entries.empty() || entries.front().Text != text || !std::holds_alternative<Answer>(entries.front().Answer)) {
+            QTest::qFail(qPrintable(QStringLiteral("unexpected prompt: ") + text), __FILE__, __LINE__);
+            return cancel;
+        }
+        const Answer answer = std::get<Answer>(entries.front().Answer);
+        entries.pop_front();
+        return answer;
+    }
+
+    std::deque<Entry> entries;
+};
