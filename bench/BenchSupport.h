@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <vector>
 
 /// The value in the middle; 0 of none.
@@ -25,27 +26,50 @@ double SecondsOf(Function &&function)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+/// One side of a comparison.
+struct Side {
+    /// What a round times.
+    std::function<void()> Work;
+    /// Rows, files or the like that a round handles.
+    std::size_t Items = 1;
+    /// Done before each round, its time not taken.
+    std::function<void()> Prepare = [] {};
+};
+
 /// Runs the floor and what is measured against it in turn, once each in every iteration, and reports the median of the
-/// rounds: "ratio" (subject over floor in one round), "bound" (what the ratio must not exceed), and the microseconds
-/// of each for one of the items that a round handles. The label says whether the ratio keeps its bound.
-template <class Floor, class Subject>
-void CompareInTurn(benchmark::State &state, std::size_t items, double bound, Floor &&floor, Subject &&subject)
+/// rounds: "ratio" (subject over floor in one round, an item over an item), the lowest and the highest of them,
+/// "bound" (what the ratio must not exceed), and the microseconds of each for an item. The label says whether the
+/// ratio keeps its bound.
+inline void Compare(benchmark::State &state, double bound, const Side &floor, const Side &subject)
 {
+    const auto secondsPerItem = [](const Side &side) {
+        side.Prepare();
+        return SecondsOf(side.Work) / static_cast<double>(side.Items);
+    };
     std::vector<double> ratios;
     std::vector<double> floors;
     std::vector<double> subjects;
-    floor();
-    subject();
+    secondsPerItem(floor);
+    secondsPerItem(subject);
     for ([[maybe_unused]] auto round : state) {
-        floors.push_back(SecondsOf(floor));
-        subjects.push_back(SecondsOf(subject));
+        floors.push_back(secondsPerItem(floor));
+        subjects.push_back(secondsPerItem(subject));
         ratios.push_back(subjects.back() / floors.back());
-        state.SetIterationTime(subjects.back());
+        state.SetIterationTime(subjects.back() * static_cast<double>(subject.Items));
     }
-    const double perItem = 1e6 / static_cast<double>(items);
-    state.counters["ratio"] = Median(ratios);
+    const double ratio = Median(ratios);
+    state.counters["ratio"] = ratio;
+    state.counters["ratio_min"] = *std::min_element(ratios.begin(), ratios.end());
+    state.counters["ratio_max"] = *std::max_element(ratios.begin(), ratios.end());
     state.counters["bound"] = bound;
-    state.counters["floor_us_per_item"] = Median(floors) * perItem;
-    state.counters["subject_us_per_item"] = Median(subjects) * perItem;
-    state.SetLabel(Median(ratios) > bound ? "OVER ITS BOUND" : "within its bound");
+    state.counters["floor_us_per_item"] = Median(floors) * 1e6;
+    state.counters["subject_us_per_item"] = Median(subjects) * 1e6;
+    state.SetLabel(ratio > bound ? "OVER ITS BOUND" : "within its bound");
+}
+
+/// The same for two sides that handle the same items and need no preparation.
+template <class Floor, class Subject>
+void CompareInTurn(benchmark::State &state, std::size_t items, double bound, Floor &&floor, Subject &&subject)
+{
+    Compare(state, bound, {floor, items}, {subject, items});
 }

@@ -27,7 +27,7 @@ constexpr std::array<int, 15> Kilobits = {0, 32, 40, 48, 56, 64, 80, 96, 112, 12
 constexpr int Files = 10000;
 constexpr int LongFiles = 200;
 // One file in so many has no header.
-const int BareEvery = getenv("BE") ? atoi(getenv("BE")) : 20;
+constexpr int BareEvery = 33;
 
 // A frame of layer III, MPEG 1, 44,100 hertz; "Padded" as encoders do it, by the frame's number.
 QByteArray Frame(std::size_t rate, qint64 number, std::minstd_rand &noise)
@@ -75,13 +75,19 @@ QByteArray TagFrame(const char *name, const QByteArray &body)
     return name + BigEndian(body.size()) + QByteArray(2, '\0') + body;
 }
 
-// Texts, a comment and a picture that takes the rest, as such tags are filled; the last kilobyte is padding.
+// Texts in UTF-16, identifiers, a comment and a picture that takes the rest, as taggers leave them; the last kilobyte
+// is padding.
 QByteArray Tag(qsizetype bytes)
 {
+    const QString text = u"A text of the usual length"_s;
+    const QByteArray wide = "\1\xFF\xFE" + QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
     QByteArray tag;
-    for (const char *name : {"TIT2", "TPE1", "TALB", "TRCK", "TYER", "TCON", "TCOM", "TENC"})
-        tag += TagFrame(name, QByteArray(1, '\0') + "A text of the usual length");
-    tag += TagFrame("COMM", QByteArray("\0eng\0A comment of the usual length", 34));
+    for (const char *name : {"TIT2", "TPE1", "TPE2", "TALB", "TRCK", "TPOS", "TYER", "TCON", "TCOM", "TENC", "TPUB"}) {
+        if (tag.size() + 100 < bytes)
+            tag += TagFrame(name, wide);
+    }
+    for (int number = 0; number < 14 && tag.size() + 200 < bytes; ++number)
+        tag += TagFrame("TXXX", QByteArray("\1\xFF\xFEi\0d\0\0\0", 9) + wide.mid(1));
     if (const qsizetype left = bytes - tag.size() - 1024; left > 1000)
         tag += TagFrame("APIC", QByteArray("\0image/jpeg\0\3\0", 14) + QByteArray(left - 24, 'p'));
     return tag + QByteArray(bytes - tag.size(), '\0');
@@ -98,8 +104,7 @@ QByteArray Content(const Shape &shape, std::minstd_rand &noise)
     }
     if (shape.HasHeader)
         audio = WithHeader(audio, frames, shape.Variable, noise);
-    if (shape.TagBytes == 0)
-        return audio;
+    audio += "TAG" + QByteArray(30, 't') + QByteArray(95, '\0');
     const QByteArray tag = Tag(shape.TagBytes - 10);
     const qsizetype size = tag.size();
     const char head[] = {'I',

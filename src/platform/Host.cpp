@@ -45,8 +45,7 @@ SettingsStore MakeSettings(const QString &applicationName)
         return SettingsText(store->value(SettingsAddress(section, key)));
     };
     settings.Write = [store](const QString &section, const QString &key, const QString &value) {
-        // A null text would be kept as no value at all.
-        store->setValue(SettingsAddress(section, key), value.isNull() ? u""_s : value);
+        store->setValue(SettingsAddress(section, key), value);
     };
     return settings;
 }

@@ -14,6 +14,13 @@ inline ColourNumber NumberOfColour(const QColor &colour)
     return colour.red() | colour.green() << 8 | colour.blue() << 16;
 }
 
+/// A colour between two: percent of the front.
+inline QColor Blend(const QColor &front, const QColor &back, int percent)
+{
+    const auto mix = [percent](int a, int b) { return (a * percent + b * (100 - percent)) / 100; };
+    return QColor(mix(front.red(), back.red()), mix(front.green(), back.green()), mix(front.blue(), back.blue()));
+}
+
 inline QColor ColourOfNumber(ColourNumber number)
 {
     return QColor(number & 0xff, number >> 8 & 0xff, number >> 16 & 0xff);

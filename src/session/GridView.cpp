@@ -1,7 +1,10 @@
 #include "session/GridView.h"
 
 #include "platform/Drives.h"
+#include "session/Colours.h"
+#include "session/GridAccessible.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QHeaderView>
@@ -14,12 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-QColor Blend(const QColor &front, const QColor &back)
-{
-    return QColor::fromRgbF((front.redF() * 11 + back.redF() * 9) / 20, (front.greenF() * 11 + back.greenF() * 9) / 20,
-                            (front.blueF() * 11 + back.blueF() * 9) / 20);
-}
-
 /// Dims the rows of missing files.
 class RowDelegate : public QStyledItemDelegate
 {
@@ -35,10 +32,10 @@ protected:
         QPalette &palette = option->palette;
         for (const auto group : {QPalette::Active, QPalette::Inactive}) {
             palette.setColor(group, QPalette::Text,
-                             Blend(palette.color(group, QPalette::Text), palette.color(group, QPalette::Base)));
+                             Blend(palette.color(group, QPalette::Text), palette.color(group, QPalette::Base), 58));
             palette.setColor(group, QPalette::HighlightedText,
                              Blend(palette.color(group, QPalette::HighlightedText),
-                                   palette.color(group, QPalette::Highlight)));
+                                   palette.color(group, QPalette::Highlight), 75));
         }
     }
 
@@ -49,6 +46,7 @@ private:
 
 GridView::GridView(Grid *shownGrid, QWidget *parent) : QTreeView(parent), grid(shownGrid)
 {
+    InstallGridAccessibility();
     // Before the model, or the first layout measures every row.
     setUniformRowHeights(true);
     setModel(grid);
@@ -76,7 +74,13 @@ GridView::GridView(Grid *shownGrid, QWidget *parent) : QTreeView(parent), grid(s
     header()->setHighlightSections(false);
     ApplyColumnWidths();
 
-    connect(grid, &Grid::SelectionChanged, viewport(), qOverload<>(&QWidget::update));
+    connect(grid, &Grid::SelectionChanged, this, [this] {
+        viewport()->update();
+        if (QAccessible::isActive()) {
+            QAccessibleEvent event(this, QAccessible::SelectionWithin);
+            QAccessible::updateAccessibility(&event);
+        }
+    });
     connect(grid, &Grid::FocusMoved, this, [this](int row) {
         if (row - 1 != currentIndex().row())
             rowSelection->setCurrentIndex(row > 0 ? grid->index(row - 1, 0) : QModelIndex(),

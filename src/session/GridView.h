@@ -17,6 +17,7 @@ public:
     /// Brings the header to the grid's column widths; a width of 0 hides the column.
     void ApplyColumnWidths();
     void MakeVisible(int row);
+    const Grid &Rows() const { return *grid; }
     /// Taken by a drag as its data, when rows are dragged out.
     std::function<QMimeData *()> MakeDragData;
 

@@ -9,6 +9,7 @@
 #include "session/Toolbar.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -27,6 +28,7 @@ Main::Main(const Host &hostOfProgram) : host(hostOfProgram), recentFiles(RecentC
     BuildMenus();
     BuildToolbar();
     BuildStatusBar();
+    ColourMenus();
     CheckDefaults();
     SetCurrentPlaylist({});
     resize(1000, 640);
@@ -117,6 +119,23 @@ void Main::BuildMenus()
     for (const char *name : {"MFile", "MEdit", "MView", "MTools", "MHelp"})
         menuBar()->addMenu(menus[name]);
     ShowRecentFiles();
+}
+
+void Main::ColourMenus()
+{
+    // A highlight as strong as the icons would swallow them.
+    QPalette palette = QApplication::palette("QMenu");
+    palette.setColor(QPalette::Highlight, Blend(palette.color(QPalette::Highlight), palette.color(QPalette::Window), 30));
+    palette.setColor(QPalette::HighlightedText, palette.color(QPalette::WindowText));
+    for (QMenu *menu : findChildren<QMenu *>())
+        menu->setPalette(palette);
+}
+
+void Main::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        ColourMenus();
 }
 
 void Main::BuildToolbar()

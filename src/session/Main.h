@@ -161,11 +161,13 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void BuildGrid();
     void BuildMenus();
     void BuildToolbar();
+    void ColourMenus();
     void BuildStatusBar();
     void AddToolsMenu(QToolButton *button);
     /// A toolbar button runs its command whatever the state of the menu item; the command guards itself.

@@ -16,6 +16,10 @@ StatusPanel::StatusPanel(QWidget *parent) : QLabel(parent)
 void StatusPanel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    if (x() > parentWidget()->contentsRect().left() + frameWidth() + 4) {
+        painter.setPen(palette().color(QPalette::Mid));
+        painter.drawLine(0, 2, 0, height() - 3);
+    }
     const QRect area = contentsRect().adjusted(4, 0, -4, 0);
     style()->drawItemText(&painter, area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette(), isEnabled(),
                           fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width()), foregroundRole());

@@ -2,6 +2,7 @@
 #include "session/GridView.h"
 
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QRandomGenerator>
@@ -87,6 +88,7 @@ private Q_SLOTS:
     void FocusFollowsRows();
     void HiddenColumnsKeepTheirData();
     void TakesDroppedFiles();
+    void ScreenReadersHearTheSelection();
 };
 
 void GridViewTest::SelectsAsAStockViewDoes()
@@ -214,6 +216,28 @@ void GridViewTest::TakesDroppedFiles()
     QMimeData text;
     text.setText(u"no files"_s);
     QVERIFY(!Drop(view, text));
+}
+
+void GridViewTest::ScreenReadersHearTheSelection()
+{
+    Grid grid;
+    Fill(grid, 3);
+    FileRecord missing;
+    missing.FileName = u"gone.mp3"_s;
+    grid.Insert(missing);
+    GridView view(&grid);
+    grid.Reselect([](int row, const PlaylistItem &) { return row == 2 || row == 4; });
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&view);
+    QVERIFY(interface != nullptr && interface->tableInterface() != nullptr);
+    QAccessibleTableInterface *table = interface->tableInterface();
+    QCOMPARE(table->selectedRows(), (QList<int>{1, 3}));
+    QAccessibleInterface *cell = table->cellAt(3, 0);
+    QCOMPARE(cell->text(QAccessible::Name), u"gone.mp3, missing"_s);
+    QVERIFY(cell->state().selected && !table->cellAt(2, 0)->state().selected);
+    QCOMPARE(interface->child(ColumnTime - 1)->text(QAccessible::Name), u"Time"_s);
+    QCOMPARE(interface->child(interface->indexOfChild(cell)), cell);
+    table->selectRow(0);
+    QVERIFY(grid.Item(1).Selected && grid.Item(2).Selected);
 }
 
 QTEST_MAIN(GridViewTest)

@@ -2,7 +2,8 @@
 #include "platform/QtHost.h"
 #include "session/Icons.h"
 #include "session/Main.h"
-#include "session/Settings.h"
+#include "session/ProgramName.h"
+#include "session/SplashFrm.h"
 
 #include <QApplication>
 
@@ -31,7 +32,10 @@ int main(int argc, char **argv)
     const Host host = QtHost(ApplicationName());
     LoadDriveMappings(host.Settings);
     Main window(host);
-    window.show();
-    window.Run([&] { window.RestoreSession(commandLine); });
+    SplashFrm splash([&] {
+        window.show();
+        window.Run([&] { window.RestoreSession(commandLine); });
+    });
+    splash.show();
     return QApplication::exec();
 }

@@ -4,7 +4,7 @@
 #include "platform/Headless.h"
 #include "platform/Host.h"
 #include "session/Main.h"
-#include "session/Settings.h"
+#include "session/ProgramName.h"
 
 #include <QApplication>
 #include <QBuffer>

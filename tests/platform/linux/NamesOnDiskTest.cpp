@@ -113,6 +113,7 @@ void NamesOnDiskTest::CheckLine(const QString &path, const QByteArray &bytes)
 {
     const QString line = ToPlaylistLine(path);
     QVERIFY(!line.contains(u'\n') && !line.contains(u'\r') && !line.startsWith(u'#'));
+    QVERIFY(!EncodeText(line).startsWith("\xEF\xBB\xBF"));
     const QString back = FromPlaylistLine(DecodeText(EncodeText(line)));
     const QByteArray reached = ToHostBytes(back);
     QCOMPARE(reached.startsWith('/') ? reached : QByteArray(hostFolder + '/' + reached), bytes);

@@ -1,0 +1,157 @@
+#include "BenchRows.h"
+#include "BenchSupport.h"
+
+#include "playlist/FileLists.h"
+#include "playlist/RowCommands.h"
+
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+// The commands on rows, with every second row selected, over what a bare vector of the same rows takes.
+
+namespace
+{
+using Rows = std::vector<PlaylistItem>;
+
+/// A grid, the rows it starts each round with, and bare rows for the floor.
+struct RowSet {
+    explicit RowSet(int count)
+    {
+        Shown.Append(BenchRecords(count));
+        // Neither the first nor the last row, so that both moves have work to do.
+        Shown.Reselect([&](int row, const PlaylistItem &) { return row % 2 == 0 && row < count; });
+        Shown.UpdateIcons([number = 0](PlaylistItem &item) mutable {
+            if (++number % 5 == 0 && item.SmallIcon != IconMissing)
+                item.SmallIcon = IconBlue;
+        });
+        Start = Shown.RowsForSelection();
+        Folders = {Shown.Item(2).Folder, Shown.Item(count / 2).Folder, Shown.Item(count).Folder};
+        // Each selected row exchanges its place with the one before it.
+        Order.resize(Start.size());
+        std::iota(Order.begin(), Order.end(), 1);
+        for (std::size_t i = 1; i < Order.size(); i += 2)
+            std::swap(Order[i - 1], Order[i]);
+    }
+
+    void ResetGrid() { Shown.RowsForSelection() = Start; }
+    void ResetBare() { Bare = Start; }
+
+    Grid Shown;
+    Rows Start;
+    Rows Bare;
+    QStringList Folders;
+    std::vector<int> Order;
+};
+
+RowSet &SetOf(int count)
+{
+    static RowSet full(FullList);
+    static RowSet part(ShortList);
+    return count == FullList ? full : part;
+}
+
+void ThreePasses(RowSet &set)
+{
+    for (int pass = 0; pass < 3; ++pass) {
+        for (PlaylistItem &item : set.Bare)
+            item.Selected = !item.Selected;
+        benchmark::ClobberMemory();
+    }
+}
+
+void Compaction(RowSet &set)
+{
+    std::erase_if(set.Bare, [](const PlaylistItem &item) { return item.Selected; });
+}
+
+void TopPartition(RowSet &set)
+{
+    std::stable_partition(set.Bare.begin(), set.Bare.end(), [](const PlaylistItem &item) { return item.Selected; });
+}
+
+void BottomPartition(RowSet &set)
+{
+    std::stable_partition(set.Bare.begin(), set.Bare.end(), [](const PlaylistItem &item) { return !item.Selected; });
+}
+
+void Permutation(RowSet &set)
+{
+    Rows arranged;
+    arranged.reserve(set.Bare.size());
+    for (const int row : set.Order)
+        arranged.push_back(std::move(set.Bare[static_cast<std::size_t>(row - 1)]));
+    set.Bare = std::move(arranged);
+}
+
+const Clock &HostClock()
+{
+    static const Clock clock = HeadlessHost(u"bench"_s).Clock;
+    return clock;
+}
+
+/// As the menu's command does it: the folders come from the paths of the selected rows.
+void SelectInFoldersOfSelection(RowSet &set)
+{
+    QStringList paths;
+    for (const PlaylistItem &item : set.Shown.RowsForSelection()) {
+        if (item.Selected)
+            paths.append(item.FullPath());
+    }
+    QStringList folders;
+    ListDistinctFolders(paths, folders);
+    SelectInFolders(set.Shown, folders);
+}
+
+struct RowCommand {
+    const char *Name;
+    double Bound;
+    void (*Floor)(RowSet &set);
+    void (*Work)(RowSet &set);
+};
+
+const RowCommand commands[] = {
+    {"SelectAll", 2, ThreePasses, [](RowSet &set) { SelectAll(set.Shown); }},
+    {"SelectNone", 2, ThreePasses, [](RowSet &set) { SelectNone(set.Shown); }},
+    {"InvertSelection", 2, ThreePasses, [](RowSet &set) { InvertSelection(set.Shown); }},
+    {"AlternateSelection", 2, ThreePasses, [](RowSet &set) { AlternateSelection(set.Shown); }},
+    {"RandomSelection", 2, ThreePasses, [](RowSet &set) { RandomSelection(set.Shown, HostClock()); }},
+    {"SelectInFolders", 2, ThreePasses, [](RowSet &set) { SelectInFolders(set.Shown, set.Folders); }},
+    {"SelectInFoldersOfSelection", 2, ThreePasses, SelectInFoldersOfSelection},
+    {"SelectCheckMarked", 2, ThreePasses, [](RowSet &set) { SelectCheckMarked(set.Shown); }},
+    {"SetCheckMark", 2, ThreePasses, [](RowSet &set) { SetCheckMark(set.Shown, IconGreen); }},
+    {"Remove", 1.5, Compaction,
+     [](RowSet &set) { set.Shown.RemoveIf([](const PlaylistItem &item) { return item.Selected; }); }},
+    {"MoveToTop", 1.5, TopPartition, [](RowSet &set) { MoveToTop(set.Shown); }},
+    {"MoveToBottom", 1.5, BottomPartition, [](RowSet &set) { MoveToBottom(set.Shown); }},
+    {"MoveUp", 2, Permutation, [](RowSet &set) { MoveUp(set.Shown); }},
+    {"MoveDown", 2, Permutation, [](RowSet &set) { MoveDown(set.Shown); }},
+    {"ShuffleSelection", 2, Permutation, [](RowSet &set) { ShuffleSelection(set.Shown, HostClock()); }},
+};
+
+Side CommandOn(RowSet &set, const RowCommand &command)
+{
+    return {[&set, &command] { command.Work(set); }, set.Start.size(), [&set] { set.ResetGrid(); }};
+}
+
+void OverFloor(benchmark::State &state, const RowCommand &command)
+{
+    RowSet &set = SetOf(FullList);
+    const Side floor{[&] { command.Floor(set); }, set.Start.size(), [&] { set.ResetBare(); }};
+    Compare(state, command.Bound, floor, CommandOn(set, command));
+}
+
+void Growth(benchmark::State &state, const RowCommand &command)
+{
+    Compare(state, 1.3, CommandOn(SetOf(ShortList), command), CommandOn(SetOf(FullList), command));
+}
+
+[[maybe_unused]] const bool registered = [] {
+    for (const RowCommand &command : commands) {
+        const std::string name = command.Name;
+        benchmark::RegisterBenchmark((name + "/OverFloor").c_str(), OverFloor, command)->UseManualTime();
+        benchmark::RegisterBenchmark((name + "/Growth").c_str(), Growth, command)->UseManualTime();
+    }
+    return true;
+}();
+} // namespace

@@ -1,8 +1,0 @@
-#include "session/Settings.h"
-
-using namespace Qt::StringLiterals;
-
-QString ApplicationName()
-{
-    return u"Vantrel Playlist Editor20"_s;
-}
