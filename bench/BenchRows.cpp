@@ -19,7 +19,7 @@ QString Words(std::minstd_rand &noise, int count)
 FileRecord Measured(FileRecord record, std::minstd_rand &noise)
 {
     static constexpr std::array rates{128, 160, 192, 256, 320};
-    const std::uint32_t draw = noise() >> 8;
+    const auto draw = static_cast<std::uint32_t>(noise() >> 8);
     const QString rate = QString::number(rates[draw % rates.size()]);
     record.Valid = true;
     record.Size = 1000000 + draw % 9000000;

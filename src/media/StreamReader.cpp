@@ -18,7 +18,7 @@ using Bytes = std::span<const unsigned char>;
 constexpr std::size_t TagBytes = 256;
 constexpr std::size_t FrontBytes = 2560;
 // Forward reading, where much of the file is wanted.
-constexpr std::size_t BlockBytes = 112 * 1024;
+constexpr std::size_t BlockBytes = 256 * 1024;
 // Streams up to this size are walked: that costs no more than looking at places.
 constexpr std::int64_t WalkedBytes = 64 * 1024;
 constexpr int Places = 24;

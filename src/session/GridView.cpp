@@ -32,7 +32,7 @@ protected:
         QPalette &palette = option->palette;
         for (const auto group : {QPalette::Active, QPalette::Inactive}) {
             palette.setColor(group, QPalette::Text,
-                             Blend(palette.color(group, QPalette::Text), palette.color(group, QPalette::Base), 58));
+                             Blend(palette.color(group, QPalette::Text), palette.color(group, QPalette::Base), 65));
             palette.setColor(group, QPalette::HighlightedText,
                              Blend(palette.color(group, QPalette::HighlightedText),
                                    palette.color(group, QPalette::Highlight), 75));

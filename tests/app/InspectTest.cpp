@@ -70,7 +70,8 @@ struct World {
     /// Names are bytes, so that any name can be made.
     void Write(const QByteArray &name, const QByteArray &content) const
     {
-        std::ofstream file((Path({}).toUtf8() + name).toStdString(), std::ios::binary);
+        const QByteArray path = Path({}).toUtf8() + name;
+        std::ofstream file(path.toStdString(), std::ios::binary);
         file << content.toStdString() << std::flush;
         if (!file)
             qFatal("cannot write the test's file");
@@ -145,6 +146,7 @@ private Q_SLOTS:
     void Refuses();
     void ReadsAnyPlaylist_data();
     void ReadsAnyPlaylist();
+    void FindsFilesOfAnyName();
     void StopsAtTheLastRow();
     void SurvivesFolderLoops();
     void PassesOverWhatItMayNotRead();
@@ -166,7 +168,6 @@ void InspectTest::ListsAMixedPlaylist()
     QCOMPARE(world.Tree(), before);
 
     const QByteArray folder = FromHostPath(world.Path({})).toUtf8();
-    const QByteArray stream = "Layer III\t%1\t44100 Hz\tJoint Stereo\t2\t%2\t%3\t1";
     const QList<QByteArray> rows{
         "cbr128-mpeg1-joint-info.mp3\t0:02\t36 Kb\t" + folder +
             "\tMPEG 1.0\tLayer III\t128 Kbit\t44100 Hz\tJoint Stereo\t2\t36361\t1\t1",
@@ -194,7 +195,7 @@ void InspectTest::ListsFoldersAndFiles()
     QCOMPARE(folder.Status, 0);
     const QList<QByteArray> names = folder.Names();
     QCOMPARE(names.size(), 5);
-    for (const QByteArray &name : {"b.WAV", "esc?[31m.wma", "line?break.wma", "tab?here.wma"})
+    for (const char *name : {"b.WAV", "esc?[31m.wma", "line?break.wma", "tab?here.wma"})
         QVERIFY2(names.contains(name), name);
     QCOMPARE(world.Inspect({world.Path(u"b.WAV"_s)}).Names(), QList<QByteArray>{"b.WAV"});
     QCOMPARE(world.Inspect({u"c.txt"_s}).Names(), QList<QByteArray>());
@@ -270,7 +271,7 @@ void InspectTest::Refuses()
     QCOMPARE(listing.Status, 1);
     QVERIFY2(listing.Errors.startsWith("playlist-inspect: ") && listing.Errors.endsWith('\n') &&
                  listing.Errors.count('\n') == 1,
-             listing.Errors);
+             listing.Errors.constData());
     QCOMPARE(world.Tree(), before);
 }
 
@@ -321,3 +322,84 @@ void InspectTest::ReadsAnyPlaylist()
     QCOMPARE(listing.Errors, QByteArray());
     QCOMPARE(listing.Names(), names);
 }
+
+void InspectTest::FindsFilesOfAnyName()
+{
+    const World world;
+    QByteArray printable;
+    for (char c = ' '; c <= '~'; ++c) {
+        if (c != '/')
+            printable += c;
+    }
+    world.Write(printable + ".wma", "12345");
+    world.Write("\xff\xc3.wma", "12345");
+    // A backslash in a name, and a byte that is no text, have characters of their own.
+    const QByteArray shown = QByteArray(printable).replace('\\', "\uF05C") + ".wma";
+    const QByteArray carried = "\uF0FF\uF0C3.wma";
+    QCOMPARE(world.Inspect({u"."_s}).Names(), (QList<QByteArray>{shown, carried}));
+    world.Write("list.m3u", "./" + printable + ".wma\n" + carried + '\n');
+    QCOMPARE(world.Inspect({u"list.m3u"_s}).Names(), (QList<QByteArray>{shown, carried}));
+}
+
+void InspectTest::StopsAtTheLastRow()
+{
+    const World world;
+    QByteArray content;
+    for (int i = 1; i <= 32768; ++i)
+        content += "gone/" + QByteArray::number(i) + ".wma\r\n";
+    world.Write("list.m3u", content);
+    const Listing listing = world.Inspect({u"list.m3u"_s});
+    QCOMPARE(listing.Status, 0);
+    QVERIFY2(listing.Errors.startsWith("playlist-inspect: The playlist is full") && listing.Errors.count('\n') == 1,
+             listing.Errors.constData());
+    QCOMPARE(listing.RowLines().size(), 32767);
+    QVERIFY(listing.RowLines().last().startsWith("32767.wma\t"));
+    QVERIFY(listing.Output.contains("\npanel 1: Total: 32767\n"));
+}
+
+void InspectTest::SurvivesFolderLoops()
+{
+    const World world;
+    QDir(world.Path({})).mkpath(u"a/b"_s);
+    world.Write("a/b/one.wma", "12345");
+    QFile::link(u".."_s, world.Path(u"a/b/up"_s));
+    QFile::link(u"../a"_s, world.Path(u"a/again"_s));
+    QFile::link(u"self.wma"_s, world.Path(u"self.wma"_s));
+    QCOMPARE(world.Inspect({u"."_s}).Names(), QList<QByteArray>{"one.wma"});
+    world.Write("list.m3u", "a/again/b/up/b/one.wma\nself.wma\n");
+    QCOMPARE(world.Inspect({u"list.m3u"_s}).Names(), (QList<QByteArray>{"one.wma", "(self.wma)"}));
+}
+
+void InspectTest::PassesOverWhatItMayNotRead()
+{
+    if (IsRoot())
+        QSKIP("The administrator may read everything.");
+    const World world;
+    QDir(world.Path({})).mkdir(u"locked"_s);
+    world.Write("locked/one.wma", "12345");
+    world.Write("two.wma", "12345");
+    world.Take(u"text.mp3"_s);
+    QFile::setPermissions(world.Path(u"text.mp3"_s), {});
+    QFile::setPermissions(world.Path(u"locked"_s), {});
+    const Listing folder = world.Inspect({u"."_s});
+    world.Write("list.m3u", "locked/one.wma\ntwo.wma\ntext.mp3\n");
+    const Listing list = world.Inspect({u"list.m3u"_s});
+    const Listing locked = world.Inspect({u"locked"_s});
+    QFile::setPermissions(world.Path(u"locked"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QCOMPARE(folder.Names(), (QList<QByteArray>{"text.mp3", "two.wma"}));
+    QCOMPARE(list.Names(), (QList<QByteArray>{"(one.wma)", "two.wma", "text.mp3"}));
+    QCOMPARE(locked.Status, 1);
+}
+
+void InspectTest::ListsTheDemo()
+{
+    const QString demo = u"" DEMO_FOLDER "/demo.m3u"_s;
+    if (!QFileInfo::exists(demo))
+        QSKIP("There is no demo list.");
+    const QList<QByteArray> names = World().Inspect({demo}).Names();
+    QVERIFY(names.size() >= 12);
+    QCOMPARE(std::count_if(names.begin(), names.end(), [](const QByteArray &name) { return name.startsWith('('); }), 1);
+}
+
+QTEST_GUILESS_MAIN(InspectTest)
+#include "InspectTest.moc"

@@ -4,6 +4,7 @@
 #include "platform/Headless.h"
 #include "platform/Host.h"
 #include "session/Main.h"
+#include "session/Palettes.h"
 #include "session/ProgramName.h"
 
 #include <QApplication>
@@ -23,11 +24,36 @@ struct Request {
     /// Empty for none.
     QString Picture;
     QSize Size{1000, 640};
+    int Scale = 1;
+    bool Dark = false;
+    bool Compact = false;
 };
+
+constexpr QLatin1StringView usage = "usage: playlist-inspect [--picture FILE.png] [--size WIDTHxHEIGHT] [--scale 1-4] "
+                                    "[--style dark|light] [--mode normal|compact] PATH"_L1;
+
+/// A line break in a host's file name is carried as a private-use character; to a reader it is a control character too.
+bool IsControl(QChar character)
+{
+    return character.category() == QChar::Other_Control || character == u'\uF00A' || character == u'\uF00D';
+}
+
+QString Printable(QString value)
+{
+    std::replace_if(value.begin(), value.end(), IsControl, u'?');
+    return value;
+}
+
+/// One line on standard error.
+void Complain(QString text)
+{
+    text.replace(u'\n', u' ');
+    std::fprintf(stderr, "playlist-inspect: %s\n", qUtf8Printable(Printable(text)));
+}
 
 int Fail(const QString &reason)
 {
-    std::fprintf(stderr, "playlist-inspect: %s\n", qUtf8Printable(reason));
+    Complain(reason);
     return 1;
 }
 
@@ -41,27 +67,33 @@ std::optional<QSize> ParsedSize(const QString &text)
     return sane ? std::optional(size) : std::nullopt;
 }
 
-/// The request of the command line, or the reason why there is none. Arguments are bytes, a character each.
-std::optional<Request> ParsedRequest(const QStringList &arguments, QString &reason)
+/// The place of a value among the choices of an option, -1 for none of them. The first choice is the default.
+int ChoiceOf(const QCommandLineParser &parser, const QString &option, const QStringList &choices)
+{
+    return parser.isSet(option) ? static_cast<int>(choices.indexOf(parser.value(option))) : 0;
+}
+
+/// The request of the command line; empty when it makes no sense. Arguments are bytes, a character each.
+std::optional<Request> ParsedRequest(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    const QCommandLineOption picture(u"picture"_s, {}, u"FILE.png"_s);
-    const QCommandLineOption size(u"size"_s, {}, u"WIDTHxHEIGHT"_s);
-    parser.addOptions({picture, size});
-    reason = u"usage: playlist-inspect [--picture FILE.png] [--size WIDTHxHEIGHT] PATH"_s;
+    for (const QString &option : {u"picture"_s, u"size"_s, u"scale"_s, u"style"_s, u"mode"_s})
+        parser.addOption(QCommandLineOption(option, {}, option));
     if (!parser.parse(arguments) || parser.positionalArguments().size() != 1)
         return {};
     Request request;
     request.Path = PathOfArgument(parser.positionalArguments().front().toLatin1());
-    if (parser.isSet(picture))
-        request.Picture = PathOfArgument(parser.value(picture).toLatin1());
-    if (parser.isSet(size)) {
-        const auto parsed = ParsedSize(parser.value(size));
-        reason = u"--size wants WIDTHxHEIGHT, each from 100 to 8192"_s;
-        if (!parsed)
-            return {};
-        request.Size = *parsed;
-    }
+    request.Picture = PathOfArgument(parser.value(u"picture"_s).toLatin1());
+    const auto size = parser.isSet(u"size"_s) ? ParsedSize(parser.value(u"size"_s)) : request.Size;
+    const int scale = ChoiceOf(parser, u"scale"_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s});
+    const int style = ChoiceOf(parser, u"style"_s, {u"light"_s, u"dark"_s});
+    const int mode = ChoiceOf(parser, u"mode"_s, {u"normal"_s, u"compact"_s});
+    if (!size || scale < 0 || style < 0 || mode < 0 || request.Path.isEmpty())
+        return {};
+    request.Size = *size;
+    request.Scale = scale + 1;
+    request.Dark = style == 1;
+    request.Compact = mode == 1;
     return request;
 }
 
@@ -70,15 +102,6 @@ bool CanBeRead(const QString &path)
     FolderEntries entries;
     InputFile file;
     return ExamineFile(path).IsFolder ? ListFolder(path, entries) : file.Open(path);
-}
-
-QString Printable(QString value)
-{
-    for (QChar &character : value) {
-        if (character.category() == QChar::Other_Control)
-            character = u'?';
-    }
-    return value;
 }
 
 void PrintLine(QStringList values)
@@ -128,25 +151,27 @@ Host InspectingHost(QStringList &messages)
 
 int main(int argc, char **argv)
 {
-    PrepareHeadless();
-    QApplication app(argc, argv);
     QStringList arguments{u"playlist-inspect"_s};
     for (const QByteArray &argument : ProgramArguments(argc, argv))
         arguments.append(QString::fromLatin1(argument));
-    QString reason;
-    const auto request = ParsedRequest(arguments, reason);
+    const auto request = ParsedRequest(arguments);
     if (!request)
-        return Fail(reason);
+        return Fail(usage);
     if (!CanBeRead(request->Path))
         return Fail(u"cannot read "_s + ToHostPath(request->Path));
 
+    PrepareHeadless(request->Scale);
+    QApplication app(argc, argv);
+    UseStyle(request->Dark);
     QStringList messages;
     Main window(InspectingHost(messages));
     window.resize(request->Size);
+    if (request->Compact)
+        window.MViewCompact_Click();
     window.Run([&] { window.OpenCommandLine(request->Path); });
     PrintPlaylist(window);
     for (const QString &message : std::as_const(messages))
-        std::fprintf(stderr, "playlist-inspect: %s\n", qUtf8Printable(message));
+        Complain(message);
     if (!request->Picture.isEmpty() && !SavePicture(window, request->Picture))
         return Fail(u"cannot write "_s + ToHostPath(request->Picture));
     return 0;
