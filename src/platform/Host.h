@@ -95,6 +95,8 @@ struct Host {
     /// data folder, which is not created before somebody writes to it (EnsureFolder). Inside form, no trailing
     /// backslash.
     QString ApplicationFolder;
+    /// The windowing system can show a window half transparent.
+    bool WindowsCanFade = false;
     /// An environment variable; empty when it is not set.
     std::function<QString(const QString &name)> Environment;
 };

@@ -120,6 +120,12 @@ void GridView::drawRow(QPainter *painter, const QStyleOptionViewItem &option, co
     if (grid->Item(index.row() + 1).Selected)
         rowOption.state |= QStyle::State_Selected;
     QTreeView::drawRow(painter, rowOption, index);
+    if (hasFocus() && index.row() + 1 == grid->FocusedRow()) {
+        painter->setPen(QPen(palette().color(rowOption.state & QStyle::State_Selected ? QPalette::HighlightedText
+                                                                                       : QPalette::Text),
+                             1, Qt::DotLine));
+        painter->drawRect(QRect(0, option.rect.top(), header()->length() - 1, option.rect.height() - 1));
+    }
 }
 
 RowSelectionModel::Mirror GridView::MirrorRowAt(const QMouseEvent *event)

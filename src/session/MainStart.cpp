@@ -15,7 +15,7 @@ void Main::RestoreSession(const QString &commandLine)
     keepsSession = true;
     SetFormState(false);
     commands["MToolsWinamp"]->setVisible(DetectPlayer());
-    menus["MViewTrans"]->setEnabled(IsNtFamily());
+    menus["MViewTrans"]->setEnabled(IsNtFamily() || host.WindowsCanFade);
     if (commandLine.isEmpty()) {
         // Reading the session file must not move the user out of the folder of the last session.
         const auto unchanged = qScopeGuard([this, folder = CurrentDirectory()] {

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <filesystem>
 #include <fstream>
 #include <random>
 
@@ -15,8 +16,9 @@ using namespace Qt::StringLiterals;
 namespace
 {
 constexpr int deadline = 120'000;
-const QByteArray headerLine = "FileName\tTime\tSize\tPath\tID\tLayer\tBitrate\tSamplerate\tMode\tHiddenLen\tHiddenSize\t"
-                              "Original Order\tSmallIcon";
+const QByteArray headerLine =
+    "FileName\tTime\tSize\tPath\tID\tLayer\tBitrate\tSamplerate\tMode\tHiddenLen\tHiddenSize\t"
+    "Original Order\tSmallIcon";
 
 struct Listing {
     /// -1 for a crash or a hang.
@@ -64,6 +66,11 @@ struct World {
         QDir(Temporary.path()).mkpath(u"home"_s);
         QDir(Temporary.path()).mkpath(u"music"_s);
     }
+
+    /// The temporary folder itself cannot remove a file whose name is no text.
+    ~World() { std::filesystem::remove_all(Temporary.path().toStdString()); }
+    World(const World &) = delete;
+    World &operator=(const World &) = delete;
 
     QString Path(const QString &name) const { return Temporary.filePath(u"music/"_s + name); }
 
@@ -189,7 +196,8 @@ void InspectTest::ListsAMixedPlaylist()
 void InspectTest::ListsFoldersAndFiles()
 {
     const World world;
-    for (const char *name : {"tab\there.wma", "esc\x1b[31m.wma", "line\nbreak.wma", "bad\xff\xfe.wma", "b.WAV", "c.txt"})
+    for (const char *name :
+         {"tab\there.wma", "esc\x1b[31m.wma", "line\nbreak.wma", "bad\xff\xfe.wma", "b.WAV", "c.txt"})
         world.Write(name, "12345");
     const Listing folder = world.Inspect({u"."_s});
     QCOMPARE(folder.Status, 0);
@@ -209,7 +217,8 @@ void InspectTest::DrawsAPicture()
     auto expected = world.Tree();
     const QList<std::pair<QStringList, QSize>> requests{{{}, {1000, 640}},
                                                         {{u"--size"_s, u"100x8192"_s}, {100, 8192}},
-                                                        {{u"--size=723x401"_s}, {723, 401}}};
+                                                        {{u"--size=723x401"_s}, {723, 401}},
+                                                        {{u"--size=300x200"_s, u"--scale=2"_s}, {600, 400}}};
     for (const auto &[arguments, size] : requests) {
         const Listing listing = world.Inspect(QStringList{u"--picture"_s, u"p.png"_s, u"list.m3u"_s} + arguments);
         QCOMPARE(listing.Status, 0);
@@ -250,6 +259,8 @@ void InspectTest::Refuses_data()
     for (const QString &size : {u"100"_s, u"99x100"_s, u"100x99"_s, u"8193x100"_s, u"100x8193"_s, u"-200x200"_s,
                                 u"axb"_s, u"200x200x200"_s, u"99999999999x200"_s})
         QTest::newRow(qPrintable(u"size "_s + size)) << QStringList{u"--size"_s, size, list};
+    for (const QString &option : {u"--scale=0"_s, u"--scale=5"_s, u"--style=grey"_s, u"--mode="_s})
+        QTest::newRow(qPrintable(option)) << QStringList{option, list};
     QTest::newRow("picture into no folder") << QStringList{u"--picture"_s, u"gone/p.png"_s, list};
     QTest::newRow("picture onto a folder") << QStringList{u"--picture"_s, u"folder"_s, list};
     QTest::newRow("file without rights") << QStringList{u"locked.m3u"_s};
@@ -286,23 +297,28 @@ void InspectTest::ReadsAnyPlaylist_data()
     QTest::newRow("comments and other types")
         << QByteArray("#EXTM3U\n#EXTINF:1,a.mp3\nnotes.txt\nlist.m3u\n\n \n") << Names{};
     QTest::newRow("garbage") << Garbage(200'000) << Names{};
-    QTest::newRow("garbage around an entry")
-        << Garbage(70'001) + "\r\na.wma\r\n" + Garbage(100'000) << Names{"a.wma"};
+    QTest::newRow("garbage around an entry") << Garbage(70'001) + "\r\na.wma\r\n" + Garbage(100'000) << Names{"a.wma"};
     QTest::newRow("zeros around an entry")
         << QByteArray(5000, '\0') + "\ra\0.wma\ra.wma\r"_ba + QByteArray(5000, '\0') << Names{"(a?.wma)", "a.wma"};
-    QTest::newRow("line of a megabyte") << "a.wma\r\n" + megabyte + "y.mp3\r\na.wma" << Names{"a.wma", "(y.mp3)", "a.wma"};
+    QTest::newRow("line of a megabyte") << "a.wma\r\n" + megabyte + "y.mp3\r\na.wma"
+                                        << Names{"a.wma", "(y.mp3)", "a.wma"};
     QTest::newRow("name of a megabyte") << QByteArray(1 << 20, 'x') + ".mp3\r\na.wma"
                                         << Names{'(' + QByteArray(1 << 20, 'x') + ".mp3)", "a.wma"};
     QTest::newRow("CR alone") << QByteArray("a.wma\rgone.mp3\r\r#\ra.wma") << Names{"a.wma", "(gone.mp3)", "a.wma"};
-    QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf" "a.wma\r\n\xc3\xa9.wma\r\n") << Names{"a.wma", "é.wma"};
+    QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf"
+                                                   "a.wma\r\n\xc3\xa9.wma\r\n")
+                                     << Names{"a.wma", "é.wma"};
     QTest::newRow("UTF-8") << QByteArray("é.wma\n夜.wma\n") << Names{"é.wma", "夜.wma"};
     QTest::newRow("Windows-1252") << QByteArray("\xe9.wma\r\n\x80 \x93q\x94.wma\r\n") << Names{"é.wma", "(€ “q”.wma)"};
     QTest::newRow("two extensions") << QByteArray("x.mp3.wav\n") << Names{"(x.mp3.wav)", "(x.mp3.wav)"};
     QTest::newRow("folder") << QByteArray("folder.mp3\nfolder.mp3/\n.\n") << Names{"(folder.mp3)", "()"};
-    QTest::newRow("itself") << QByteArray("itself.mp3.m3u\n./itself.mp3.m3u\n") << Names{"itself.mp3.m3u", "itself.mp3.m3u"};
+    QTest::newRow("itself") << QByteArray("itself.mp3.m3u\n./itself.mp3.m3u\n")
+                            << Names{"itself.mp3.m3u", "itself.mp3.m3u"};
     QTest::newRow("emoji") << QByteArray("🎵👩‍👩‍👧.wma\n") << Names{"🎵👩‍👩‍👧.wma"};
-    QTest::newRow("combining marks") << QByteArray("e\xcc\x81.wma\n\xc3\xa9.wma\n") << Names{"e\xcc\x81.wma", "\xc3\xa9.wma"};
-    QTest::newRow("link whose file vanished") << QByteArray("vanished.wma\na.wma\n") << Names{"(vanished.wma)", "a.wma"};
+    QTest::newRow("combining marks") << QByteArray("e\xcc\x81.wma\n\xc3\xa9.wma\n")
+                                     << Names{"e\xcc\x81.wma", "\xc3\xa9.wma"};
+    QTest::newRow("link whose file vanished")
+        << QByteArray("vanished.wma\na.wma\n") << Names{"(vanished.wma)", "a.wma"};
     QTest::newRow("network, device and drive") << QByteArray("\\\\server\\share\\x.mp3\nq:\\x.mp3\n/dev/null/x.mp3\n")
                                                << Names{"(x.mp3)", "(x.mp3)", "(x.mp3)"};
 }

@@ -88,7 +88,8 @@ std::optional<Request> ParsedRequest(const QStringList &arguments)
     const int scale = ChoiceOf(parser, u"scale"_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s});
     const int style = ChoiceOf(parser, u"style"_s, {u"light"_s, u"dark"_s});
     const int mode = ChoiceOf(parser, u"mode"_s, {u"normal"_s, u"compact"_s});
-    if (!size || scale < 0 || style < 0 || mode < 0 || request.Path.isEmpty())
+    const bool nameless = parser.isSet(u"picture"_s) && request.Picture.isEmpty();
+    if (!size || scale < 0 || style < 0 || mode < 0 || nameless || request.Path.isEmpty())
         return {};
     request.Size = *size;
     request.Scale = scale + 1;

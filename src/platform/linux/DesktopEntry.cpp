@@ -2,30 +2,25 @@
 
 #include <QList>
 
-namespace
-{
-
-QByteArray ExecLine(const QByteArray &entry)
+QByteArray DesktopValue(const QByteArray &content, QByteArrayView section, QByteArrayView key)
 {
     bool inside = false;
-    const QList<QByteArray> lines = entry.split('\n');
+    const QList<QByteArray> lines = content.split('\n');
     for (const QByteArray &line : lines) {
         const QByteArray text = line.trimmed();
         if (text.startsWith('['))
-            inside = text == "[Desktop Entry]";
+            inside = text == section;
         const qsizetype equals = text.indexOf('=');
-        if (inside && equals > 0 && text.first(equals).trimmed() == "Exec")
+        if (inside && equals > 0 && text.first(equals).trimmed() == key)
             return text.sliced(equals + 1).trimmed();
     }
     return {};
 }
 
-} // namespace
-
 QString ProgramOfDesktopEntry(const QByteArray &entry)
 {
     // The value of a key has a backslash doubled; within quotes a further one stands before what it protects.
-    const QByteArray exec = ExecLine(entry).replace("\\\\", "\\");
+    const QByteArray exec = DesktopValue(entry, "[Desktop Entry]", "Exec").replace("\\\\", "\\");
     if (!exec.startsWith('"'))
         return QString::fromUtf8(exec.first(exec.indexOf(' ') < 0 ? exec.size() : exec.indexOf(' ')));
     QByteArray program;

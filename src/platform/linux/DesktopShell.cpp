@@ -67,11 +67,33 @@ QString LocateEntry(QString name)
     }
 }
 
+/// The name of the desktop entry that the desktop opens a type of file with: the user's and the system's choices come
+/// before what the installed programs offer.
+QString DefaultEntry(const QByteArray &type)
+{
+    const auto firstOf = [&](const QStringList &files, QByteArrayView section) {
+        for (const QString &file : files) {
+            QByteArray content;
+            ReadWholeFile(FromHostPath(file), content);
+            const QByteArray name = DesktopValue(content, section, type).split(';').first();
+            if (!name.isEmpty())
+                return QString::fromUtf8(name);
+        }
+        return QString();
+    };
+    const QString choices = u"mimeapps.list"_s;
+    const QString chosen = firstOf(QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, choices) +
+                                       QStandardPaths::locateAll(QStandardPaths::ApplicationsLocation, choices),
+                                   "[Default Applications]");
+    return chosen.isEmpty() ? firstOf(QStandardPaths::locateAll(QStandardPaths::ApplicationsLocation,
+                                                                u"mimeinfo.cache"_s),
+                                      "[MIME Cache]")
+                            : chosen;
+}
+
 QString AssociatedProgram(const QString &document)
 {
-    const QString type = QMimeDatabase().mimeTypeForFile(ToHostPath(document)).name();
-    const auto entry = RunTool(u"xdg-mime"_s, {u"query"_s, u"default"_s, type});
-    const QString name = entry ? QString::fromUtf8(entry->trimmed()) : QString();
+    const QString name = DefaultEntry(QMimeDatabase().mimeTypeForFile(ToHostPath(document)).name().toUtf8());
     const QString file = name.isEmpty() ? QString() : LocateEntry(name);
     QByteArray content;
     if (file.isEmpty() || !ReadWholeFile(FromHostPath(file), content))

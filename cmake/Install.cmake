@@ -1,0 +1,46 @@
+# What `cmake --install` puts where, and the Debian package that CPack makes of it.
+include(GNUInstallDirs)
+
+set(desktop_name vantrel-playlist-editor)
+set(resources ${PROJECT_SOURCE_DIR}/resources)
+
+install(TARGETS playlist-editor playlist-inspect RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# The program looks for these beside its own folder, in ../share.
+install(FILES ${resources}/VTLPLEH.htm DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
+
+if(UNIX AND NOT APPLE)
+  install(FILES ${resources}/${desktop_name}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${resources}/example.vantrel.PlaylistEditor.metainfo.xml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  install(DIRECTORY ${resources}/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons
+    FILES_MATCHING PATTERN "${desktop_name}.png" PATTERN "${desktop_name}.svg")
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${desktop_name} RENAME copyright)
+else()
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME ${desktop_name})
+set(CPACK_PACKAGE_VENDOR "Vantrel")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_HOMEPAGE_URL "https://vantrel.example/playlist-editor")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "desktop editor for M3U playlists")
+set(CPACK_PACKAGE_DESCRIPTION
+"Opens, builds, reorders and saves M3U playlists of MP3, OGG Vorbis, WAV and
+WMA files. Every item shows its length, size and folder, and for MP3 files the
+data of the audio stream; items whose files are gone are kept and shown as
+missing. Playlists written on Windows open where their disks are mounted.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+# Folders get the rights of a package, whatever the umask of whoever builds it.
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Vantrel <maintainers@vantrel.example>")
+set(CPACK_DEBIAN_PACKAGE_SECTION sound)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins")
+# A desktop that speaks Wayland alone, and icons and documents opened by the desktop's own programs.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hicolor-icon-theme, qt6-wayland, xdg-utils")
+include(CPack)
