@@ -7,8 +7,9 @@ void PrepareHeadless(int scale)
 {
     qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Without it Qt makes a folder for its sockets.
-    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
-        qputenv("XDG_RUNTIME_DIR", "/nonexistent");
+    // Qt makes the user's runtime folder where it is missing, or one among the temporary files. Nobody, not even an
+    // administrator, can make a folder below these.
+    qputenv("XDG_RUNTIME_DIR", "/dev/null/none");
+    qputenv("TMPDIR", "/dev/null");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 }

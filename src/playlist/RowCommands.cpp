@@ -20,8 +20,8 @@ std::vector<int> PresentOrder(const Grid &grid)
 RowMove Gather(Grid &grid, bool atTop)
 {
     std::vector<int> order = PresentOrder(grid);
-    const auto middle = std::stable_partition(order.begin(), order.end(),
-                                              [&](int row) { return grid.Item(row).Selected == atTop; });
+    const auto middle =
+        std::stable_partition(order.begin(), order.end(), [&](int row) { return grid.Item(row).Selected == atTop; });
     const int inFront = static_cast<int>(middle - order.begin());
     const bool any = atTop ? inFront > 0 : inFront < grid.Count();
     if (!any)

@@ -72,9 +72,8 @@ Order OrderByText(const Grid &grid, int column, bool descending)
 {
     if (column == ColumnFileName || column == ColumnPath) {
         const auto text = column == ColumnFileName ? &PlaylistItem::Text : &PlaylistItem::Folder;
-        return SortedOrder(grid, descending, [&](int a, int b) {
-            return CompareText(grid.Item(a).*text, grid.Item(b).*text) < 0;
-        });
+        return SortedOrder(grid, descending,
+                           [&](int a, int b) { return CompareText(grid.Item(a).*text, grid.Item(b).*text) < 0; });
     }
     std::vector<QString> cells(static_cast<std::size_t>(grid.Count()) + 1);
     for (int row = 1; row <= grid.Count(); ++row)
@@ -105,9 +104,9 @@ void SortGrid(Grid &grid, int column, SortType type)
 {
     const int sortOrder = grid.SortKey == column - 1 ? 1 - grid.SortOrder : 0;
     const bool descending = sortOrder == 1;
-    const Order order = type == SortText ? OrderByText(grid, column, descending)
-                                         : OrderByKeys(grid, column, descending,
-                                                       type == SortNumber ? NumberKey : DateKey);
+    const Order order = type == SortText
+                            ? OrderByText(grid, column, descending)
+                            : OrderByKeys(grid, column, descending, type == SortNumber ? NumberKey : DateKey);
     grid.SortKey = column - 1;
     grid.SortOrder = sortOrder;
     grid.Rearrange(order);

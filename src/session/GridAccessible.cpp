@@ -52,8 +52,8 @@ public:
         state.invisible = view->isColumnHidden(column);
         state.selectable = state.focusable = row > 0;
         state.selected = isSelected();
-        state.focused = row > 0 && view->hasFocus() && view->Rows().FocusedRow() == row &&
-                        view->currentIndex().column() == column;
+        state.focused =
+            row > 0 && view->hasFocus() && view->Rows().FocusedRow() == row && view->currentIndex().column() == column;
         return state;
     }
 

@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QMimeData>
 #include <QPainter>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
@@ -33,9 +34,9 @@ protected:
         for (const auto group : {QPalette::Active, QPalette::Inactive}) {
             palette.setColor(group, QPalette::Text,
                              Blend(palette.color(group, QPalette::Text), palette.color(group, QPalette::Base), 65));
-            palette.setColor(group, QPalette::HighlightedText,
-                             Blend(palette.color(group, QPalette::HighlightedText),
-                                   palette.color(group, QPalette::Highlight), 75));
+            palette.setColor(
+                group, QPalette::HighlightedText,
+                Blend(palette.color(group, QPalette::HighlightedText), palette.color(group, QPalette::Highlight), 75));
         }
     }
 
@@ -91,9 +92,8 @@ GridView::GridView(Grid *shownGrid, QWidget *parent) : QTreeView(parent), grid(s
             grid->SetFocusedRow(current.row() + 1);
     });
     connect(header(), &QHeaderView::sectionClicked, this, [this](int section) { Q_EMIT HeaderClicked(section + 1); });
-    connect(header(), &QHeaderView::sectionResized, this, [this](int section, int, int size) {
-        grid->ColumnWidths[static_cast<std::size_t>(section)] = size;
-    });
+    connect(header(), &QHeaderView::sectionResized, this,
+            [this](int section, int, int size) { grid->ColumnWidths[static_cast<std::size_t>(section)] = size; });
 }
 
 void GridView::ApplyColumnWidths()
@@ -114,6 +114,22 @@ void GridView::MakeVisible(int row)
         scrollTo(grid->index(row - 1, 0));
 }
 
+void GridView::scrollTo(const QModelIndex &index, ScrollHint hint)
+{
+    const int horizontal = horizontalScrollBar()->value();
+    QTreeView::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(horizontal);
+}
+
+QModelIndexList GridView::selectedIndexes() const
+{
+    for (int row = 1; row <= grid->Count(); ++row) {
+        if (grid->Item(row).Selected)
+            return {grid->index(row - 1, 0)};
+    }
+    return {};
+}
+
 void GridView::drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyleOptionViewItem rowOption = option;
@@ -121,9 +137,9 @@ void GridView::drawRow(QPainter *painter, const QStyleOptionViewItem &option, co
         rowOption.state |= QStyle::State_Selected;
     QTreeView::drawRow(painter, rowOption, index);
     if (hasFocus() && index.row() + 1 == grid->FocusedRow()) {
-        painter->setPen(QPen(palette().color(rowOption.state & QStyle::State_Selected ? QPalette::HighlightedText
-                                                                                       : QPalette::Text),
-                             1, Qt::DotLine));
+        painter->setPen(
+            QPen(palette().color(rowOption.state & QStyle::State_Selected ? QPalette::HighlightedText : QPalette::Text),
+                 1, Qt::DotLine));
         painter->drawRect(QRect(0, option.rect.top(), header()->length() - 1, option.rect.height() - 1));
     }
 }

@@ -17,6 +17,8 @@ public:
     /// Brings the header to the grid's column widths; a width of 0 hides the column.
     void ApplyColumnWidths();
     void MakeVisible(int row);
+    /// Scrolls up or down only: a click on a column that is cut must not move the others away.
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
     const Grid &Rows() const { return *grid; }
     /// Taken by a drag as its data, when rows are dragged out.
     std::function<QMimeData *()> MakeDragData;
@@ -32,6 +34,8 @@ Q_SIGNALS:
     void FilesDropped(const QStringList &paths);
 
 protected:
+    /// Only for the base class, which asks whether there is anything to be dragged: one cell of a selected row.
+    QModelIndexList selectedIndexes() const override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

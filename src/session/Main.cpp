@@ -53,8 +53,7 @@ void Main::BuildGrid()
     connect(view, &GridView::EnterPressed, this, [this] { Run([this] { PrevM3U(PreviewSelected); }); });
     connect(view, &GridView::InsertPressed, this, [this] { Run([this] { MEditAddDir_Click(); }); });
     connect(view, &GridView::HeaderClicked, this, [this](int column) { Run([&] { AskAndSort(column); }); });
-    connect(view, &GridView::FilesDropped, this,
-            [this](const QStringList &paths) { Run([&] { DropFiles(paths); }); });
+    connect(view, &GridView::FilesDropped, this, [this](const QStringList &paths) { Run([&] { DropFiles(paths); }); });
     connect(view, &GridView::MenuRequested, this, [this](const QPoint &position) { menus["MEdit"]->popup(position); });
 }
 
@@ -73,11 +72,11 @@ QAction *Main::MakeCommand(const MenuEntry &entry)
         addAction(action);
     }
     if (entry.Handler != nullptr) {
-        connect(action, &QAction::triggered, this, [this, handler = entry.Handler] { Run([&] { (this->*handler)(); }); });
+        connect(action, &QAction::triggered, this,
+                [this, handler = entry.Handler] { Run([&] { (this->*handler)(); }); });
     } else if (entry.ArrayHandler != nullptr) {
-        connect(action, &QAction::triggered, this, [this, handler = entry.ArrayHandler, index = entry.Index] {
-            Run([&] { (this->*handler)(index); });
-        });
+        connect(action, &QAction::triggered, this,
+                [this, handler = entry.ArrayHandler, index = entry.Index] { Run([&] { (this->*handler)(index); }); });
     } else {
         action->setEnabled(false);
         unavailable.insert(action);
@@ -125,7 +124,8 @@ void Main::ColourMenus()
 {
     // A highlight as strong as the icons would swallow them.
     QPalette palette = QApplication::palette("QMenu");
-    palette.setColor(QPalette::Highlight, Blend(palette.color(QPalette::Highlight), palette.color(QPalette::Window), 30));
+    palette.setColor(QPalette::Highlight,
+                     Blend(palette.color(QPalette::Highlight), palette.color(QPalette::Window), 30));
     palette.setColor(QPalette::HighlightedText, palette.color(QPalette::WindowText));
     for (QMenu *menu : findChildren<QMenu *>())
         menu->setPalette(palette);
@@ -140,10 +140,22 @@ void Main::changeEvent(QEvent *event)
 
 void Main::BuildToolbar()
 {
-    static constexpr std::array buttons{"MFileNew",     "MFileOpen",      "MFileSave",      "",
-                                        "MEditAddDir",  "MEditRemove",    "",               "MEditMoveUp",
-                                        "MEditMoveDown", "",              "MEditPlaySel",   "MEditPlayList",
-                                        "MEditId3",     "",               "MToolsSearch",   "",
+    static constexpr std::array buttons{"MFileNew",
+                                        "MFileOpen",
+                                        "MFileSave",
+                                        "",
+                                        "MEditAddDir",
+                                        "MEditRemove",
+                                        "",
+                                        "MEditMoveUp",
+                                        "MEditMoveDown",
+                                        "",
+                                        "MEditPlaySel",
+                                        "MEditPlayList",
+                                        "MEditId3",
+                                        "",
+                                        "MToolsSearch",
+                                        "",
                                         "MHelpHelp"};
     Toolbar1 = new Toolbar(client);
     Toolbar1->setObjectName("Toolbar1"_L1);
@@ -186,13 +198,15 @@ void Main::RunFromToolbar(QAction *command)
 
 void Main::BuildStatusBar()
 {
-    static constexpr std::array<int, 4> stretches{2, 3, 2, 9};
+    // The longest texts of a full list; the fourth panel takes what is left.
+    static constexpr std::array<QStringView, 4> widest{u"Track: 32767/32767", u"100:00:00[100:00:00]", u"16,384 Bytes",
+                                                       u""};
     StatusBar1 = new QStatusBar(client);
     StatusBar1->setObjectName("StatusBar1"_L1);
     for (std::size_t i = 0; i < panels.size(); ++i) {
-        panels[i] = new StatusPanel(StatusBar1);
+        panels[i] = new StatusPanel(widest[i].toString(), StatusBar1);
         panels[i]->setObjectName(u"Panel%1"_s.arg(i + 1));
-        StatusBar1->addWidget(panels[i], stretches[i]);
+        StatusBar1->addWidget(panels[i], widest[i].isEmpty() ? 1 : 0);
     }
 }
 

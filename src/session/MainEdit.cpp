@@ -105,7 +105,8 @@ bool Main::AddPath(const QString &path, bool selectNew)
 void Main::SelectRange(int &first, int last)
 {
     ++first;
-    ListView1.Reselect([&](int row, const PlaylistItem &item) { return item.Selected || (row >= first && row <= last); });
+    ListView1.Reselect(
+        [&](int row, const PlaylistItem &item) { return item.Selected || (row >= first && row <= last); });
     ListView1.SetFocusedRow(last);
     if (!batchOfDrop)
         ListView1_Click();

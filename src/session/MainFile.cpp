@@ -110,8 +110,8 @@ void Main::MFileRecent_Click(int index)
     if (path.isEmpty() || !ConfirmSaveFirst())
         return;
     if (!PathExists(path)) {
-        host.Prompts.Message({u"Could not open the file, check that it hasnt been moved, renamed or deleted!"_s,
-                              PromptIcon::Stop});
+        host.Prompts.Message(
+            {u"Could not open the file, check that it hasnt been moved, renamed or deleted!"_s, PromptIcon::Stop});
         return;
     }
     OpenReplacing(path);

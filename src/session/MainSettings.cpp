@@ -224,7 +224,8 @@ void Main::LoadTable()
         if (width && *width >= 0 && *width <= 10000)
             ListView1.ColumnWidths[static_cast<std::size_t>(i - 1)] = *width;
         const auto shown = table.Truth(u"TX"_s + QString::number(i));
-        Check(ElementName("MHidOptionColumnVis", i - 1), shown.value_or(ListView1.ColumnWidths[static_cast<std::size_t>(i - 1)] > 0));
+        Check(ElementName("MHidOptionColumnVis", i - 1),
+              shown.value_or(ListView1.ColumnWidths[static_cast<std::size_t>(i - 1)] > 0));
     }
     view->ApplyColumnWidths();
 }

@@ -36,8 +36,8 @@ void Main::EnableCommands(const PlaylistTotals &totals)
     };
     const bool any = totals.SelectedCount > 0;
     const bool one = totals.SelectedCount == 1;
-    enable({"MEditRemove", "MEditPlaySel", "MEditPlayFol", "MEditPlayLoc", "MEditSelAlt", "MEditSelNone",
-            "MEditSelLoc", "MEditSeMark", "MEditSeUnMark", "MEditId3"},
+    enable({"MEditRemove", "MEditPlaySel", "MEditPlayFol", "MEditPlayLoc", "MEditSelAlt", "MEditSelNone", "MEditSelLoc",
+            "MEditSeMark", "MEditSeUnMark", "MEditId3"},
            any);
     enable({"MEditFileInfo"}, one);
     if (!any) {
@@ -117,10 +117,9 @@ QByteArray Main::ElementName(const char *array, int index)
 
 void Main::CheckDefaults()
 {
-    for (const char *name :
-         {"MViewToolbar", "MViewStatusBar", "MViewTransVal(0)", "MToolsSaveSetting", "MHidOptionMenuVisible",
-          "MHidOptionToolbarFlat", "MHidOptionTableFontDefault", "MHidOptionTableBCDefault",
-          "MHidOptionTableFCDefault"})
+    for (const char *name : {"MViewToolbar", "MViewStatusBar", "MViewTransVal(0)", "MToolsSaveSetting",
+                             "MHidOptionMenuVisible", "MHidOptionToolbarFlat", "MHidOptionTableFontDefault",
+                             "MHidOptionTableBCDefault", "MHidOptionTableFCDefault"})
         Check(name, true);
     for (int i = 0; i < ColumnMode; ++i)
         Check(ElementName("MHidOptionColumnVis", i), true);

@@ -28,6 +28,7 @@ constexpr MenuEntry Element(int level, const char *name, QStringView caption, vo
     return {level, name, caption, {}, "", nullptr, tip, checkable, handler, index};
 }
 
+// clang-format off
 constexpr MenuEntry entries[] = {
     Submenu(0, "MFile", u"&File"),
     {1, "MFileNew", u"&New", u"Ctrl+N", "new", &Main::MFileNew_Click, u"Start an empty playlist"},
@@ -226,6 +227,7 @@ constexpr MenuEntry entries[] = {
     {3, "MHidOptionTableFCDefault", u"Default", {}, "", &Main::MHidOptionTableFCDefault_Click,
      u"The system's window text colour", true},
 };
+// clang-format on
 } // namespace
 
 std::span<const MenuEntry> MenuTable()

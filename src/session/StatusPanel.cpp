@@ -6,11 +6,20 @@
 #include <QStyle>
 #include <QToolTip>
 
-StatusPanel::StatusPanel(QWidget *parent) : QLabel(parent)
+namespace
+{
+constexpr int textMargin = 5;
+}
+
+StatusPanel::StatusPanel(const QString &widestText, QWidget *parent) : QLabel(parent), widest(widestText)
 {
     setTextFormat(Qt::PlainText);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 8);
+    setSizePolicy(widest.isEmpty() ? QSizePolicy::Ignored : QSizePolicy::Fixed, QSizePolicy::Preferred);
+}
+
+QSize StatusPanel::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(widest) + 2 * textMargin, fontMetrics().height() + 2};
 }
 
 void StatusPanel::paintEvent(QPaintEvent *)
@@ -20,7 +29,7 @@ void StatusPanel::paintEvent(QPaintEvent *)
         painter.setPen(palette().color(QPalette::Mid));
         painter.drawLine(0, 2, 0, height() - 3);
     }
-    const QRect area = contentsRect().adjusted(4, 0, -4, 0);
+    const QRect area = contentsRect().adjusted(textMargin, 0, -textMargin, 0);
     style()->drawItemText(&painter, area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette(), isEnabled(),
                           fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width()), foregroundRole());
 }

@@ -8,9 +8,15 @@ class StatusPanel : public QLabel
     Q_OBJECT
 
 public:
-    explicit StatusPanel(QWidget *parent = nullptr);
+    /// As wide as its widest text; a panel without one takes what is left.
+    explicit StatusPanel(const QString &widestText, QWidget *parent = nullptr);
+
+    QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     bool event(QEvent *event) override;
+
+private:
+    QString widest;
 };

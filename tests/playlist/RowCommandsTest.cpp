@@ -1,5 +1,5 @@
-#include "playlist/Preview.h"
 #include "playlist/RowCommands.h"
+#include "playlist/Preview.h"
 #include "playlist/Sorting.h"
 
 #include <QTest>
@@ -153,7 +153,8 @@ void RowCommandsTest::ShuffleExchangesInTurn()
         Grid grid;
         grid.Append(std::vector<FileRecord>(static_cast<std::size_t>(count) * 2));
         grid.Reselect([](int row, const PlaylistItem &) { return row % 2 == 0; });
-        grid.UpdateIcons([number = 0](PlaylistItem &item) mutable { item.OriginalOrder = static_cast<qint16>(++number); });
+        grid.UpdateIcons(
+            [number = 0](PlaylistItem &item) mutable { item.OriginalOrder = static_cast<qint16>(++number); });
         std::vector<int> positions;
         std::vector<int> expected;
         for (int row = 1; row <= grid.Count(); ++row) {

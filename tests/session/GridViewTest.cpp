@@ -1,5 +1,5 @@
-#include "platform/Drives.h"
 #include "session/GridView.h"
+#include "platform/Drives.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
@@ -103,8 +103,8 @@ void GridViewTest::SelectsAsAStockViewDoes()
         each->resize(400, 1200);
         each->show();
     }
-    const QList<Qt::Key> keys{Qt::Key_Up,   Qt::Key_Down,     Qt::Key_PageUp, Qt::Key_PageDown,
-                              Qt::Key_Home, Qt::Key_End,      Qt::Key_Space,  Qt::Key_A};
+    const QList<Qt::Key> keys{Qt::Key_Up,   Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
+                              Qt::Key_Home, Qt::Key_End,  Qt::Key_Space,  Qt::Key_A};
     const QList<Qt::KeyboardModifiers> modifiers{Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier,
                                                  Qt::ControlModifier | Qt::ShiftModifier};
     QRandomGenerator draw(20);

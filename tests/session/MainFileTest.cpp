@@ -244,8 +244,8 @@ void MainFileTest::AddsFoldersFilesAndDrops()
     QTest::keyClick(f.Window->View(), Qt::Key_Insert);
     QCOMPARE(f.Rows(), u"A B C"_s);
     // After a drop of several items the rows of the last one are selected.
-    Q_EMIT f.Window->View()->FilesDropped({f.Write(u"d.wma"_s, "1"), f.Inside(u"tree\\notes.txt"_s),
-                                           f.Write(u"l.m3u"_s, "tree/b.wma\r\ngone.mp3\r\n")});
+    Q_EMIT f.Window->View()->FilesDropped(
+        {f.Write(u"d.wma"_s, "1"), f.Inside(u"tree\\notes.txt"_s), f.Write(u"l.m3u"_s, "tree/b.wma\r\ngone.mp3\r\n")});
     QCOMPARE(f.Rows(), u"a b c d B GONE"_s);
     QCOMPARE(f.Window->PanelText(1), u"2 Items"_s);
 

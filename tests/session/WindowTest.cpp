@@ -74,9 +74,9 @@ void WindowTest::CommandsFollowTheSelection()
 {
     MainFixture f;
     f.AddRows({1, 2, 3});
-    const QList<const char *> needSelection{"MEditRemove", "MEditPlaySel", "MEditPlayFol", "MEditPlayLoc",
-                                            "MEditSelAlt", "MEditSelNone", "MEditSelLoc",  "MEditSeMark",
-                                            "MEditSeUnMark"};
+    const QList<const char *> needSelection{"MEditRemove",  "MEditPlaySel", "MEditPlayFol",
+                                            "MEditPlayLoc", "MEditSelAlt",  "MEditSelNone",
+                                            "MEditSelLoc",  "MEditSeMark",  "MEditSeUnMark"};
     for (const char *name : needSelection)
         QVERIFY2(!Enabled(f, name), name);
     f.Select({1});
@@ -135,7 +135,9 @@ void WindowTest::PreviewsThroughTheRegisteredProgram()
 {
     MainFixture f;
     f.AddRows({1, 2, 3});
-    const auto line = [&](const char *name) -> QByteArray { return ToHostBytes(f.Inside(QLatin1StringView(name))) + "\r\n"; };
+    const auto line = [&](const char *name) -> QByteArray {
+        return ToHostBytes(f.Inside(QLatin1StringView(name))) + "\r\n";
+    };
     QTest::mouseDClick(f.Window->View()->viewport(), Qt::LeftButton, {}, QPoint(5, 300));
     QCOMPARE(f.ShellCalls, QStringList{u"open "_s + f.Inside(u"app\\tmp.m3u"_s)});
     QCOMPARE(f.Read(u"app\\tmp.m3u"_s), line("a.wma") + line("b.wma") + line("c.wma"));
@@ -227,15 +229,29 @@ void WindowTest::SettingsSurvive()
     f.Trigger("MFileOpen");
     f.Window->close();
     const QMap<QString, QString> stored = f.Settings;
-    const QMap<QString, QString> wanted{
-        {u"PS/W"_s, u"10500"_s},       {u"PS/H"_s, u"7500"_s},        {u"PS/L"_s, u"450"_s},
-        {u"PS/T"_s, u"600"_s},         {u"VE/TA"_s, u"1"_s},          {u"VE/SA"_s, u"0"_s},
-        {u"VE/TRANS"_s, u"3"_s},       {u"ToolB/Flat"_s, u"False"_s}, {u"ToolB/3D"_s, u"False"_s},
-        {u"ToolB/Align"_s, u"2"_s},    {u"Menu/Visible"_s, u"True"_s}, {u"TableB/BCD"_s, u"False"_s},
-        {u"TableB/BC"_s, u"64"_s},     {u"TableB/FC"_s, u"255"_s},    {u"TableB/TV4"_s, u"321"_s},
-        {u"TableB/TV5"_s, u"0"_s},     {u"TableB/TX5"_s, u"False"_s}, {u"TableB/TX4"_s, u"True"_s},
-        {u"TableFont/Default"_s, u"True"_s}, {u"TableFont/Size"_s, u"8"_s},
-        {u"RF/1"_s, u"1: "_s + f.Inside(u"l.m3u"_s)}, {u"RF/Wkdir"_s, f.Folder}, {u"SSE/V"_s, u"1"_s}};
+    const QMap<QString, QString> wanted{{u"PS/W"_s, u"10500"_s},
+                                        {u"PS/H"_s, u"7500"_s},
+                                        {u"PS/L"_s, u"450"_s},
+                                        {u"PS/T"_s, u"600"_s},
+                                        {u"VE/TA"_s, u"1"_s},
+                                        {u"VE/SA"_s, u"0"_s},
+                                        {u"VE/TRANS"_s, u"3"_s},
+                                        {u"ToolB/Flat"_s, u"False"_s},
+                                        {u"ToolB/3D"_s, u"False"_s},
+                                        {u"ToolB/Align"_s, u"2"_s},
+                                        {u"Menu/Visible"_s, u"True"_s},
+                                        {u"TableB/BCD"_s, u"False"_s},
+                                        {u"TableB/BC"_s, u"64"_s},
+                                        {u"TableB/FC"_s, u"255"_s},
+                                        {u"TableB/TV4"_s, u"321"_s},
+                                        {u"TableB/TV5"_s, u"0"_s},
+                                        {u"TableB/TX5"_s, u"False"_s},
+                                        {u"TableB/TX4"_s, u"True"_s},
+                                        {u"TableFont/Default"_s, u"True"_s},
+                                        {u"TableFont/Size"_s, u"8"_s},
+                                        {u"RF/1"_s, u"1: "_s + f.Inside(u"l.m3u"_s)},
+                                        {u"RF/Wkdir"_s, f.Folder},
+                                        {u"SSE/V"_s, u"1"_s}};
     for (auto it = wanted.cbegin(); it != wanted.cend(); ++it)
         QCOMPARE(it.key() + u'=' + stored[it.key()], it.key() + u'=' + it.value());
 

@@ -56,8 +56,8 @@ struct MainFixture {
     void AddRows(const QList<int> &sizes)
     {
         for (qsizetype i = 0; i < sizes.size(); ++i)
-            Window->AddPath(Write(QString(QChar(u'a' + char16_t(i))) + QStringLiteral(".wma"), QByteArray(sizes[i], 'x')),
-                            false);
+            Window->AddPath(
+                Write(QString(QChar(u'a' + char16_t(i))) + QStringLiteral(".wma"), QByteArray(sizes[i], 'x')), false);
         Window->PlaylistDirty = false;
         Window->MEditSelNone_Click();
     }
@@ -91,7 +91,9 @@ private:
     {
         Host host = HeadlessHost(QStringLiteral("test"));
         Prompts.Install(host.Prompts);
-        host.Settings.Read = [this](const QString &section, const QString &key) { return Settings.value(section + u'/' + key); };
+        host.Settings.Read = [this](const QString &section, const QString &key) {
+            return Settings.value(section + u'/' + key);
+        };
         host.Settings.Write = [this](const QString &section, const QString &key, const QString &value) {
             Settings[section + u'/' + key] = value;
         };

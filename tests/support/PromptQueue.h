@@ -45,7 +45,8 @@ private:
     template <typename Answer>
     Answer Take(const QString &text, const Answer &cancel)
     {
-        if (entries.empty() || entries.front().Text != text || !std::holds_alternative<Answer>(entries.front().Answer)) {
+        if (entries.empty() || entries.front().Text != text ||
+            !std::holds_alternative<Answer>(entries.front().Answer)) {
             QTest::qFail(qPrintable(QStringLiteral("unexpected prompt: ") + text), __FILE__, __LINE__);
             return cancel;
         }

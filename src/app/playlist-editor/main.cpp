@@ -1,7 +1,7 @@
+#include "session/Main.h"
 #include "platform/Arguments.h"
 #include "platform/QtHost.h"
 #include "session/Icons.h"
-#include "session/Main.h"
 #include "session/ProgramName.h"
 #include "session/SplashFrm.h"
 

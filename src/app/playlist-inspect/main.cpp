@@ -1,9 +1,9 @@
+#include "session/Main.h"
 #include "platform/Arguments.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/Headless.h"
 #include "platform/Host.h"
-#include "session/Main.h"
 #include "session/Palettes.h"
 #include "session/ProgramName.h"
 

@@ -85,10 +85,10 @@ QString DefaultEntry(const QByteArray &type)
     const QString chosen = firstOf(QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, choices) +
                                        QStandardPaths::locateAll(QStandardPaths::ApplicationsLocation, choices),
                                    "[Default Applications]");
-    return chosen.isEmpty() ? firstOf(QStandardPaths::locateAll(QStandardPaths::ApplicationsLocation,
-                                                                u"mimeinfo.cache"_s),
-                                      "[MIME Cache]")
-                            : chosen;
+    return chosen.isEmpty()
+               ? firstOf(QStandardPaths::locateAll(QStandardPaths::ApplicationsLocation, u"mimeinfo.cache"_s),
+                         "[MIME Cache]")
+               : chosen;
 }
 
 QString AssociatedProgram(const QString &document)
