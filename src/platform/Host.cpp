@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <ctime>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -50,17 +51,39 @@ SettingsStore MakeSettings(const QString &applicationName)
     return settings;
 }
 
+/// Draws that depend on when the generator was seeded. A tick of the clock lasts for thousands of rows, which would all
+/// fall alike; so each tick is cut into stretches of four reseeds, and a list drawn at random comes in short runs.
+class ClockedGenerator
+{
+public:
+    void Reseed()
+    {
+        state = start ^ (static_cast<quint64>(std::time(nullptr)) << 32) ^ (reseeds++ / 4);
+    }
+
+    /// The next draw, in [0, 1), by Steele, Lea and Flood's SplitMix64.
+    double Draw()
+    {
+        state += 0x9e3779b97f4a7c15u;
+        quint64 mixed = (state ^ (state >> 30)) * 0xbf58476d1ce4e5b9u;
+        mixed = (mixed ^ (mixed >> 27)) * 0x94d049bb133111ebu;
+        mixed ^= mixed >> 31;
+        return static_cast<double>(mixed >> 11) * 0x1p-53;
+    }
+
+private:
+    quint64 start = QRandomGenerator::system()->generate64();
+    quint64 state = start;
+    quint64 reseeds = 0;
+};
+
 Clock MakeClock()
 {
-    const auto generator = std::make_shared<QRandomGenerator>(QRandomGenerator::securelySeeded());
+    const auto generator = std::make_shared<ClockedGenerator>();
     Clock clock;
     clock.Now = [] { return QDateTime::currentDateTime(); };
-    clock.Random = [generator] { return generator->generateDouble(); };
-    clock.Reseed = [generator] {
-        const auto now = static_cast<quint64>(QDateTime::currentMSecsSinceEpoch());
-        const quint32 seeds[] = {static_cast<quint32>(now), static_cast<quint32>(now >> 32)};
-        *generator = QRandomGenerator(seeds, 2);
-    };
+    clock.Random = [generator] { return generator->Draw(); };
+    clock.Reseed = [generator] { generator->Reseed(); };
     return clock;
 }
 
