@@ -8,6 +8,22 @@ install(TARGETS playlist-editor playlist-inspect RUNTIME DESTINATION ${CMAKE_INS
 # The program looks for these beside its own folder, in ../share.
 install(FILES ${resources}/VTLPLEH.htm DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
 
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Vantrel <maintainers@vantrel.example>")
+
+# A package without a changelog of this form is faulty.
+function(make_debian_changelog folder)
+  string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
+  file(WRITE ${folder}/changelog
+"${desktop_name} (${PROJECT_VERSION}) unstable; urgency=medium
+
+  * Version ${PROJECT_VERSION}.
+
+ -- ${CPACK_DEBIAN_PACKAGE_MAINTAINER}  ${date}
+")
+  file(ARCHIVE_CREATE OUTPUT ${folder}/changelog.gz PATHS ${folder}/changelog
+    FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9)
+endfunction()
+
 if(UNIX AND NOT APPLE)
   install(FILES ${resources}/${desktop_name}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${resources}/example.vantrel.PlaylistEditor.metainfo.xml
@@ -16,11 +32,17 @@ if(UNIX AND NOT APPLE)
     FILES_MATCHING PATTERN "${desktop_name}.png" PATTERN "${desktop_name}.svg")
   install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${desktop_name} RENAME copyright)
+  make_debian_changelog(${PROJECT_BINARY_DIR}/debian)
+  install(FILES ${PROJECT_BINARY_DIR}/debian/changelog.gz DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${desktop_name})
 else()
   install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
 endif()
 
-set(CPACK_GENERATOR DEB)
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+else()
+  set(CPACK_GENERATOR DEB)
+endif()
 set(CPACK_PACKAGE_NAME ${desktop_name})
 set(CPACK_PACKAGE_VENDOR "Vantrel")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -37,7 +59,6 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Vantrel <maintainers@vantrel.example>")
 set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins")

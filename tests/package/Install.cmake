@@ -1,5 +1,6 @@
 # Installs BUILD into the folder STAGING and compares what is there with what should be. Its entry in the menu must
 # find its program and its icon, and the program its help page.
+cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${STAGING})
 execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${STAGING}
   RESULT_VARIABLE failed OUTPUT_VARIABLE output ERROR_VARIABLE output)
@@ -12,6 +13,7 @@ set(expected
   bin/playlist-editor
   bin/playlist-inspect
   share/applications/${name}.desktop
+  share/doc/${name}/changelog.gz
   share/doc/${name}/copyright
   share/icons/hicolor/scalable/apps/${name}.svg
   share/metainfo/example.vantrel.PlaylistEditor.metainfo.xml
