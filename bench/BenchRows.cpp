@@ -1,5 +1,7 @@
 #include "BenchRows.h"
 
+#include "playlist/M3UFile.h"
+
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -49,4 +51,15 @@ std::vector<FileRecord> BenchRecords(int count)
         records.push_back(i % missingEvery == 0 ? record : Measured(record, noise));
     }
     return records;
+}
+
+void LoadPlaylist(Grid &grid, const QString &path)
+{
+    QStringList paths;
+    ReadM3UFile(path, paths);
+    std::vector<FileRecord> records;
+    records.reserve(static_cast<std::size_t>(paths.size()));
+    for (const QString &entry : std::as_const(paths))
+        records.push_back(AnalyseFile(entry));
+    grid.Append(records);
 }

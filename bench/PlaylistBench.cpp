@@ -4,7 +4,6 @@
 
 #include "platform/Drives.h"
 #include "playlist/FolderWalk.h"
-#include "playlist/M3UFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -69,19 +68,6 @@ void StatBare(const std::vector<std::string> &paths)
     }
 }
 
-void LoadPlaylist(Grid &grid, const QString &playlist)
-{
-    QStringList paths;
-    ReadM3UFile(playlist, paths);
-    std::vector<FileRecord> records;
-    records.reserve(static_cast<std::size_t>(paths.size()));
-    for (const QString &path : std::as_const(paths))
-        records.push_back(AnalyseFile(path));
-    grid.Append(records);
-    if (grid.Count() != FullList || !grid.Item(FullList).Measured())
-        throw std::runtime_error("The playlist of the benchmark is not read.");
-}
-
 void PlaylistOverBareStats(benchmark::State &state, bool relative)
 {
     static const ListedFiles files;
@@ -93,6 +79,8 @@ void PlaylistOverBareStats(benchmark::State &state, bool relative)
     const Side floor{[&] { StatBare(paths); }, FullList};
     const Side subject{[&] { LoadPlaylist(*grid, playlist); }, FullList, [&] { grid = std::make_unique<Grid>(); }};
     Compare(state, 2, floor, subject);
+    if (grid->Count() != FullList || !grid->Item(FullList).Measured())
+        throw std::runtime_error("The playlist of the benchmark is not read.");
 }
 
 constexpr int treeFolders = 5000;

@@ -1,7 +1,6 @@
 #include "BenchRows.h"
 #include "BenchSupport.h"
 
-#include "playlist/FileLists.h"
 #include "playlist/RowCommands.h"
 
 #include <numeric>
@@ -26,7 +25,6 @@ struct RowSet {
                 item.SmallIcon = IconBlue;
         });
         Start = Shown.RowsForSelection();
-        Folders = {Shown.Item(2).Folder, Shown.Item(count / 2).Folder, Shown.Item(count).Folder};
         // Each selected row exchanges its place with the one before it.
         Order.resize(Start.size());
         std::iota(Order.begin(), Order.end(), 1);
@@ -40,7 +38,6 @@ struct RowSet {
     Grid Shown;
     Rows Start;
     Rows Bare;
-    QStringList Folders;
     std::vector<int> Order;
 };
 
@@ -90,17 +87,26 @@ const Clock &HostClock()
     return clock;
 }
 
-/// As the menu's command does it: the folders come from the paths of the selected rows.
-void SelectInFoldersOfSelection(RowSet &set)
+/// What the clock takes for the draws that a command owes to so many rows, each after a reseeding.
+void DrawForRows(std::size_t count)
 {
-    QStringList paths;
-    for (const PlaylistItem &item : set.Shown.RowsForSelection()) {
-        if (item.Selected)
-            paths.append(item.FullPath());
+    for (std::size_t i = 0; i < count; ++i) {
+        HostClock().Reseed();
+        benchmark::DoNotOptimize(HostClock().Random());
     }
-    QStringList folders;
-    ListDistinctFolders(paths, folders);
-    SelectInFolders(set.Shown, folders);
+}
+
+void ThreePassesAndDraws(RowSet &set)
+{
+    ThreePasses(set);
+    DrawForRows(set.Bare.size());
+}
+
+/// Half of the rows are shuffled.
+void PermutationAndDraws(RowSet &set)
+{
+    Permutation(set);
+    DrawForRows(set.Bare.size() / 2);
 }
 
 struct RowCommand {
@@ -115,9 +121,9 @@ const RowCommand commands[] = {
     {"SelectNone", 2, ThreePasses, [](RowSet &set) { SelectNone(set.Shown); }},
     {"InvertSelection", 2, ThreePasses, [](RowSet &set) { InvertSelection(set.Shown); }},
     {"AlternateSelection", 2, ThreePasses, [](RowSet &set) { AlternateSelection(set.Shown); }},
-    {"RandomSelection", 2, ThreePasses, [](RowSet &set) { RandomSelection(set.Shown, HostClock()); }},
-    {"SelectInFolders", 2, ThreePasses, [](RowSet &set) { SelectInFolders(set.Shown, set.Folders); }},
-    {"SelectInFoldersOfSelection", 2, ThreePasses, SelectInFoldersOfSelection},
+    {"RandomSelection", 2, ThreePassesAndDraws, [](RowSet &set) { RandomSelection(set.Shown, HostClock()); }},
+    {"SelectInFolders", 2, ThreePasses,
+     [](RowSet &set) { SelectInFolders(set.Shown, SelectedFolders(set.Shown)); }},
     {"SelectCheckMarked", 2, ThreePasses, [](RowSet &set) { SelectCheckMarked(set.Shown); }},
     {"SetCheckMark", 2, ThreePasses, [](RowSet &set) { SetCheckMark(set.Shown, IconGreen); }},
     {"Remove", 1.5, Compaction,
@@ -126,7 +132,7 @@ const RowCommand commands[] = {
     {"MoveToBottom", 1.5, BottomPartition, [](RowSet &set) { MoveToBottom(set.Shown); }},
     {"MoveUp", 2, Permutation, [](RowSet &set) { MoveUp(set.Shown); }},
     {"MoveDown", 2, Permutation, [](RowSet &set) { MoveDown(set.Shown); }},
-    {"ShuffleSelection", 2, Permutation, [](RowSet &set) { ShuffleSelection(set.Shown, HostClock()); }},
+    {"ShuffleSelection", 2, PermutationAndDraws, [](RowSet &set) { ShuffleSelection(set.Shown, HostClock()); }},
 };
 
 Side CommandOn(RowSet &set, const RowCommand &command)

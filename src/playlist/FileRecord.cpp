@@ -22,8 +22,8 @@ QString AbsoluteFolder(const QString &path)
     folder += u'\\';
     if (path.contains(u':') || path.startsWith(u"\\\\"_s))
         return folder;
-    const QString current = NormalisedPath(CurrentDirectory()) + u'\\';
-    return folder == u"\\"_s ? current : current + folder;
+    const QString current = NormalisedPath(CurrentDirectory());
+    return folder.size() == 1 ? QString(current + u'\\') : QString(current + u'\\' + folder);
 }
 
 QString FileTypeText(const QString &extension)

@@ -2,6 +2,8 @@
 
 #include "platform/Files.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -61,10 +63,11 @@ QString NormalisePath(QString &path)
     if (colon >= 0) {
         if (!path.contains(u":\\"_s))
             path.replace(u":"_s, u":\\"_s);
-        const QString drive = path.left(2);
-        const QString lowerDrive = drive.toLower();
-        if (drive != lowerDrive)
-            path.replace(drive, lowerDrive);
+        const QStringView start = QStringView(path).left(2);
+        if (std::any_of(start.begin(), start.end(), [](QChar character) { return character != character.toLower(); })) {
+            const QString drive = start.toString();
+            path.replace(drive, drive.toLower());
+        }
     }
     if (path.endsWith(Backslash))
         path.chop(1);

@@ -5,6 +5,7 @@
 RankList::RankList(const std::vector<int> &values) : slots(values)
 {
     words.resize(values.size() * 2 / 64 + 1);
+    wordCounts.resize(words.size());
     blockCounts.resize(words.size() / wordsPerBlock + 1);
     slots.reserve(values.size() * 2);
     for (std::size_t slot = 0; slot < values.size(); ++slot)
@@ -14,6 +15,7 @@ RankList::RankList(const std::vector<int> &values) : slots(values)
 void RankList::Fill(std::size_t slot)
 {
     words[slot / 64] |= std::uint64_t{1} << (slot % 64);
+    ++wordCounts[slot / 64];
     ++blockCounts[slot / 64 / wordsPerBlock];
 }
 
@@ -24,10 +26,8 @@ std::size_t RankList::SlotOf(int place) const
     while (left >= blockCounts[block])
         left -= blockCounts[block++];
     std::size_t word = block * wordsPerBlock;
-    for (int count = std::popcount(words[word]); left >= count; count = std::popcount(words[word])) {
-        left -= count;
-        ++word;
-    }
+    while (left >= wordCounts[word])
+        left -= wordCounts[word++];
     std::uint64_t bits = words[word];
     for (; left > 0; --left)
         bits &= bits - 1;
@@ -38,6 +38,7 @@ int RankList::MoveToEnd(int place)
 {
     const std::size_t slot = SlotOf(place);
     words[slot / 64] &= ~(std::uint64_t{1} << (slot % 64));
+    --wordCounts[slot / 64];
     --blockCounts[slot / 64 / wordsPerBlock];
     const int value = slots[slot];
     slots.push_back(value);

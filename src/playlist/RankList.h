@@ -23,5 +23,6 @@ private:
     std::vector<int> slots;
     /// One bit a slot: taken.
     std::vector<std::uint64_t> words;
+    std::vector<std::uint8_t> wordCounts;
     std::vector<int> blockCounts;
 };

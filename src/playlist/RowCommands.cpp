@@ -1,5 +1,6 @@
 #include "playlist/RowCommands.h"
 
+#include "playlist/PathText.h"
 #include "playlist/RankList.h"
 
 #include <QSet>
@@ -145,6 +146,31 @@ void RandomSelection(Grid &grid, const Clock &clock)
         chosen += choose ? 1 : 0;
         return choose;
     });
+}
+
+QStringList SelectedFolders(const Grid &grid)
+{
+    QStringList folders;
+    QString last;
+    bool plain = false;
+    for (int row = 1; row <= grid.Count(); ++row) {
+        const PlaylistItem &item = grid.Item(row);
+        if (!item.Selected)
+            continue;
+        const bool sameFolder = !folders.isEmpty() && item.Folder.constData() == last.constData();
+        if (!sameFolder) {
+            last = item.Folder;
+            plain = !last.contains(u'.');
+        }
+        // A folder without a full stop holds no name with one, so that nothing is cut from it.
+        const bool whole = plain && item.Text.contains(u'.');
+        if (sameFolder && whole)
+            continue;
+        const QString folder = whole ? last : GetFolderPart(item.FullPath());
+        if (folders.isEmpty() || folder != folders.last())
+            folders.append(folder);
+    }
+    return folders;
 }
 
 void SelectInFolders(Grid &grid, const QStringList &folders)

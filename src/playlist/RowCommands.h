@@ -41,6 +41,8 @@ void AlternateSelection(Grid &grid);
 /// Replaces the selection: each row with an even chance, until more than half of the rows are chosen. The generator is
 /// reseeded for each row, so that the result comes in runs.
 void RandomSelection(Grid &grid, const Clock &clock);
+/// The folders of the selected rows, as ListDistinctFolders names those of their paths.
+QStringList SelectedFolders(const Grid &grid);
 /// Selects just the rows whose folder is one of these.
 void SelectInFolders(Grid &grid, const QStringList &folders);
 void SelectCheckMarked(Grid &grid);

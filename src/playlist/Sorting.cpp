@@ -1,10 +1,13 @@
 #include "playlist/Sorting.h"
 
+#include "platform/Names.h"
+
 #include <QDateTime>
 #include <QLocale>
 
 #include <algorithm>
 #include <numeric>
+#include <span>
 
 namespace
 {
@@ -62,25 +65,96 @@ Order OrderByKeys(const Grid &grid, int column, bool descending, qint64 (*keyOf)
     });
 }
 
-int CompareText(const QString &a, const QString &b)
+/// A row, and the four characters of its text that are looked at.
+struct TextKey {
+    quint64 Piece;
+    int Row;
+};
+constexpr qsizetype pieceSize = 4;
+
+/// Four characters without regard to case as one number; 0 stands behind the end.
+quint64 FoldedPiece(QStringView text, qsizetype from)
 {
-    // Rows share the data of equal folders and stream texts.
-    return a.constData() == b.constData() ? 0 : a.compare(b, Qt::CaseInsensitive);
+    quint64 piece = 0;
+    for (qsizetype i = from; i < from + pieceSize; ++i)
+        piece = piece << 16 | (i < text.size() ? FoldedUnit(text[i].unicode()) : 0);
+    return piece;
 }
+
+/// Whether the code units of a text compare like its characters, and none of them is 0.
+bool HoldsPlainUnits(QStringView text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.isNull() || unit.isSurrogate(); });
+}
+
+/// Sorts rows by their texts without regard to case. Four characters at a time, since numbers that lie side by side
+/// are compared far sooner than texts that lie all over the memory.
+class TextSort
+{
+public:
+    TextSort(const std::vector<QString> &textsOfRows, bool fromTheEnd) : texts(textsOfRows), descending(fromTheEnd)
+    {
+        byPieces = std::all_of(texts.begin(), texts.end(), HoldsPlainUnits);
+    }
+
+    void Sort(std::span<TextKey> keys, qsizetype from = 0) const
+    {
+        constexpr std::size_t fewRows = 8;
+        constexpr qsizetype longestText = 256;
+        if (!byPieces || keys.size() < fewRows || from >= longestText) {
+            SortBy(keys, [this](const TextKey &a, const TextKey &b) {
+                return Text(a).compare(Text(b), Qt::CaseInsensitive) < 0;
+            });
+            return;
+        }
+        for (TextKey &key : keys)
+            key.Piece = FoldedPiece(Text(key), from);
+        SortBy(keys, [](const TextKey &a, const TextKey &b) { return a.Piece < b.Piece; });
+        SortEqualPieces(keys, from);
+    }
+
+private:
+    const QString &Text(const TextKey &key) const { return texts[static_cast<std::size_t>(key.Row - 1)]; }
+
+    template <typename Less>
+    void SortBy(std::span<TextKey> keys, Less less) const
+    {
+        if (descending)
+            std::stable_sort(keys.begin(), keys.end(), [&](const TextKey &a, const TextKey &b) { return less(b, a); });
+        else
+            std::stable_sort(keys.begin(), keys.end(), less);
+    }
+
+    void SortEqualPieces(std::span<TextKey> keys, qsizetype from) const
+    {
+        for (auto first = keys.begin(); first != keys.end();) {
+            const auto last = std::find_if(first, keys.end(), [&](const TextKey &key) { return key.Piece != first->Piece; });
+            const bool ended = (first->Piece & 0xFFFF) == 0;
+            if (!ended && last - first > 1)
+                Sort({first, last}, from + pieceSize);
+            first = last;
+        }
+    }
+
+    const std::vector<QString> &texts;
+    bool descending;
+    bool byPieces;
+};
 
 Order OrderByText(const Grid &grid, int column, bool descending)
 {
-    if (column == ColumnFileName || column == ColumnPath) {
-        const auto text = column == ColumnFileName ? &PlaylistItem::Text : &PlaylistItem::Folder;
-        return SortedOrder(grid, descending,
-                           [&](int a, int b) { return CompareText(grid.Item(a).*text, grid.Item(b).*text) < 0; });
+    std::vector<QString> texts;
+    std::vector<TextKey> keys;
+    texts.reserve(static_cast<std::size_t>(grid.Count()));
+    keys.reserve(texts.capacity());
+    for (int row = 1; row <= grid.Count(); ++row) {
+        texts.push_back(grid.CellText(row, column));
+        keys.push_back({0, row});
     }
-    std::vector<QString> cells(static_cast<std::size_t>(grid.Count()) + 1);
-    for (int row = 1; row <= grid.Count(); ++row)
-        cells[static_cast<std::size_t>(row)] = grid.CellText(row, column);
-    return SortedOrder(grid, descending, [&](int a, int b) {
-        return CompareText(cells[static_cast<std::size_t>(a)], cells[static_cast<std::size_t>(b)]) < 0;
-    });
+    TextSort(texts, descending).Sort(keys);
+    Order order(keys.size());
+    std::transform(keys.begin(), keys.end(), order.begin(), [](const TextKey &key) { return key.Row; });
+    return order;
 }
 } // namespace
 

@@ -13,7 +13,7 @@ class CellAccessible : public QAccessibleInterface, public QAccessibleTableCellI
 public:
     CellAccessible(GridView *shownIn, int cellRow, int cellColumn) : view(shownIn), row(cellRow), column(cellColumn) {}
 
-    bool isValid() const override { return view && row <= view->Rows().Count(); }
+    bool isValid() const override { return row <= view->Rows().Count(); }
     QObject *object() const override { return nullptr; }
     QAccessibleInterface *childAt(int, int) const override { return nullptr; }
     QAccessibleInterface *parent() const override { return QAccessible::queryAccessibleInterface(view); }
@@ -94,7 +94,8 @@ private:
         }
     }
 
-    QPointer<GridView> view;
+    // The table drops its cells before its view goes.
+    GridView *view;
     int row;
     int column;
 };

@@ -130,6 +130,33 @@ QModelIndexList GridView::selectedIndexes() const
     return {};
 }
 
+void GridView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles)
+{
+    // The base class looks at every row of the range, to paint those that are seen.
+    if (roles == QList<int>{Qt::DecorationRole})
+        viewport()->update();
+    else
+        QTreeView::dataChanged(topLeft, bottomRight, roles);
+}
+
+// As the base class does it, which makes its range of the rows one by one.
+void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command)
+{
+    if (rect.isNull())
+        return;
+    const auto [low, high] = std::minmax({rect.left(), rect.right()});
+    const auto [top, bottom] = std::minmax({rect.top(), rect.bottom()});
+    const QModelIndex first = indexAt({isRightToLeft() ? high : low, top});
+    const QModelIndex last = indexAt({isRightToLeft() ? low : high, bottom});
+    if (first.isValid() || last.isValid()) {
+        const int firstRow = first.isValid() ? first.row() : 0;
+        const int lastRow = last.isValid() ? last.row() : grid->Count() - 1;
+        rowSelection->select({grid->index(firstRow, 0), grid->index(lastRow, ColumnCount - 1)}, command);
+    } else if (command & QItemSelectionModel::Clear) {
+        rowSelection->clear();
+    }
+}
+
 void GridView::drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyleOptionViewItem rowOption = option;

@@ -19,6 +19,7 @@ public:
     void MakeVisible(int row);
     /// Scrolls up or down only: a click on a column that is cut must not move the others away.
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles = {}) override;
     const Grid &Rows() const { return *grid; }
     /// Taken by a drag as its data, when rows are dragged out.
     std::function<QMimeData *()> MakeDragData;
@@ -36,6 +37,7 @@ Q_SIGNALS:
 protected:
     /// Only for the base class, which asks whether there is anything to be dragged: one cell of a selected row.
     QModelIndexList selectedIndexes() const override;
+    void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

@@ -237,11 +237,7 @@ void Main::MEditSelRnd_Click()
 void Main::MEditSelFol_Click()
 {
     const Hourglass hourglass(view);
-    DestroyFileArray();
-    SaveFileArrayFromList(false);
-    QStringList folders;
-    ListDistinctFolders(FileArray, folders);
-    SelectInFolders(ListView1, folders);
+    SelectInFolders(ListView1, SelectedFolders(ListView1));
     ListView1_Click();
 }
 

@@ -18,6 +18,8 @@ void Status::Open(const QString &caption, int minimum, int maximum)
     setWindowTitle(caption);
     ui->lbProgress->setRange(minimum, maximum);
     ui->lbProgress->setValue(minimum);
+    // A window that has just been shown learns its place from the window system.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     const QRect owner = parentWidget()->frameGeometry();
     adjustSize();
     move(owner.center() - rect().center());
