@@ -18,7 +18,8 @@ QString MediaList(int entries)
     const QString name = folder.filePath(QString::number(entries) + u".m3u"_s);
     QByteArray lines;
     for (int entry = 0; entry < entries; ++entry)
-        lines += QByteArray::fromStdString(files.HostPaths[static_cast<std::size_t>(entry) % files.HostPaths.size()]) + '\n';
+        lines +=
+            QByteArray::fromStdString(files.HostPaths[static_cast<std::size_t>(entry) % files.HostPaths.size()]) + '\n';
     WriteBenchFile(name, lines);
     return FromHostPath(name);
 }
@@ -28,7 +29,8 @@ namespace
 Side AddingOf(BenchWindow &window, int entries)
 {
     return {[&window, path = MediaList(entries)] { window.Window.AddPath(path, false); },
-            static_cast<std::size_t>(entries), [&window] {
+            static_cast<std::size_t>(entries),
+            [&window] {
                 window.Window.ListView1.Clear();
                 window.Settle();
             }};

@@ -10,7 +10,7 @@ namespace
 {
 QString Words(std::minstd_rand &noise, int count)
 {
-    static const QStringList words{u"Morning"_s, u"river"_s, u"Blue"_s,  u"the"_s,    u"Northern"_s, u"light"_s,
+    static const QStringList words{u"Morning"_s, u"river"_s, u"Blue"_s, u"the"_s,     u"Northern"_s, u"light"_s,
                                    u"of"_s,      u"Stone"_s, u"late"_s, u"Another"_s, u"Garden"_s,   u"wind"_s};
     QStringList chosen;
     for (int i = 0; i < count; ++i)

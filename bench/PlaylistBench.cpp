@@ -39,8 +39,8 @@ struct ListedFiles {
         QByteArray absolute;
         QByteArray relative;
         for (int i = 0; i < FullList; ++i) {
-            const QByteArray album = "Some Artist " + QByteArray::number(i / 120) + "/Their Album " +
-                                     QByteArray::number(i / 12);
+            const QByteArray album =
+                "Some Artist " + QByteArray::number(i / 120) + "/Their Album " + QByteArray::number(i / 12);
             if (i % 12 == 0)
                 QDir(Folder.path()).mkpath(QString::fromLatin1(album));
             const QByteArray name = album + '/' + QByteArray::number(i % 12 + 1) + " - The title of a song.wma";

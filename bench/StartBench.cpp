@@ -44,7 +44,11 @@ void StartOverBareWindow(benchmark::State &state, int entries, double bound)
 }
 
 BENCHMARK_CAPTURE(StartOverBareWindow, EmptySession, 0, 2.5)
-    ->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(15);
 BENCHMARK_CAPTURE(StartOverBareWindow, FullSession, FullList, 18)
-    ->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(15);
 } // namespace

@@ -94,7 +94,9 @@ PlaylistItem Grid::MakeItem(const FileRecord &record, int index)
 {
     PlaylistItem item;
     item.Text = record.FileName;
-    item.Folder = !rows.empty() && rows.back().Folder == record.Folder ? rows.back().Folder : record.Folder;
+    const bool likeLast = !rows.empty() && rows.back().Folder == record.Folder;
+    item.FolderNumber = likeLast ? rows.back().FolderNumber : Pooled(record.Folder);
+    item.Folder = pool[item.FolderNumber];
     if (record.Size == 0) {
         item.SmallIcon = IconMissing;
         item.Ghosted = true;

@@ -36,6 +36,8 @@ struct PlaylistItem {
     QString Text;
     /// The folder, always ending in a backslash.
     QString Folder;
+    /// The folder's place in the grid's pool of texts: the same for the same folder, and for no other.
+    quint32 FolderNumber = 0;
     /// Bytes; 0 for a missing row.
     qint64 Size = 0;
     /// Whole seconds.
@@ -80,6 +82,9 @@ public:
     /// The text of a cell, columns from 1, as tools and files see it.
     QString CellText(int row, int column) const;
     static QString Caption(int column);
+
+    /// How many different texts the rows have had; numbers of folders lie below it.
+    std::size_t PoolSize() const { return pool.size(); }
 
     /// Adds a row at the end (index below 1 or beyond the end) or at index, so that the rows from it on move down.
     /// Raises PlaylistFull.

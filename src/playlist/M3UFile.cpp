@@ -4,25 +4,29 @@
 #include "playlist/FolderWalk.h"
 #include "playlist/TextFiles.h"
 
+#include <bit>
+
 using namespace Qt::StringLiterals;
 
 namespace
 {
-// The extension starts with a full stop and holds no second one, so each full stop of the line is looked at once.
-bool HoldsExtension(QStringView line, QStringView extension)
+/// How many of the extensions of FileTypes a line holds, each anywhere and counted once. They all start with a full
+/// stop and hold no second one, so that each full stop of the line is looked at once.
+int ExtensionsIn(QStringView line)
 {
+    const QStringList &masks = FileTypes();
+    unsigned found = 0;
     for (qsizetype stop = line.indexOf(u'.'); stop >= 0; stop = line.indexOf(u'.', stop + 1)) {
-        if (line.sliced(stop).startsWith(extension, Qt::CaseInsensitive))
-            return true;
+        const QStringView rest = line.sliced(stop);
+        for (qsizetype i = 0; i < masks.size(); ++i)
+            found |= rest.startsWith(QStringView(masks[i]).sliced(1), Qt::CaseInsensitive) ? 1U << i : 0U;
     }
-    return false;
+    return std::popcount(found);
 }
 
 void AppendEntry(QString line, QStringList &list)
 {
-    qsizetype times = 0;
-    for (const QString &mask : FileTypes())
-        times += HoldsExtension(line, QStringView(mask).sliced(1)) ? 1 : 0;
+    int times = ExtensionsIn(line);
     if (times == 0)
         return;
     if (line[1] == u':')

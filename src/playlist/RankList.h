@@ -3,26 +3,19 @@
 #include <cstdint>
 #include <vector>
 
-/// A list of numbers from which any place can be moved to the end, in time that hardly grows with its length: the
-/// numbers stay in their slots, each move takes a new slot, and counts over blocks of slots find the n-th number.
+/// A list of row numbers from which any place can be moved to the end. It is kept in chunks, so that a move shifts few
+/// numbers however long the list is.
 class RankList
 {
 public:
     explicit RankList(const std::vector<int> &values);
 
-    /// Moves the number at place (from 1) to the end and returns it. At most as many moves as there are numbers.
+    /// Moves the number at place (from 1) to the end and returns it.
     int MoveToEnd(int place);
     std::vector<int> Values() const;
 
 private:
-    static constexpr std::size_t wordsPerBlock = 32;
+    void Append(int value);
 
-    std::size_t SlotOf(int place) const;
-    void Fill(std::size_t slot);
-
-    std::vector<int> slots;
-    /// One bit a slot: taken.
-    std::vector<std::uint64_t> words;
-    std::vector<std::uint8_t> wordCounts;
-    std::vector<int> blockCounts;
+    std::vector<std::vector<std::uint16_t>> chunks;
 };

@@ -1,9 +1,6 @@
 #include "playlist/RowCommands.h"
 
-#include "playlist/PathText.h"
 #include "playlist/RankList.h"
-
-#include <QSet>
 
 #include <algorithm>
 #include <numeric>
@@ -148,44 +145,14 @@ void RandomSelection(Grid &grid, const Clock &clock)
     });
 }
 
-QStringList SelectedFolders(const Grid &grid)
+void SelectInFolder(Grid &grid)
 {
-    QStringList folders;
-    QString last;
-    bool plain = false;
+    std::vector<bool> wanted(grid.PoolSize());
     for (int row = 1; row <= grid.Count(); ++row) {
-        const PlaylistItem &item = grid.Item(row);
-        if (!item.Selected)
-            continue;
-        const bool sameFolder = !folders.isEmpty() && item.Folder.constData() == last.constData();
-        if (!sameFolder) {
-            last = item.Folder;
-            plain = !last.contains(u'.');
-        }
-        // A folder without a full stop holds no name with one, so that nothing is cut from it.
-        const bool whole = plain && item.Text.contains(u'.');
-        if (sameFolder && whole)
-            continue;
-        const QString folder = whole ? last : GetFolderPart(item.FullPath());
-        if (folders.isEmpty() || folder != folders.last())
-            folders.append(folder);
+        if (grid.Item(row).Selected)
+            wanted[grid.Item(row).FolderNumber] = true;
     }
-    return folders;
-}
-
-void SelectInFolders(Grid &grid, const QStringList &folders)
-{
-    const QSet<QString> wanted(folders.begin(), folders.end());
-    // Neighbours mostly share their folder.
-    QString lastFolder;
-    bool lastWanted = wanted.contains(lastFolder);
-    grid.Reselect([&](int, const PlaylistItem &item) {
-        if (item.Folder.constData() != lastFolder.constData() && item.Folder != lastFolder) {
-            lastFolder = item.Folder;
-            lastWanted = wanted.contains(lastFolder);
-        }
-        return lastWanted;
-    });
+    grid.Reselect([&](int, const PlaylistItem &item) { return bool(wanted[item.FolderNumber]); });
 }
 
 void SelectCheckMarked(Grid &grid)

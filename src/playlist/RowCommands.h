@@ -3,8 +3,6 @@
 #include "platform/Host.h"
 #include "playlist/Grid.h"
 
-#include <QStringList>
-
 // The commands of the Edit menu on the rows of a grid. Each is one pass or a few, and tells the view once.
 
 /// What a command that moves rows did.
@@ -41,10 +39,8 @@ void AlternateSelection(Grid &grid);
 /// Replaces the selection: each row with an even chance, until more than half of the rows are chosen. The generator is
 /// reseeded for each row, so that the result comes in runs.
 void RandomSelection(Grid &grid, const Clock &clock);
-/// The folders of the selected rows, as ListDistinctFolders names those of their paths.
-QStringList SelectedFolders(const Grid &grid);
-/// Selects just the rows whose folder is one of these.
-void SelectInFolders(Grid &grid, const QStringList &folders);
+/// A selection in a folder grows to all rows of that folder.
+void SelectInFolder(Grid &grid);
 void SelectCheckMarked(Grid &grid);
 /// Gives the selected rows a mark, or the normal icon; missing rows keep theirs.
 void SetCheckMark(Grid &grid, SmallIcon icon);

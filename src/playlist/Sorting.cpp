@@ -128,7 +128,8 @@ private:
     void SortEqualPieces(std::span<TextKey> keys, qsizetype from) const
     {
         for (auto first = keys.begin(); first != keys.end();) {
-            const auto last = std::find_if(first, keys.end(), [&](const TextKey &key) { return key.Piece != first->Piece; });
+            const auto last =
+                std::find_if(first, keys.end(), [&](const TextKey &key) { return key.Piece != first->Piece; });
             const bool ended = (first->Piece & 0xFFFF) == 0;
             if (!ended && last - first > 1)
                 Sort({first, last}, from + pieceSize);

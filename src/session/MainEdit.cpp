@@ -237,7 +237,7 @@ void Main::MEditSelRnd_Click()
 void Main::MEditSelFol_Click()
 {
     const Hourglass hourglass(view);
-    SelectInFolders(ListView1, SelectedFolders(ListView1));
+    SelectInFolder(ListView1);
     ListView1_Click();
 }
 

@@ -18,14 +18,14 @@ using namespace Qt::StringLiterals;
 
 void Main::ListView1_Click()
 {
-    LockWindowRedraw(this, false);
+    LockWindowRedraw(StatusBar1, false);
     {
         const Hourglass hourglass(view);
         const PlaylistTotals totals = CountTotals(ListView1);
         EnableCommands(totals);
         ShowPanels(totals);
     }
-    LockWindowRedraw(this, true);
+    LockWindowRedraw(StatusBar1, true);
 }
 
 void Main::EnableCommands(const PlaylistTotals &totals)

@@ -75,7 +75,9 @@ private Q_SLOTS:
     void ShuffleExchangesInTurn();
     void ShuffleThatFailsChangesNothing();
     void MarksNeverReplaceMissing();
+    void SelectionGrowsToItsFolders();
     void SortsNumbersAndTextStably();
+    void SortsAnyTextAsQtCompares();
 };
 
 using Command = void (*)(Grid &);
@@ -225,6 +227,45 @@ void RowCommandsTest::SortsNumbersAndTextStably()
     QCOMPARE(sorted(ColumnOriginalOrder), u"a b A C"_s);
     QVERIFY_THROWS_EXCEPTION(NotSortable, SortGrid(grid, ColumnFileName, SortNumber));
     QCOMPARE(grid.SortKey, ColumnOriginalOrder - 1);
+}
+
+void RowCommandsTest::SelectionGrowsToItsFolders()
+{
+    Grid grid;
+    std::vector<FileRecord> records;
+    for (const QString &path : {u"c:\\x\\a"_s, u"c:\\y\\b"_s, u"c:\\X\\c"_s, u"c:\\x\\d"_s, u"c:\\z\\e"_s}) {
+        FileRecord record;
+        record.Folder = path.chopped(1);
+        record.FileName = path.right(1);
+        records.push_back(record);
+    }
+    grid.Append(records);
+    grid.Reselect([](int row, const PlaylistItem &) { return row == 1 || row == 5; });
+    SelectInFolder(grid);
+    QCOMPARE(Words(grid), u"A b c D E"_s);
+}
+
+void RowCommandsTest::SortsAnyTextAsQtCompares()
+{
+    std::mt19937 engine(3);
+    const QString letters = u"aAb\u00c4\u00e4\u0416\U0001f3b5 ."_s;
+    QStringList names;
+    for (int i = 0; i < 500; ++i) {
+        QString name = QString(engine() % 3 == 0 ? 300 : 0, u'x');
+        for (auto length = engine() % 9; length > 0; --length)
+            name += letters[static_cast<qsizetype>(engine() % static_cast<unsigned>(letters.size()))];
+        names.append(name);
+    }
+    Grid grid;
+    std::vector<FileRecord> records(500);
+    for (std::size_t i = 0; i < records.size(); ++i)
+        records[i].FileName = names[static_cast<qsizetype>(i)];
+    grid.Append(records);
+    SortGrid(grid, ColumnFileName, SortText);
+    std::stable_sort(names.begin(), names.end(),
+                     [](const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) < 0; });
+    for (int row = 1; row <= grid.Count(); ++row)
+        QCOMPARE(grid.Item(row).Text, names[row - 1]);
 }
 
 QTEST_GUILESS_MAIN(RowCommandsTest)
