@@ -1,5 +1,7 @@
 #include "platform/Headless.h"
 
+#include "platform/HostHeadless.h"
+
 #include <QByteArray>
 #include <QtGlobal>
 
@@ -7,9 +9,6 @@ void PrepareHeadless(int scale)
 {
     qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Qt makes the user's runtime folder where it is missing, or one among the temporary files. Nobody, not even an
-    // administrator, can make a folder below these.
-    qputenv("XDG_RUNTIME_DIR", "/dev/null/none");
-    qputenv("TMPDIR", "/dev/null");
+    PrepareHostHeadless();
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 }

@@ -13,7 +13,6 @@ struct FullWalk {
     bool Variable = false;
 };
 
-/// A silent frame of layer III, MPEG 1, 44,100 hertz, stereo; its header's third byte from the rate's index (1 to 14).
-QByteArray SilentFrame(int rateIndex, bool padded);
-/// Such frames of one rate, padded as encoders do it, or never.
+/// Silent frames of layer III, MPEG 1, 44,100 hertz, stereo, of the rate with this index (1 to 14), padded as encoders
+/// do it, or never.
 QByteArray SilentStream(int rateIndex, int frames, bool padding = true);

@@ -1,7 +1,6 @@
 #include "platform/PlatformTests.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <QTest>
 
 std::vector<TestMaker> &PlatformTests()

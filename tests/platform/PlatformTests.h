@@ -1,6 +1,9 @@
 #pragma once
 
-#include <QObject>
+#include "platform/Drives.h"
+#include "platform/Files.h"
+
+#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
@@ -17,5 +20,39 @@ struct RegisterTest {
     RegisterTest()
     {
         PlatformTests().push_back([] { return std::make_unique<Test>(); });
+    }
+};
+
+/// A test class with a new folder for each of its tests.
+class FolderTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    QString In(const QString &name) const { return folder + u'\\' + name; }
+    bool Write(const QString &name, const QByteArray &content) const { return WriteWholeFile(In(name), content); }
+    /// "unreadable" for what cannot be read.
+    QByteArray Content(const QString &name) const
+    {
+        QByteArray content;
+        return ReadWholeFile(In(name), content) ? content : QByteArray("unreadable");
+    }
+    /// Files, then folders.
+    QStringList Listed() const
+    {
+        FolderEntries entries;
+        ListFolder(folder, entries);
+        return entries.Files + entries.Folders;
+    }
+
+    std::unique_ptr<QTemporaryDir> directory;
+    /// Inside form, without a trailing backslash.
+    QString folder;
+
+private Q_SLOTS:
+    void init()
+    {
+        directory = std::make_unique<QTemporaryDir>();
+        folder = FromHostPath(directory->path());
     }
 };

@@ -195,6 +195,12 @@ void WindowTest::ViewsAndOptions()
     f.Trigger("MViewNormal");
     QVERIFY(toolbar->isVisible() && statusBar->isVisible() && toolbar->y() < f.Window->View()->y());
     QCOMPARE(f.Window->View()->palette().color(QPalette::Base), window);
+    // Dragged by its free area, the toolbar follows the mouse to the other half of the window.
+    QTest::mousePress(toolbar, Qt::LeftButton, {}, QPoint(700, 5));
+    QTest::mouseMove(toolbar, QPoint(700, 500));
+    QTest::mouseRelease(toolbar, Qt::LeftButton, {}, QPoint(700, 5));
+    QVERIFY(toolbar->y() > f.Window->View()->y());
+    f.Trigger("MViewNormal");
     f.Trigger("MViewToolbar");
     QVERIFY(!toolbar->isVisible() && !f.Window->Command("MViewToolbar")->isChecked());
     QCOMPARE(f.Window->View()->y(), 0);

@@ -25,6 +25,15 @@ struct MainFixture {
 
     MainFixture() { Restart(); }
 
+    ~MainFixture()
+    {
+        Window.reset();
+        // Windows removes no folder that somebody works in.
+        SetCurrentDirectory(startFolder);
+    }
+    MainFixture(const MainFixture &) = delete;
+    MainFixture &operator=(const MainFixture &) = delete;
+
     void Restart()
     {
         Window.reset();
@@ -87,6 +96,8 @@ struct MainFixture {
     QStringList Panels() const { return {Window->PanelText(1), Window->PanelText(2), Window->PanelText(3)}; }
 
 private:
+    const QString startFolder = CurrentDirectory();
+
     Host MakeHost()
     {
         Host host = HeadlessHost(QStringLiteral("test"));

@@ -1,5 +1,7 @@
 #include "platform/Arguments.h"
 
+#include "platform/Drives.h"
+
 #include <QString>
 
 #include <windows.h>
@@ -25,5 +27,5 @@ QString PathOfArgument(const QByteArray &argument)
     const DWORD size = GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
     std::wstring full(size, L'\0');
     full.resize(GetFullPathNameW(text.c_str(), size, full.data(), nullptr));
-    return QString::fromStdWString(full.empty() ? text : full);
+    return FromHostPath(QString::fromStdWString(full.empty() ? text : full));
 }

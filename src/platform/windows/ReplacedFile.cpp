@@ -59,10 +59,10 @@ bool Exists(const std::wstring &path)
 bool Replace(const std::wstring &target, const std::wstring &copy)
 {
     const DWORD attributes = GetFileAttributesW(target.c_str());
-    if (ReplaceFileW(target.c_str(), copy.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr))
-        return true;
-    if (!MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    if (!ReplaceFileW(target.c_str(), copy.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) &&
+        !MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         return false;
+    // Not every implementation of the first call keeps them.
     if (attributes != INVALID_FILE_ATTRIBUTES)
         SetFileAttributesW(target.c_str(), attributes);
     return true;

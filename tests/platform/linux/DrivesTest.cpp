@@ -1,174 +1,173 @@
 #include "platform/PlatformTests.h"
 
 #include "platform/CodePage.h"
-#include "platform/Drives.h"
-#include "platform/Files.h"
 #include "platform/Host.h"
 
-#include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <unistd.h>
+#include <filesystem>
+#include <fstream>
 
 using namespace Qt::StringLiterals;
 
-class DrivesTest : public QObject
+namespace
+{
+// A slash between two names: the one character that no name holds.
+const QByteArray Names = "plain.mp3/back\\slash.mp3/\\start/end\\/c:\\x.mp3/a:b.mp3/Song: x.mp3/http:/# 1.mp3/"
+                         "new\nline/re\rturn/ blanks /%41?&'\"<>|*.mp3/.../caf\xE9.mp3/\xFF\xFE.mp3/"
+                         "\xC3\xA9 e\xCC\x81 \xF0\x9F\x8E\xB5.mp3/cut \xE2\x82/overlong \xC0\xAF/"
+                         "surrogate \xED\xA0\x80/beyond \xF4\x90\x80\x80/nonchar \xEF\xBF\xBF/\xEF\xBB\xBFmark/"
+                         "real F05C \xEF\x81\x9C.mp3/real F00A \xEF\x80\x8A/real F0E9 \xEF\x83\xA9/"
+                         "\xEF\x81\x9C\\\xEF\x81\x9C \xE9\xEF\x83\xA9/other private \xEF\x80\xA2 \xEE\x80\x80";
+} // namespace
+
+class DrivesTest : public FolderTest
 {
     Q_OBJECT
 
+    static void CheckLine(const QString &path, const QByteArray &bytes)
+    {
+        const QString line = ToPlaylistLine(path);
+        QVERIFY(!line.contains(u'\n') && !line.contains(u'\r') && !line.startsWith(u'#'));
+        QVERIFY(!EncodeText(line).startsWith("\xEF\xBB\xBF"));
+        const QByteArray reached = ToHostBytes(FromPlaylistLine(DecodeText(EncodeText(line))));
+        QCOMPARE(reached.startsWith('/') ? reached : ToHostBytes(CurrentDirectory()) + '/' + reached, bytes);
+    }
+
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void LongestMappedFolderWins_data();
-    void LongestMappedFolderWins();
-    void UnusableMappingsArePassedOver();
-    void UnmappedDriveStays();
-    void LinesAreRead_data();
-    void LinesAreRead();
-    void LinesAreWritten_data();
-    void LinesAreWritten();
-    void CurrentDirectoryIsTheProcess();
-    void UrlsOfOthers();
-    void PlaylistsHaveNoMark();
+    void initTestCase()
+    {
+        SettingsStore settings;
+        settings.Read = [](const QString &section, const QString &key) {
+            const QMap<QString, QString> folders{{u"d"_s, u"/mnt/d"_s}, {u"e"_s, u"/mnt//d/deep/"_s},
+                                                 {u"f"_s, u"/mnt/d"_s}, {u"g"_s, u"relative"_s},
+                                                 {u"h"_s, u"/"_s},      {u"z"_s, u"/elsewhere"_s}};
+            return section == u"Drives"_s ? folders.value(key) : QString();
+        };
+        LoadDriveMappings(settings);
+        // Unusable mappings are passed over.
+        QCOMPARE(DriveLetters(), (QStringList{u"d:"_s, u"e:"_s, u"f:"_s, u"h:"_s, u"z:"_s}));
+    }
+    void cleanupTestCase() { SetDriveMappings({}); }
+    void cleanup()
+    {
+        QVERIFY(SetCurrentDirectory(u"z:\\"_s));
+        QCOMPARE(CurrentDirectory(), u"z:"_s);
+        // Qt does not reach every name.
+        std::filesystem::remove_all(directory->path().toStdString());
+    }
+
+    void LongestMappedFolderWins()
+    {
+        const std::pair<QByteArray, QString> cases[] = {
+            {"/mnt/d/Music/a.mp3", u"d:\\Music\\a.mp3"_s},
+            {"/mnt/d/deep/a.mp3", u"e:\\a.mp3"_s},
+            {"/mnt/d/deeper", u"d:\\deeper"_s},
+            {"/mnt/dx", u"z:\\mnt\\dx"_s},
+            {"/mnt/d", u"d:"_s},
+            {"/", u"z:\\"_s},
+            {"sub/a.mp3", u"sub\\a.mp3"_s},
+        };
+        for (const auto &[host, inside] : cases) {
+            QCOMPARE(FromHostBytes(host), inside);
+            QCOMPARE(ToHostBytes(inside), host);
+        }
+        QCOMPARE(ToHostBytes(u"Z:\\x"_s), QByteArray("/x"));
+        QCOMPARE(ToHostBytes(u"E:x"_s), QByteArray("/mnt/d/deep/x"));
+    }
+
+    void UnmappedDriveStays()
+    {
+        for (const QString &path : {u"q:\\Music\\a.mp3"_s, u"\\\\server\\share\\a.mp3"_s}) {
+            QVERIFY(ToHostBytes(path).isEmpty());
+            QCOMPARE(ToHostPath(path), path);
+            QCOMPARE(ToPlaylistLine(path), path);
+            QCOMPARE(FromPlaylistLine(path), path);
+            QVERIFY(!ExamineFile(path).Exists && !WriteWholeFile(path, "x") && FileAttributes(path) == -1);
+        }
+    }
+
+    void LinesAreReadAndWritten()
+    {
+        QVERIFY(SetCurrentDirectory(u"z:\\usr"_s));
+        // The line somebody wrote, the path, the line as it is written.
+        const std::tuple<QString, QString, QString> cases[] = {
+            {u"D:\\Music\\A.MP3"_s, u"d:\\Music\\A.MP3"_s, u"/mnt/d/Music/A.MP3"_s},
+            {u"D:/Music/a.mp3"_s, u"d:\\Music\\a.mp3"_s, u"/mnt/d/Music/a.mp3"_s},
+            {u"/x/a\\b.mp3"_s, u"z:\\x\\a\uF05Cb.mp3"_s, u"/x/a\\b.mp3"_s},
+            {u"..\\sub\\a.mp3"_s, u"..\\sub\\a.mp3"_s, u"../sub/a.mp3"_s},
+            {u"../sub/a.mp3"_s, u"..\\sub\\a.mp3"_s, u"../sub/a.mp3"_s},
+            {u"./a.mp3"_s, u"a.mp3"_s, u"a.mp3"_s},
+            {u".\\#1 hits\\a.mp3"_s, u"#1 hits\\a.mp3"_s, u"./#1 hits/a.mp3"_s},
+            {u"Song: a.mp3"_s, u"z:\\usr\\Song: a.mp3"_s, u"/usr/Song: a.mp3"_s},
+            {u"./a:b.mp3"_s, u"z:\\usr\\a:b.mp3"_s, u"/usr/a:b.mp3"_s},
+            {QString(), QString(), QString()},
+        };
+        for (const auto &[line, path, written] : cases) {
+            QCOMPARE(FromPlaylistLine(line), path);
+            QCOMPARE(ToPlaylistLine(path), written);
+        }
+        QCOMPARE(FromPlaylistLine(u"http://host/a.mp3"_s), u"http://host/a.mp3"_s);
+        QCOMPARE(ToPlaylistLine(u"a:c.mp3"_s), u"./a:c.mp3"_s);
+        // Other programs find the file by the line.
+        QCOMPARE(ToPlaylistLine(u"z:\\\uF0EF\uF081\uF09C"_s), u"/\uF05C"_s);
+        QCOMPARE(ToPlaylistLine(u"sub\\a\uF05Cb"_s), u"./sub/a\\b"_s);
+    }
+
+    void UrlsOfOthers()
+    {
+        QVERIFY(SetCurrentDirectory(u"z:\\usr"_s) && !SetCurrentDirectory(u"q:\\"_s));
+        QCOMPARE(FromUrl(QUrl(u"file:///mnt/d/caf%C3%A9%20%E9"_s)), u"d:\\caf\u00E9 \uF0E9"_s);
+        QCOMPARE(FromUrl(QUrl(u"file://a-server/share/x"_s)), u"\\\\a-server\\share\\x"_s);
+        QCOMPARE(FromUrl(QUrl(u"http://host/x"_s)), QString());
+        QCOMPARE(ToUrl(u"sub\\#1 100%.mp3"_s).toEncoded(), QByteArray("file:///usr/sub/%231%20100%25.mp3"));
+    }
+
+    void NamesSurvive_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        for (const QByteArray &name : Names.split('/'))
+            QTest::newRow(name.toPercentEncoding().constData()) << name;
+    }
+    void NamesSurvive()
+    {
+        QFETCH(QByteArray, name);
+        const QByteArray hostFolder = directory->path().toUtf8() + '/' + name;
+        const QByteArray bytes = hostFolder + '/' + name;
+        QVERIFY(std::filesystem::create_directory(hostFolder.toStdString()));
+        std::ofstream(bytes.toStdString()) << "abc";
+
+        QCOMPARE(Listed().size(), 1);
+        const QString inside = Listed().constFirst();
+        const QString path = In(inside) + u'\\' + inside;
+        QVERIFY(!inside.contains(u'\\') && SetCurrentDirectory(In(inside)));
+        QCOMPARE(CurrentDirectory(), In(inside));
+        FolderEntries entries;
+        QVERIFY(ListFolder(In(inside), entries));
+        QCOMPARE(entries.Files, QStringList{inside});
+        QCOMPARE(ToHostBytes(path), bytes);
+        QCOMPARE(FromUrl(ToUrl(path)), path);
+        CheckLine(path, bytes);
+        CheckLine(inside, bytes);
+        QVERIFY(SetCurrentDirectory(folder));
+        CheckLine(inside + u'\\' + inside, bytes);
+
+        QCOMPARE(ExamineFile(path).Size, 3);
+        QVERIFY(WriteWholeFile(path, "replaced") && RenameFile(path, path + u".x"));
+        QCOMPARE(std::filesystem::file_size(bytes.toStdString() + ".x"), 8U);
+        QVERIFY(!std::filesystem::exists(bytes.toStdString()));
+    }
+
+    void CarriersAreAsTold()
+    {
+        QCOMPARE(FromHostBytes("/a\\b/c\n\xE9\xC3\xA9"), u"z:\\a\uF05Cb\\c\uF00A\uF0E9\u00E9"_s);
+        QCOMPARE(FromHostBytes("/\xEF\x81\x9C"), u"z:\\\uF0EF\uF081\uF09C"_s);
+        QCOMPARE(ShownPath(u"z:\\a\uF05Cb\uF00A\uF0E9\uF022"_s), u"z:\\a\\b\uFFFD\uFFFD\uF022"_s);
+        // No name holds U+0000, and none is cut at it.
+        QVERIFY(ToHostBytes(u"z:\\a"_s + QChar(QChar::Null) + u'b').isEmpty());
+    }
 };
 
 static const RegisterTest<DrivesTest> registered;
-
-void DrivesTest::init()
-{
-    SettingsStore settings;
-    settings.Read = [](const QString &section, const QString &key) {
-        const QMap<QString, QString> folders{{u"d"_s, u"/mnt/d"_s}, {u"e"_s, u"/mnt//d/deep/"_s},
-                                             {u"f"_s, u"/mnt/d"_s}, {u"g"_s, u"relative"_s},
-                                             {u"h"_s, u"/"_s},      {u"z"_s, u"/elsewhere"_s}};
-        return section == u"Drives"_s ? folders.value(key) : QString();
-    };
-    LoadDriveMappings(settings);
-}
-
-void DrivesTest::cleanup()
-{
-    SetDriveMappings({});
-    QVERIFY(SetCurrentDirectory(u"z:"_s));
-}
-
-void DrivesTest::LongestMappedFolderWins_data()
-{
-    QTest::addColumn<QByteArray>("host");
-    QTest::addColumn<QString>("inside");
-    QTest::newRow("mapped") << QByteArray("/mnt/d/Music/a.mp3") << u"d:\\Music\\a.mp3"_s;
-    QTest::newRow("deeper") << QByteArray("/mnt/d/deep/a.mp3") << u"e:\\a.mp3"_s;
-    QTest::newRow("only a like name") << QByteArray("/mnt/d/deeper") << u"d:\\deeper"_s;
-    QTest::newRow("beside") << QByteArray("/mnt/dx") << u"z:\\mnt\\dx"_s;
-    QTest::newRow("the folder") << QByteArray("/mnt/d") << u"d:"_s;
-    QTest::newRow("root") << QByteArray("/") << u"z:\\"_s;
-    QTest::newRow("case") << QByteArray("/MNT/D/x") << u"z:\\MNT\\D\\x"_s;
-    QTest::newRow("relative") << QByteArray("sub/a.mp3") << u"sub\\a.mp3"_s;
-}
-
-void DrivesTest::LongestMappedFolderWins()
-{
-    QFETCH(QByteArray, host);
-    QFETCH(QString, inside);
-    QCOMPARE(FromHostBytes(host), inside);
-    QCOMPARE(ToHostBytes(inside), host);
-    QCOMPARE(FromHostPath(ToHostPath(inside)), inside);
-}
-
-void DrivesTest::UnusableMappingsArePassedOver()
-{
-    QCOMPARE(DriveLetters(), (QStringList{u"d:"_s, u"e:"_s, u"f:"_s, u"h:"_s, u"z:"_s}));
-    QCOMPARE(ToHostBytes(u"Z:\\x"_s), QByteArray("/x"));
-    QCOMPARE(ToHostBytes(u"h:\\x"_s), QByteArray("/x"));
-    QCOMPARE(ToHostBytes(u"E:x"_s), QByteArray("/mnt/d/deep/x"));
-    SetDriveMappings({});
-    QCOMPARE(DriveLetters(), QStringList{u"z:"_s});
-    QCOMPARE(FromHostBytes("/mnt/d/x"), u"z:\\mnt\\d\\x"_s);
-}
-
-void DrivesTest::UnmappedDriveStays()
-{
-    for (const QString &path : {u"q:\\Music\\a.mp3"_s, u"\\\\server\\share\\a.mp3"_s}) {
-        QVERIFY(ToHostBytes(path).isEmpty());
-        QCOMPARE(ToHostPath(path), path);
-        QCOMPARE(ToPlaylistLine(path), path);
-        QCOMPARE(FromPlaylistLine(path), path);
-        QVERIFY(!ExamineFile(path).Exists && !WriteWholeFile(path, "x") && FileAttributes(path) == -1);
-    }
-    QCOMPARE(ToUrl(u"q:\\a b"_s).toEncoded(), QByteArray("file:///q:/a%20b"));
-}
-
-void DrivesTest::LinesAreRead_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("path");
-    QTest::newRow("windows") << u"D:\\Music\\A.MP3"_s << u"d:\\Music\\A.MP3"_s;
-    QTest::newRow("windows with slashes") << u"D:/Music/a.mp3"_s << u"d:\\Music\\a.mp3"_s;
-    QTest::newRow("host, mapped") << u"/mnt/d/a.mp3"_s << u"d:\\a.mp3"_s;
-    QTest::newRow("host, backslash in a name") << u"/x/a\\b.mp3"_s << u"z:\\x\\a\uF05Cb.mp3"_s;
-    QTest::newRow("relative windows") << u"..\\sub\\a.mp3"_s << u"..\\sub\\a.mp3"_s;
-    QTest::newRow("relative host") << u"../sub/a.mp3"_s << u"..\\sub\\a.mp3"_s;
-    QTest::newRow("here") << u"./a.mp3"_s << u"a.mp3"_s;
-    QTest::newRow("here, windows") << u".\\# a.mp3"_s << u"# a.mp3"_s;
-    QTest::newRow("colon in a relative name") << u"Song: a.mp3"_s << u"z:\\usr\\Song: a.mp3"_s;
-    QTest::newRow("drive-like relative name") << u"./a:b.mp3"_s << u"z:\\usr\\a:b.mp3"_s;
-    QTest::newRow("web address") << u"http://host/a.mp3"_s << u"http://host/a.mp3"_s;
-    QTest::newRow("empty") << QString() << QString();
-}
-
-void DrivesTest::LinesAreRead()
-{
-    QFETCH(QString, line);
-    QFETCH(QString, path);
-    QVERIFY(SetCurrentDirectory(u"z:\\usr"_s));
-    QCOMPARE(FromPlaylistLine(line), path);
-}
-
-void DrivesTest::LinesAreWritten_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("line");
-    QTest::newRow("absolute") << u"z:\\a b\\c.mp3"_s << u"/a b/c.mp3"_s;
-    QTest::newRow("mapped") << u"d:\\c.mp3"_s << u"/mnt/d/c.mp3"_s;
-    QTest::newRow("relative") << u"..\\sub\\c.mp3"_s << u"../sub/c.mp3"_s;
-    QTest::newRow("comment") << u"#1 hits\\c.mp3"_s << u"./#1 hits/c.mp3"_s;
-    QTest::newRow("drive") << u"a:c.mp3"_s << u"./a:c.mp3"_s;
-}
-
-void DrivesTest::LinesAreWritten()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, line);
-    QCOMPARE(ToPlaylistLine(path), line);
-}
-
-void DrivesTest::CurrentDirectoryIsTheProcess()
-{
-    const QTemporaryDir directory;
-    QCOMPARE(CurrentDirectory(), u"z:"_s);
-    QVERIFY(SetCurrentDirectory(FromHostPath(directory.path())));
-    QVERIFY(WriteWholeFile(u"a"_s, "x"));
-    QVERIFY(QFileInfo::exists(directory.filePath(u"a"_s)));
-    for (const QString &path : {u"z:\\no such folder"_s, u"a"_s, u"q:\\"_s, QString()})
-        QVERIFY(!SetCurrentDirectory(path));
-    QCOMPARE(CurrentDirectory(), FromHostPath(directory.path()));
-}
-
-void DrivesTest::UrlsOfOthers()
-{
-    QCOMPARE(FromUrl(QUrl(u"file:///mnt/d/caf%C3%A9%20%E9"_s)), u"d:\\caf\u00E9 \uF0E9"_s);
-    QCOMPARE(FromUrl(QUrl(u"file://localhost/x"_s)), u"z:\\x"_s);
-    QCOMPARE(FromUrl(QUrl(u"file://a-server/share/x"_s)), u"\\\\a-server\\share\\x"_s);
-    QCOMPARE(FromUrl(QUrl(u"http://host/x"_s)), QString());
-    QVERIFY(ToUrl(QString()).isEmpty());
-    QVERIFY(SetCurrentDirectory(u"z:\\usr"_s));
-    QCOMPARE(ToUrl(u"sub\\#1 100%.mp3"_s).toEncoded(), QByteArray("file:///usr/sub/%231%20100%25.mp3"));
-}
-
-void DrivesTest::PlaylistsHaveNoMark()
-{
-    QCOMPARE(EncodeText(u"/caf\u00E9 \u4E2D"_s), QByteArray("/caf\xC3\xA9 \xE4\xB8\xAD"));
-}
 
 #include "DrivesTest.moc"
