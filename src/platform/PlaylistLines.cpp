@@ -29,6 +29,11 @@ bool IsWebAddress(QStringView line)
     });
 }
 
+bool IsWebRow(QStringView path)
+{
+    return path.startsWith(u'\\') && IsWebAddress(path.sliced(1));
+}
+
 bool NeedsDotPrefix(QStringView line)
 {
     return line.startsWith(u'#') || line.startsWith(QChar(QChar::ByteOrderMark)) || HasDrive(line) ||

@@ -7,6 +7,8 @@ bool HasDrive(QStringView path);
 
 /// Whether a line is a web address: a scheme of two letters or more and "://".
 bool IsWebAddress(QStringView line);
+/// Whether a row stands for a web address: it has no folder, which every row shows as a backslash before its name.
+bool IsWebRow(QStringView path);
 
 /// Whether a relative line, taken as it stands, would be read as something else: as a comment, a drive, a web
 /// address, or a byte order mark.

@@ -203,6 +203,8 @@ void Main::BuildStatusBar()
                                                        u""};
     StatusBar1 = new QStatusBar(client);
     StatusBar1->setObjectName("StatusBar1"_L1);
+    // The panels draw their own borders; some styles would add a second one.
+    StatusBar1->setStyleSheet(u"QStatusBar::item { border: none; }"_s);
     for (std::size_t i = 0; i < panels.size(); ++i) {
         panels[i] = new StatusPanel(widest[i].toString(), StatusBar1);
         panels[i]->setObjectName(u"Panel%1"_s.arg(i + 1));

@@ -20,7 +20,6 @@ class MP3FileTest : public QObject
     const QTemporaryDir folder;
     const QString streamPath = folder.filePath(u"stream.mp3"_s);
     MP3File file;
-    std::minstd_rand noise{17};
 
     QByteArray DataFile(const QString &name) const
     {
@@ -107,9 +106,10 @@ private Q_SLOTS:
             QCOMPARE(Difference(content.chopped(lost)), QString());
         // Headers that state the length are believed as long as they may be true.
         const bool walked = name.contains(u"bare"_s) || name.startsWith(u"layer"_s) || name.startsWith(u"tag-id3v1"_s);
-        for (int length = 1; length < 800000 && walked; length = length * 9 / 2) {
+        std::minstd_rand noise(17);
+        for (const int length : walked ? QList<int>{1, 5, 1000, 4094, 4096, 70000, 700000} : QList<int>()) {
             QByteArray junk(length, '\0');
-            std::generate(junk.begin(), junk.end(), [this] { return static_cast<char>(noise() >> 8); });
+            std::generate(junk.begin(), junk.end(), [&noise] { return static_cast<char>(noise() >> 8); });
             QCOMPARE(Difference(junk + content), QString());
         }
         for (int round = 0; round < 60 && !content.isEmpty(); ++round) {

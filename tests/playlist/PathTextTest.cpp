@@ -64,7 +64,7 @@ private Q_SLOTS:
             {{u"d:\\a\\x.mp3"_s, u"d:\\a\\b\\c\\x.mp3"_s}, u"d:\\a"_s},
             {{u"d:\\a\\x.mp3"_s, u"e:\\a\\x.mp3"_s}, QString()},
             {{u"d:\\a\\x.mp3"_s, u"x.mp3"_s}, QString()},
-            {{u"d:\\aa\\x"_s, u"d:\\ab\\x"_s, u"d:\\a\\x"_s}, u"d:"_s},
+            {{u"d:\\a\\bb\\x"_s, u"d:\\bb\\a\\x"_s}, u"d:\\bb\\a"_s},
             // A piece of the longest folder may stand anywhere in the others.
             {{u"d:\\a\\bcd\\x"_s, u"d:\\a\\c\\efghi\\x"_s, u"d:\\ca\\efghi\\x"_s}, u"d:\\a\\c"_s},
         };

@@ -209,10 +209,11 @@ void MainFileTest::NothingIsLostWhileADiskIsAway()
          {u"q:\\Music\\\u00C4rzte\\1: x.mp3"_s, f.Inside(u"away\\\u041C\u0438\u0440\\\U0001F3B5.ogg"_s),
           u"\\\\server\\share\\y.wav"_s, f.Inside(u"away\\e\u0301 ~!@#$%^&()_+{}[];',.\uF05C`=-.wma"_s)})
         text += ToPlaylistLine(path) + u"\r\n";
+    text += u"http://radio.example/live/x.mp3\r\n"_s;
     const QByteArray lines = EncodeText(text);
     f.Prompts.ExpectPath({}, f.Write(u"away.m3u"_s, lines));
     f.Trigger("MFileOpen");
-    QCOMPARE(f.Window->ListView1.Count(), 4);
+    QCOMPARE(f.Window->ListView1.Count(), 5);
     f.Prompts.ExpectPath(f.Inside(u"away.m3u"_s), f.Inside(u"again.m3u"_s));
     f.Trigger("MFileSaveAs");
     QCOMPARE(f.Read(u"again.m3u"_s), lines);

@@ -153,6 +153,8 @@ QString FromHostPath(const QString &hostPath)
 
 QString ToPlaylistLine(const QString &path)
 {
+    if (IsWebRow(path))
+        return path.sliced(1);
     // A letter and a colon without a separator is a relative name here: inside, every drive has its backslash.
     const bool drive = HasDrive(path) && (path.size() == 2 || path[2] == u'\\');
     const QByteArray bytes = drive ? ToHostBytes(path) : BytesFromText(path, Carriage::Inside);

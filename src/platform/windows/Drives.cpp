@@ -80,6 +80,8 @@ QString FromHostPath(const QString &hostPath)
 
 QString ToPlaylistLine(const QString &path)
 {
+    if (IsWebRow(path))
+        return path.sliced(1);
     return HasDrive(path) || !NeedsDotPrefix(path) ? path : QString(u".\\" + path);
 }
 
