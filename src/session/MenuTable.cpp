@@ -106,7 +106,7 @@ constexpr MenuEntry entries[] = {
     {1, "MEditFileInfo", u"&Properties", u"Shift+F6", "properties", &Main::MEditFileInfo_Click,
      u"Show the properties of the file"},
     Submenu(0, "MView", u"&View"),
-    {1, "MViewToolbar", u"&Toolbar", {}, "toolbar", &Main::MViewToolbar_Click, u"Show or hide the toolbar", true},
+    {1, "MViewToolbar", u"&Toolbar", {}, "", &Main::MViewToolbar_Click, u"Show or hide the toolbar", true},
     {1, "MViewStatusBar", u"&StatusBar", {}, "", &Main::MViewStatusBar_Click, u"Show or hide the status bar", true},
     Separator(1),
     {1, "MViewNormal", u"Normal Mode...", {}, "normal", &Main::MViewNormal_Click, u"System colours, both bars shown"},
