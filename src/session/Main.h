@@ -199,8 +199,10 @@ private:
     void ShowMessage(const QString &text);
 
     void AskAndSort(int column);
-    void FollowMove(const RowMove &move);
-    void MarkSelected(SmallIcon icon);
+    /// Runs a command that moves rows, brings the last moved one into view, and refreshes.
+    RowMove MoveRows(const std::function<RowMove(Grid &)> &command);
+    /// Runs a command that changes selection or icons of rows, and refreshes.
+    void ChangeRows(const std::function<void(Grid &)> &command);
     void SetToolbarAtTop(bool top);
     void DragToolbar(QPoint globalPosition);
     void ApplyGridColours();

@@ -159,118 +159,98 @@ void Main::MEditRemove_Click()
     ListView1_Click();
 }
 
-void Main::FollowMove(const RowMove &move)
+RowMove Main::MoveRows(const std::function<RowMove(Grid &)> &command)
 {
+    const Hourglass hourglass(view);
+    const RowMove move = command(ListView1);
     view->MakeVisible(move.LastRow);
+    ListView1_Click();
+    return move;
+}
+
+void Main::ChangeRows(const std::function<void(Grid &)> &command)
+{
+    const Hourglass hourglass(view);
+    command(ListView1);
     ListView1_Click();
 }
 
 void Main::MEditMoveUp_Click()
 {
-    const Hourglass hourglass(view);
-    const RowMove move = MoveUp(ListView1);
-    PlaylistDirty |= move.Moved;
-    FollowMove(move);
+    PlaylistDirty |= MoveRows(MoveUp).Moved;
 }
 
 void Main::MEditMoveDown_Click()
 {
-    const Hourglass hourglass(view);
-    const RowMove move = MoveDown(ListView1);
-    PlaylistDirty |= move.Moved;
-    FollowMove(move);
+    PlaylistDirty |= MoveRows(MoveDown).Moved;
 }
 
 void Main::MEditSelTop_Click()
 {
-    const Hourglass hourglass(view);
-    FollowMove(MoveToTop(ListView1));
+    MoveRows(MoveToTop);
 }
 
 void Main::MEditSelBottom_Click()
 {
-    const Hourglass hourglass(view);
-    FollowMove(MoveToBottom(ListView1));
+    MoveRows(MoveToBottom);
 }
 
 void Main::MEditSelShuffle_Click()
 {
-    const Hourglass hourglass(view);
-    FollowMove(ShuffleSelection(ListView1, host.Clock));
+    MoveRows([this](Grid &grid) { return ShuffleSelection(grid, host.Clock); });
 }
 
 void Main::MEditSelAll_Click()
 {
-    const Hourglass hourglass(view);
-    SelectAll(ListView1);
-    ListView1_Click();
+    ChangeRows(SelectAll);
 }
 
 void Main::MEditSelNone_Click()
 {
-    const Hourglass hourglass(view);
-    SelectNone(ListView1);
-    ListView1_Click();
+    ChangeRows(SelectNone);
 }
 
 void Main::MEditSelInv_Click()
 {
-    const Hourglass hourglass(view);
-    InvertSelection(ListView1);
-    ListView1_Click();
+    ChangeRows(InvertSelection);
 }
 
 void Main::MEditSelAlt_Click()
 {
-    const Hourglass hourglass(view);
-    AlternateSelection(ListView1);
-    ListView1_Click();
+    ChangeRows(AlternateSelection);
 }
 
 void Main::MEditSelRnd_Click()
 {
-    const Hourglass hourglass(view);
-    RandomSelection(ListView1, host.Clock);
-    ListView1_Click();
+    ChangeRows([this](Grid &grid) { RandomSelection(grid, host.Clock); });
 }
 
 void Main::MEditSelFol_Click()
 {
-    const Hourglass hourglass(view);
-    SelectInFolder(ListView1);
-    ListView1_Click();
+    ChangeRows(SelectInFolder);
 }
 
 void Main::MEditSelectMark_Click()
 {
-    const Hourglass hourglass(view);
-    SelectCheckMarked(ListView1);
-    ListView1_Click();
-}
-
-void Main::MarkSelected(SmallIcon icon)
-{
-    const Hourglass hourglass(view);
-    SetCheckMark(ListView1, icon);
-    ListView1_Click();
+    ChangeRows(SelectCheckMarked);
 }
 
 void Main::MEditSeMarkBlue_Click()
 {
-    MarkSelected(IconBlue);
+    ChangeRows([](Grid &grid) { SetCheckMark(grid, IconBlue); });
 }
 
 void Main::MEditSeMarkGreen_Click()
 {
-    MarkSelected(IconGreen);
+    ChangeRows([](Grid &grid) { SetCheckMark(grid, IconGreen); });
 }
 
 void Main::MEditSeMarkRed_Click()
 {
-    MarkSelected(IconRed);
+    ChangeRows([](Grid &grid) { SetCheckMark(grid, IconRed); });
 }
 
 void Main::MEditSeUnMark_Click()
 {
-    MarkSelected(IconNormal);
+    ChangeRows([](Grid &grid) { SetCheckMark(grid, IconNormal); });
 }
