@@ -19,6 +19,8 @@ struct MessagePrompt {
     QString Text;
     PromptIcon Icon = PromptIcon::None;
     PromptButtons Buttons = PromptButtons::Ok;
+    /// What else a person may want to know, a line each; empty for nothing.
+    QString Details{};
 };
 
 /// A file dialog. Filter is in the form "Text (*.m3u)|*.m3u|"; paths are inside paths.

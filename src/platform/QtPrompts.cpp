@@ -9,6 +9,7 @@
 #include <QFontDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QTextDocument>
 
 #include <utility>
 
@@ -58,6 +59,12 @@ PromptAnswer AskMessage(const MessagePrompt &prompt)
                     QApplication::activeWindow());
     // A file name is no markup.
     box.setTextFormat(Qt::PlainText);
+    // A long list stands behind a button. A short one goes into a label that takes what looks like markup for it.
+    const QString details = ShownPath(prompt.Details);
+    if (details.count(u'\n') >= 3)
+        box.setDetailedText(details);
+    else if (!details.isEmpty())
+        box.setInformativeText(Qt::convertFromPlainText(details));
     switch (box.exec()) {
     case QMessageBox::Yes:
         return PromptAnswer::Yes;

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -52,6 +53,19 @@ private Q_SLOTS:
         QCOMPARE(Answer(PromptButtons::YesNoCancel, QMessageBox::NoButton), PromptAnswer::Cancel);
         QCOMPARE(Answer(PromptButtons::YesNo, QMessageBox::NoButton), PromptAnswer::No);
         QCOMPARE(Answer(PromptButtons::Ok, QMessageBox::NoButton), PromptAnswer::Ok);
+    }
+
+    void DetailsStandBelow()
+    {
+        const QString line = u"<b>a.mp3</b>: read-only"_s;
+        WithDialog<QMessageBox>([&](QMessageBox &box) {
+            QCOMPARE(QTextDocumentFragment::fromHtml(box.informativeText()).toPlainText(), line);
+            QVERIFY(box.detailedText().isEmpty());
+        });
+        QtPrompts().Message({u"Failed"_s, PromptIcon::Warning, PromptButtons::Ok, line});
+        const QString lines = QString(line + u'\n').repeated(20);
+        WithDialog<QMessageBox>([&](QMessageBox &box) { QCOMPARE(box.detailedText(), lines); });
+        QtPrompts().Message({u"Failed"_s, PromptIcon::Warning, PromptButtons::Ok, lines});
     }
 
     void SaveProposesFolderAndName()
