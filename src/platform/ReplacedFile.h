@@ -1,13 +1,9 @@
 #pragma once
 
-#include <QByteArray>
-#include <QByteArrayView>
-#include <QString>
-
-#include <cstdint>
+#include "platform/DiskFile.h"
 
 /// A file in the course of being replaced whole: a copy beside it takes the new content and then its place. Destroying
-/// it before Commit leaves the old file as it was and no copy behind.
+/// it before the copy is in its place leaves the old file as it was and no copy behind.
 class ReplacedFile
 {
 public:
@@ -18,14 +14,20 @@ public:
 
     /// False when the file may not be written or no copy can be made beside it.
     bool Begin(const QString &path);
+    /// The copy, for who does not write it from front to back.
+    DiskFile &Copy() { return file; }
     bool Append(QByteArrayView content);
-    /// Flushes the copy, gives it the rights and extended attributes of the old file, and puts it in its place.
-    bool Commit();
+    bool Commit() { return Settle() && TakePlace(); }
+    /// Gives the copy the rights, owner and extended attributes of the old file, flushes and closes it.
+    bool Settle();
+    /// Puts the settled copy in the place of the file.
+    bool TakePlace();
 
 private:
-    /// Host names, UTF-8 on Windows; empty when no copy is open.
+    DiskFile file;
+    /// Host names, UTF-8 on Windows; the copy's is empty when there is none.
     QByteArray target;
     QByteArray copy;
-    std::intptr_t handle = -1;
+    std::int64_t size = 0;
     bool existed = false;
 };

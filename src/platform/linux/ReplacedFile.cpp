@@ -46,8 +46,6 @@ QByteArray CopyName(const QByteArray &target)
 
 ReplacedFile::~ReplacedFile()
 {
-    if (handle >= 0)
-        ::close(static_cast<int>(handle));
     if (!copy.isEmpty())
         ::unlink(copy.constData());
 }
@@ -56,7 +54,7 @@ bool ReplacedFile::Begin(const QString &path)
 {
     const QByteArray bytes = ToHostBytes(path);
     const auto followed = bytes.isEmpty() ? std::nullopt : FollowLinks(bytes);
-    if (!followed || handle >= 0)
+    if (!followed || !copy.isEmpty())
         return false;
     target = *followed;
     struct stat facts;
@@ -67,36 +65,21 @@ bool ReplacedFile::Begin(const QString &path)
                     ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0))
         return false;
     constexpr int mostTries = 100;
-    for (int i = 0; i < mostTries && handle < 0; ++i) {
+    for (int i = 0; i < mostTries && copy.isEmpty(); ++i) {
         const QByteArray name = CopyName(target);
         // The content of a private file stays private from the first byte; a new file gets what the user's mask leaves.
-        handle = ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, existed ? 0600 : 0666);
-        if (handle >= 0)
+        if (file.Create(name, existed))
             copy = name;
         else if (errno != EEXIST && errno != EINTR)
             return false;
     }
-    return handle >= 0;
+    return !copy.isEmpty();
 }
 
-bool ReplacedFile::Append(QByteArrayView content)
+bool ReplacedFile::Settle()
 {
-    while (!content.isEmpty()) {
-        const ssize_t count =
-            ::write(static_cast<int>(handle), content.data(), static_cast<std::size_t>(content.size()));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        content = content.sliced(count);
-    }
-    return true;
-}
-
-bool ReplacedFile::Commit()
-{
-    const int file = static_cast<int>(handle);
-    if (file < 0)
+    const int descriptor = static_cast<int>(file.Handle());
+    if (descriptor < 0)
         return false;
     if (existed) {
         struct stat facts;
@@ -104,16 +87,19 @@ bool ReplacedFile::Commit()
             return false;
         // Another owner's file becomes ours where the host gives none away; the rights are set after that, since a
         // change of owner takes some of them.
-        if (::fchown(file, facts.st_uid, facts.st_gid) != 0 &&
-            ::fchown(file, static_cast<uid_t>(-1), facts.st_gid) != 0)
+        if (::fchown(descriptor, facts.st_uid, facts.st_gid) != 0 &&
+            ::fchown(descriptor, static_cast<uid_t>(-1), facts.st_gid) != 0)
             errno = 0;
-        if (!CopyExtendedAttributes(target.constData(), file) || ::fchmod(file, facts.st_mode & 07777U) != 0)
+        if (!CopyExtendedAttributes(target.constData(), descriptor) ||
+            ::fchmod(descriptor, facts.st_mode & 07777U) != 0)
             return false;
     }
-    if (::fsync(file) != 0)
-        return false;
-    handle = -1;
-    if (::close(file) != 0 || ::rename(copy.constData(), target.constData()) != 0)
+    return file.Flush() && file.Close();
+}
+
+bool ReplacedFile::TakePlace()
+{
+    if (::rename(copy.constData(), target.constData()) != 0)
         return false;
     copy.clear();
     return true;

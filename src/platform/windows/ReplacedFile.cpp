@@ -4,8 +4,6 @@
 
 #include <QRandomGenerator>
 
-#include <algorithm>
-#include <bit>
 #include <vector>
 
 namespace
@@ -59,9 +57,14 @@ bool Exists(const std::wstring &path)
 bool Replace(const std::wstring &target, const std::wstring &copy)
 {
     const DWORD attributes = GetFileAttributesW(target.c_str());
-    if (!ReplaceFileW(target.c_str(), copy.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) &&
-        !MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        return false;
+    if (!ReplaceFileW(target.c_str(), copy.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
+        const DWORD error = GetLastError();
+        if (!MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+            // The second try calls a file that another program holds a matter of rights.
+            SetLastError(error);
+            return false;
+        }
+    }
     // Not every implementation of the first call keeps them.
     if (attributes != INVALID_FILE_ATTRIBUTES)
         SetFileAttributesW(target.c_str(), attributes);
@@ -72,8 +75,7 @@ bool Replace(const std::wstring &target, const std::wstring &copy)
 
 ReplacedFile::~ReplacedFile()
 {
-    if (handle != -1)
-        CloseHandle(std::bit_cast<HANDLE>(handle));
+    file.Close();
     // A replacement that failed half-way may have taken the old file away; then the copy is all there is.
     if (!copy.isEmpty() && (!existed || Exists(WideOf(target))))
         DeleteFileW(WideOf(copy).c_str());
@@ -81,7 +83,7 @@ ReplacedFile::~ReplacedFile()
 
 bool ReplacedFile::Begin(const QString &path)
 {
-    if (path.isEmpty() || handle != -1)
+    if (path.isEmpty() || !copy.isEmpty())
         return false;
     const std::wstring given = WidePath(path);
     const DWORD attributes = GetFileAttributesW(given.c_str());
@@ -90,39 +92,21 @@ bool ReplacedFile::Begin(const QString &path)
     existed = found != INVALID_FILE_ATTRIBUTES;
     if (existed && ((found & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0 || !MayBeWritten(followed)))
         return false;
-    const std::wstring name = CopyName(followed);
-    const HANDLE file =
-        CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
+    const QByteArray name = HostBytesOf(CopyName(followed));
+    if (!file.Create(name, existed))
         return false;
-    handle = std::bit_cast<std::intptr_t>(file);
     target = HostBytesOf(followed);
-    copy = HostBytesOf(name);
+    copy = name;
     return true;
 }
 
-bool ReplacedFile::Append(QByteArrayView content)
+bool ReplacedFile::Settle()
 {
-    constexpr qsizetype mostBytes = 1 << 30;
-    while (!content.isEmpty()) {
-        DWORD count = 0;
-        const auto piece = static_cast<DWORD>(std::min(content.size(), mostBytes));
-        if (!WriteFile(std::bit_cast<HANDLE>(handle), content.data(), piece, &count, nullptr) || count == 0)
-            return false;
-        content = content.sliced(static_cast<qsizetype>(count));
-    }
-    return true;
+    return file.IsOpen() && file.Flush() && file.Close();
 }
 
-bool ReplacedFile::Commit()
+bool ReplacedFile::TakePlace()
 {
-    if (handle == -1)
-        return false;
-    const HANDLE file = std::bit_cast<HANDLE>(handle);
-    const bool flushed = FlushFileBuffers(file) != 0;
-    handle = -1;
-    if (!CloseHandle(file) || !flushed)
-        return false;
     const std::wstring to = WideOf(target);
     const std::wstring from = WideOf(copy);
     const bool placed =
