@@ -1,9 +1,111 @@
 #include "media/MP3File.h"
 
+#include "media/Genres.h"
+#include "media/TagFrames.h"
+#include "media/TaggedFile.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 
 using namespace Qt::StringLiterals;
+
+QString MP3File::GetFrame(QByteArrayView id) const
+{
+    return TagText(v2, id.toByteArray());
+}
+
+void MP3File::SetFrame(QByteArrayView id, const QString &text)
+{
+    SetTagText(v2, id.toByteArray(), text);
+}
+
+void MP3File::WriteID3v2(const QString &path)
+{
+    TaggedFile file(path);
+    file.PutID3v2(v2);
+    file.Write();
+}
+
+void MP3File::WriteID3v1(const QString &path)
+{
+    TaggedFile file(path);
+    file.PutID3v1(v1);
+    file.Write();
+}
+
+void MP3File::ReadID3v1(const QString &path, bool withMPEG)
+{
+    v1 = ID3v1Tag();
+    const TaggedFile file(path);
+    v1 = file.ReadID3v1();
+    ReadStreamOf(file, withMPEG);
+}
+
+void MP3File::RemoveID3v1(const QString &path)
+{
+    TaggedFile file(path);
+    file.DropID3v1();
+    file.Write();
+}
+
+void MP3File::RemoveID3v2(const QString &path)
+{
+    TaggedFile file(path);
+    file.DropID3v2();
+    file.Write();
+}
+
+void MP3File::ResetFile(const QString &)
+{
+    v1 = ID3v1Tag();
+    v2 = ID3v2Tag();
+    stream = StreamFacts();
+    fileSize = 0;
+}
+
+void MP3File::ReadID3v2(const QString &path, bool withMPEG)
+{
+    v2 = ID3v2Tag();
+    const TaggedFile file(path);
+    v2 = file.ReadID3v2();
+    ReadStreamOf(file, withMPEG);
+}
+
+void MP3File::ReadTags(const QString &path, bool withMPEG)
+{
+    v1 = ID3v1Tag();
+    v2 = ID3v2Tag();
+    const TaggedFile file(path);
+    v2 = file.ReadID3v2();
+    v1 = file.ReadID3v1();
+    ReadStreamOf(file, withMPEG);
+}
+
+void MP3File::ReadStreamOf(const TaggedFile &file, bool wanted)
+{
+    stream = StreamFacts();
+    fileSize = file.Input().Size();
+    if (wanted)
+        ReadStream(file.Input(), stream);
+}
+
+void MP3File::WriteTags(const QString &path, TagChange id3v1, TagChange id3v2)
+{
+    TaggedFile file(path);
+    if (id3v1 == TagChange::Write)
+        file.PutID3v1(v1);
+    else
+        file.DropID3v1();
+    try {
+        if (id3v2 == TagChange::Write)
+            file.PutID3v2(v2);
+        else
+            file.DropID3v2();
+    } catch (const MediaError &) {
+        file.Write();
+        throw;
+    }
+    file.Write();
+}
 
 void MP3File::ReadMPEG(const QString &path)
 {
@@ -18,6 +120,81 @@ void MP3File::ReadMPEG(const QString &path)
         throw MediaError(ShownPath(path) % u" cannot be read."_s);
     if (state == StreamState::NoAudio)
         throw MediaError(ShownPath(path) % u" holds no MPEG audio."_s);
+}
+
+bool MP3File::HasID3v1() const
+{
+    return v1.Present;
+}
+
+QString MP3File::Title() const
+{
+    return v1.Title;
+}
+
+void MP3File::SetTitle(const QString &text)
+{
+    v1.Title = text;
+}
+
+QString MP3File::Artist() const
+{
+    return v1.Artist;
+}
+
+void MP3File::SetArtist(const QString &text)
+{
+    v1.Artist = text;
+}
+
+QString MP3File::Album() const
+{
+    return v1.Album;
+}
+
+void MP3File::SetAlbum(const QString &text)
+{
+    v1.Album = text;
+}
+
+QString MP3File::Year() const
+{
+    return v1.Year;
+}
+
+void MP3File::SetYear(const QString &text)
+{
+    v1.Year = text;
+}
+
+QString MP3File::Comment() const
+{
+    return v1.Comment;
+}
+
+void MP3File::SetComment(const QString &text)
+{
+    v1.Comment = text;
+}
+
+quint8 MP3File::Track() const
+{
+    return v1.Track;
+}
+
+void MP3File::SetTrack(quint8 number)
+{
+    v1.Track = number;
+}
+
+quint8 MP3File::Genre() const
+{
+    return v1.Genre;
+}
+
+void MP3File::SetGenre(quint8 number)
+{
+    v1.Genre = number;
 }
 
 double MP3File::SongLength() const
@@ -114,4 +291,64 @@ QString MP3File::Mode() const
 qint64 MP3File::FileSize() const
 {
     return fileSize;
+}
+
+QString MP3File::GenreList()
+{
+    return GenreNames().join(u'|');
+}
+
+bool MP3File::HasID3v2() const
+{
+    return v2.Present;
+}
+
+QString MP3File::Tempo() const
+{
+    return NamedValue(v2, u"MusicMatch_Tempo"_s);
+}
+
+void MP3File::SetTempo(const QString &text)
+{
+    SetNamedValue(v2, u"MusicMatch_Tempo"_s, text);
+}
+
+QString MP3File::Mood() const
+{
+    return NamedValue(v2, u"MusicMatch_Mood"_s);
+}
+
+void MP3File::SetMood(const QString &text)
+{
+    SetNamedValue(v2, u"MusicMatch_Mood"_s, text);
+}
+
+QString MP3File::Situation() const
+{
+    return NamedValue(v2, u"MusicMatch_Situation"_s);
+}
+
+void MP3File::SetSituation(const QString &text)
+{
+    SetNamedValue(v2, u"MusicMatch_Situation"_s, text);
+}
+
+QString MP3File::Preference() const
+{
+    return NamedValue(v2, u"MusicMatch_Preference"_s);
+}
+
+void MP3File::SetPreference(const QString &text)
+{
+    SetNamedValue(v2, u"MusicMatch_Preference"_s, text);
+}
+
+MP3ImageList &MP3File::Images()
+{
+    return images;
+}
+
+MP3CommentList &MP3File::Comments()
+{
+    return comments;
 }

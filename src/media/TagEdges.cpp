@@ -1,5 +1,7 @@
 #include "media/TagEdges.h"
 
+#include "media/ID3v2Bytes.h"
+
 #include <algorithm>
 #include <cstring>
 #include <string_view>
@@ -8,7 +10,6 @@ namespace
 {
 using Bytes = std::span<const unsigned char>;
 
-constexpr std::int64_t ID3v2Bytes = 10;
 constexpr std::int64_t APEBytes = 32;
 constexpr std::int64_t ID3v1Bytes = 128;
 constexpr std::int64_t EnhancedBytes = 227;
@@ -24,25 +25,15 @@ bool Starts(Bytes bytes, std::string_view mark)
     return bytes.size() >= mark.size() && std::memcmp(bytes.data(), mark.data(), mark.size()) == 0;
 }
 
-std::int64_t SyncSafe(const unsigned char *bytes)
-{
-    return std::int64_t{bytes[0]} << 21 | std::int64_t{bytes[1]} << 14 | std::int64_t{bytes[2]} << 7 | bytes[3];
-}
-
 std::int64_t LittleEndian(const unsigned char *bytes)
 {
     return std::int64_t{bytes[3]} << 24 | std::int64_t{bytes[2]} << 16 | std::int64_t{bytes[1]} << 8 | bytes[0];
 }
 
-// Bytes of a whole tag from either of its ends, which look alike but for the mark; 0 when there is none.
-std::int64_t ID3v2Size(Bytes bytes, std::string_view mark)
+// Bytes of a whole tag from either of its ends; 0 when there is none.
+std::int64_t ID3v2Span(Bytes bytes, QByteArrayView mark)
 {
-    if (bytes.size() < ID3v2Bytes || !Starts(bytes, mark) || bytes[3] == 0xFF || bytes[4] == 0xFF)
-        return 0;
-    if (std::any_of(bytes.begin() + 6, bytes.begin() + 10, [](unsigned char byte) { return byte >= 0x80; }))
-        return 0;
-    const bool footer = (bytes[5] & 0x10) != 0;
-    return SyncSafe(bytes.data() + 6) + ID3v2Bytes * (footer ? 2 : 1);
+    return ID3v2Size(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())), mark).value_or(0);
 }
 
 // The size in either end counts the items and the footer; the flag says whether there is a header as well.
@@ -96,7 +87,7 @@ private:
             return EnhancedBytes;
         if (const std::int64_t size = APESize(Last(APEBytes)); size > 0)
             return size;
-        if (const std::int64_t size = ID3v2Size(Last(ID3v2Bytes), "3DI"); size > 0)
+        if (const std::int64_t size = ID3v2Span(Last(ID3v2HeaderBytes), "3DI"); size > 0)
             return size;
         return LyricsSize();
     }
@@ -143,7 +134,7 @@ std::int64_t SkipLeadingTags(FileWindow &window, std::int64_t fileSize)
     std::int64_t position = 0;
     for (;;) {
         Bytes front = window.At(position, APEBytes);
-        std::int64_t size = ID3v2Size(front, "ID3");
+        std::int64_t size = ID3v2Span(front, "ID3");
         if (size == 0)
             size = APESize(front);
         if (size == 0 || size > fileSize - position)

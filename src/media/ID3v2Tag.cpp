@@ -1,0 +1,141 @@
+#include "media/ID3v2Tag.h"
+
+#include "media/ID3v2Bytes.h"
+#include "media/ID3v2Parser.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr quint8 unsynchronisedFlag = 0x80;
+constexpr quint8 extendedFlag = 0x40;
+constexpr quint8 experimentalFlag = 0x20;
+
+/// The flags of a frame that change what its data means, by version.
+struct FrameFlags {
+    quint16 Group;
+    quint16 Compressed;
+    quint16 Encrypted;
+    quint16 Unsynchronised;
+    quint16 LengthGiven;
+    /// What to do when tag or file change.
+    quint16 Status;
+};
+constexpr FrameFlags flagsOf3{0x0020, 0x0080, 0x0040, 0, 0, 0xE000};
+constexpr FrameFlags flagsOf4{0x0040, 0x0008, 0x0004, 0x0002, 0x0001, 0x7000};
+
+const FrameFlags &FlagsOf(int version)
+{
+    return version == 4 ? flagsOf4 : flagsOf3;
+}
+
+// length: four bytes, big-endian, of the unpacked data.
+std::optional<QByteArray> Unpacked(quint32 length, QByteArrayView packed)
+{
+    // A frame that promises far more than its bytes can give is damaged, and memory is not reserved for it.
+    constexpr qint64 mostGrowth = 1100;
+    if (length > (packed.size() + 1) * mostGrowth)
+        return std::nullopt;
+    const QByteArray unpacked = qUncompress(BigEndianBytes(length) + packed);
+    if (unpacked.size() != static_cast<qsizetype>(length))
+        return std::nullopt;
+    return unpacked;
+}
+
+std::optional<QByteArray> Content3(const TagFrame &frame)
+{
+    const bool compressed = (frame.Flags & flagsOf3.Compressed) != 0;
+    const qsizetype extra = (compressed ? 4 : 0) + ((frame.Flags & flagsOf3.Group) != 0 ? 1 : 0);
+    if (frame.Data.size() < extra)
+        return std::nullopt;
+    if (!compressed)
+        return frame.Data.sliced(extra);
+    return Unpacked(BigEndian(QByteArrayView(frame.Data).first(4)), QByteArrayView(frame.Data).sliced(extra));
+}
+
+std::optional<QByteArray> Content4(const TagFrame &frame, bool unsynchronised)
+{
+    const bool lengthGiven = (frame.Flags & flagsOf4.LengthGiven) != 0;
+    const bool compressed = (frame.Flags & flagsOf4.Compressed) != 0;
+    const QByteArray data =
+        unsynchronised || (frame.Flags & flagsOf4.Unsynchronised) != 0 ? Resynchronise(frame.Data) : frame.Data;
+    const qsizetype group = (frame.Flags & flagsOf4.Group) != 0 ? 1 : 0;
+    const qsizetype extra = group + (lengthGiven ? 4 : 0);
+    if (data.size() < extra || (compressed && !lengthGiven))
+        return std::nullopt;
+    if (!compressed)
+        return data.sliced(extra);
+    return Unpacked(SyncSafe(QByteArrayView(data).sliced(group, 4)), QByteArrayView(data).sliced(extra));
+}
+
+QByteArray FrameBytes(const TagFrame &frame, int version)
+{
+    const auto size = static_cast<quint32>(frame.Data.size());
+    QByteArray flags(2, '\0');
+    flags[0] = static_cast<char>(frame.Flags >> 8);
+    flags[1] = static_cast<char>(frame.Flags & 0xFF);
+    return frame.Id + (version == 4 ? SyncSafeBytes(size) : BigEndianBytes(size)) + flags + frame.Data;
+}
+} // namespace
+
+ID3v2Tag ID3v2Tag::FromBytes(const QByteArray &bytes)
+{
+    return ID3v2Parser(bytes).Parse();
+}
+
+QByteArray ID3v2Tag::Body() const
+{
+    QByteArray body = extendedHeader;
+    for (const TagFrame &frame : Frames) {
+        if (!frame.Dropped)
+            body += FrameBytes(frame, Version);
+    }
+    return WholeUnsynchronised() ? Unsynchronise(body) : body;
+}
+
+qint64 ID3v2Tag::Size() const
+{
+    return ID3v2HeaderBytes + Body().size();
+}
+
+QByteArray ID3v2Tag::Bytes(qint64 size) const
+{
+    QByteArray body = Body();
+    const qint64 padding = size - ID3v2HeaderBytes - body.size();
+    // A 2.3 tag's extended header tells the size of the padding in its last four bytes. An unsynchronised one is left
+    // at zero, since the size could need a byte more there.
+    if (Version == 3 && !extendedHeader.isEmpty() && !WholeUnsynchronised())
+        body.replace(extendedHeader.size() - 4, 4, BigEndianBytes(static_cast<quint32>(padding)));
+    body += QByteArray(padding, '\0');
+    QByteArray header("ID3");
+    header += static_cast<char>(Version);
+    header += static_cast<char>(revision);
+    header += static_cast<char>((unsynchronised ? unsynchronisedFlag : 0) |
+                                (extendedHeader.isEmpty() ? 0 : extendedFlag) | (experimental ? experimentalFlag : 0));
+    return header + SyncSafeBytes(static_cast<quint32>(body.size())) + body;
+}
+
+std::optional<QByteArray> ID3v2Tag::Content(const TagFrame &frame) const
+{
+    if ((frame.Flags & FlagsOf(Version).Encrypted) != 0)
+        return std::nullopt;
+    return Version == 4 ? Content4(frame, unsynchronised) : Content3(frame);
+}
+
+void ID3v2Tag::SetContent(TagFrame &frame, const QByteArray &content) const
+{
+    const FrameFlags &flags = FlagsOf(Version);
+    frame.Flags = frame.Flags & flags.Status;
+    frame.Data = content;
+    if (Version == 4 && unsynchronised) {
+        frame.Flags = frame.Flags | flags.Unsynchronised;
+        frame.Data = Unsynchronise(content);
+    }
+}
+
+void ID3v2Tag::Append(const QByteArray &id, const QByteArray &content)
+{
+    TagFrame frame{id, 0, {}};
+    SetContent(frame, content);
+    Frames.push_back(frame);
+}

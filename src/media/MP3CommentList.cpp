@@ -1,0 +1,50 @@
+#include "media/MP3CommentList.h"
+
+#include "media/TagFrames.h"
+
+namespace
+{
+/// The text of a comment frame that a person wrote.
+std::optional<FrameText> CommentOf(const ID3v2Tag &tag, const TagFrame &frame)
+{
+    if (frame.Id != "COMM")
+        return std::nullopt;
+    std::optional<FrameText> text = ReadFrameText(tag, frame);
+    return text && IsNamedValue(text->Description) ? std::nullopt : text;
+}
+} // namespace
+
+void MP3CommentList::Add(const QString &text, const QString &description)
+{
+    for (TagFrame &frame : tag.Frames) {
+        const std::optional<FrameText> old = frame.Dropped ? CommentOf(tag, frame) : std::nullopt;
+        if (old && old->Text == text && old->Description == description) {
+            frame.Dropped = false;
+            return;
+        }
+    }
+    tag.Append("COMM", MakeFrameContent("COMM", FrameText{text, description}, tag.Version));
+}
+
+int MP3CommentList::Count() const
+{
+    return static_cast<int>(Items().size());
+}
+
+void MP3CommentList::Clear()
+{
+    for (TagFrame &frame : tag.Frames) {
+        if (CommentOf(tag, frame))
+            frame.Dropped = true;
+    }
+}
+
+QList<MP3Comment> MP3CommentList::Items() const
+{
+    QList<MP3Comment> items;
+    for (const TagFrame &frame : tag.Frames) {
+        if (const std::optional<FrameText> text = frame.Dropped ? std::nullopt : CommentOf(tag, frame))
+            items.append({text->Description, text->Text});
+    }
+    return items;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "media/ID3v2Tag.h"
+
+/// The text of a frame: of a text frame ("T..."), a link ("W..."), a comment ("COMM") or lyrics ("USLT").
+struct FrameText {
+    /// Several values are joined by "/"; a genre's numbers are its names.
+    QString Text;
+    /// Of "TXXX", "WXXX", "COMM" and "USLT".
+    QString Description = QString();
+    /// Three characters; of "COMM" and "USLT".
+    QByteArray Language{"eng"};
+};
+/// Nothing for a frame of another kind, and for one whose text cannot be decoded.
+std::optional<FrameText> ReadFrameText(const ID3v2Tag &tag, const TagFrame &frame);
+/// The content of a frame with a text, Latin-1 where it fits, else UTF-16 in a 2.3 tag and UTF-8 in a 2.4 tag.
+QByteArray MakeFrameContent(const QByteArray &id, const FrameText &text, int version);
+
+/// The text that stands for an id of version 2.3, as MP3File::GetFrame tells.
+QString TagText(const ID3v2Tag &tag, const QByteArray &id);
+/// Sets it as MP3File::SetFrame tells.
+void SetTagText(ID3v2Tag &tag, const QByteArray &id, const QString &text);
+
+/// A value that is kept as a comment with a description of its own.
+QString NamedValue(const ID3v2Tag &tag, const QString &description);
+void SetNamedValue(ID3v2Tag &tag, const QString &description, const QString &text);
+/// Whether a comment of this description keeps a named value.
+bool IsNamedValue(const QString &description);

@@ -1,0 +1,152 @@
+#include "media/TaggedFile.h"
+
+#include "media/ID3v2Bytes.h"
+#include "media/MediaError.h"
+#include "platform/Drives.h"
+#include "platform/RebuiltFile.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+// The first read of a tag, which takes in most of them whole.
+constexpr qint64 firstReadBytes = 4096;
+// The size of a tag has 28 bits.
+constexpr qint64 mostTagBytes = (qint64{1} << 28) - 1;
+
+/// The room that a tag takes: the old one where it fits well, so that the audio can stay where it is. Otherwise some
+/// room is left for later changes, and the audio keeps its place within a block of the disk, so that a file system
+/// that can share blocks between the old file and the copy does so.
+qint64 RoomFor(qint64 needed, qint64 old)
+{
+    constexpr qint64 block = 4096;
+    constexpr qint64 leastPadding = 1024;
+    constexpr qint64 mostPadding = 64 * 1024;
+    if (needed <= old && old - needed <= mostPadding)
+        return old;
+    const qint64 least = needed + leastPadding;
+    return least + (old - least % block + block) % block;
+}
+
+QString Reason(RebuildState state)
+{
+    switch (state) {
+    case RebuildState::ReadOnly:
+        return u" is read-only."_s;
+    case RebuildState::Changed:
+        return u" was changed meanwhile."_s;
+    case RebuildState::DiskFull:
+        return u" cannot be written: the disk is full."_s;
+    case RebuildState::CannotOpen:
+        return u" cannot be opened for writing."_s;
+    default:
+        return u" cannot be written."_s;
+    }
+}
+} // namespace
+
+TaggedFile::TaggedFile(const QString &filePath) : path(filePath)
+{
+    if (!file.Open(path))
+        throw MediaError(ShownPath(path) % u" cannot be opened."_s);
+    keepEnd = file.Size();
+}
+
+QByteArray TaggedFile::Read(qint64 offset, qint64 count) const
+{
+    QByteArray bytes(std::clamp<qint64>(file.Size() - offset, 0, count), Qt::Uninitialized);
+    if (bytes.isEmpty())
+        return bytes;
+    const std::ptrdiff_t done =
+        file.ReadAt(offset, {reinterpret_cast<unsigned char *>(bytes.data()), static_cast<std::size_t>(bytes.size())});
+    if (done != bytes.size())
+        throw MediaError(ShownPath(path) % u" cannot be read."_s);
+    return bytes;
+}
+
+QByteArray TaggedFile::ID3v2BytesAt(qint64 offset) const
+{
+    QByteArray bytes = Read(offset, firstReadBytes);
+    if (!bytes.startsWith("ID3"))
+        return QByteArray();
+    const qint64 size = ID3v2Size(bytes, "ID3").value_or(bytes.size());
+    if (size > bytes.size())
+        bytes += Read(offset + bytes.size(), size - bytes.size());
+    bytes.truncate(size);
+    return bytes;
+}
+
+QByteArray TaggedFile::ID3v1Bytes() const
+{
+    constexpr qint64 before = 3;
+    const qint64 count = std::min<qint64>(file.Size(), ID3v1Tag::Size + before);
+    const QByteArray tail = Read(file.Size() - count, count);
+    return ID3v1Tag::FromTail(tail).Present ? tail.last(ID3v1Tag::Size) : QByteArray();
+}
+
+ID3v2Tag TaggedFile::ReadID3v2() const
+{
+    const QByteArray bytes = ID3v2BytesAt(0);
+    return bytes.isEmpty() ? ID3v2Tag() : ID3v2Tag::FromBytes(bytes);
+}
+
+ID3v1Tag TaggedFile::ReadID3v1() const
+{
+    return ID3v1Tag::FromTail(ID3v1Bytes());
+}
+
+void TaggedFile::RequireWhole(const ID3v2Tag &tag) const
+{
+    if (!tag.Fault.isEmpty())
+        throw MediaError(ShownPath(path) % u' ' % tag.Fault % u", so it is not written over."_s);
+}
+
+void TaggedFile::PutID3v1(const ID3v1Tag &tag)
+{
+    const QByteArray old = ID3v1Bytes();
+    back = tag.Bytes(old);
+    keepEnd = file.Size() - old.size();
+}
+
+void TaggedFile::DropID3v1()
+{
+    back.clear();
+    keepEnd = file.Size() - ID3v1Bytes().size();
+}
+
+void TaggedFile::PutID3v2(const ID3v2Tag &tag)
+{
+    const QByteArray old = ID3v2BytesAt(0);
+    if (!old.isEmpty())
+        RequireWhole(ID3v2Tag::FromBytes(old));
+    const qint64 room = RoomFor(tag.Size(), old.size());
+    if (room > mostTagBytes)
+        throw MediaError(ShownPath(path) % u" cannot take a tag of more than 256 MB."_s);
+    front = tag.Bytes(room);
+    keepFrom = old.size();
+}
+
+void TaggedFile::DropID3v2()
+{
+    qint64 end = 0;
+    for (QByteArray old = ID3v2BytesAt(0); !old.isEmpty(); old = ID3v2BytesAt(end)) {
+        RequireWhole(ID3v2Tag::FromBytes(old));
+        end += old.size();
+    }
+    front.clear();
+    keepFrom = end;
+}
+
+void TaggedFile::Write()
+{
+    keepEnd = std::max(keepEnd, keepFrom);
+    if (front == Read(0, keepFrom) && back == Read(keepEnd, file.Size() - keepEnd))
+        return;
+    std::vector<FilePiece> pieces{{front}, {{}, keepFrom, keepEnd - keepFrom}, {back}};
+    std::erase_if(pieces, [](const FilePiece &piece) { return piece.Bytes.isEmpty() && piece.Count == 0; });
+    const RebuildState state = RebuildFile(path, file.Size(), pieces);
+    if (state != RebuildState::Done)
+        throw MediaError(ShownPath(path) % Reason(state));
+}
