@@ -49,7 +49,7 @@ std::optional<QByteArray> Content3(const TagFrame &frame)
     if (frame.Data.size() < extra)
         return std::nullopt;
     if (!compressed)
-        return frame.Data.sliced(extra);
+        return frame.Data.mid(extra);
     return Unpacked(BigEndian(QByteArrayView(frame.Data).first(4)), QByteArrayView(frame.Data).sliced(extra));
 }
 
@@ -64,7 +64,7 @@ std::optional<QByteArray> Content4(const TagFrame &frame, bool unsynchronised)
     if (data.size() < extra || (compressed && !lengthGiven))
         return std::nullopt;
     if (!compressed)
-        return data.sliced(extra);
+        return data.mid(extra);
     return Unpacked(SyncSafe(QByteArrayView(data).sliced(group, 4)), QByteArrayView(data).sliced(extra));
 }
 
@@ -136,6 +136,14 @@ void ID3v2Tag::SetContent(TagFrame &frame, const QByteArray &content) const
 void ID3v2Tag::Append(const QByteArray &id, const QByteArray &content)
 {
     TagFrame frame{id, 0, {}};
+    frame.Added = true;
     SetContent(frame, content);
     Frames.push_back(frame);
+}
+
+void ID3v2Tag::Drop(const std::function<bool(const TagFrame &)> &which)
+{
+    std::erase_if(Frames, [&](const TagFrame &frame) { return frame.Added && which(frame); });
+    for (TagFrame &frame : Frames)
+        frame.Dropped = frame.Dropped || which(frame);
 }

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct TagFrame {
     QByteArray Data;
     /// Taken out of the tag and not written, but kept to be put back.
     bool Dropped = false;
+    /// Not in the tag that was read.
+    bool Added = false;
 };
 
 /// An ID3v2 tag as a row of frames with raw bytes, so that what nobody changes is written back byte for byte. Versions
@@ -45,6 +48,8 @@ public:
     /// Gives a frame new content and leaves of its flags those that tell what to do when tag or file change.
     void SetContent(TagFrame &frame, const QByteArray &content) const;
     void Append(const QByteArray &id, const QByteArray &content);
+    /// Takes frames out; those of the tag that was read can be put back.
+    void Drop(const std::function<bool(const TagFrame &)> &which);
 
 private:
     friend class ID3v2Parser;

@@ -33,10 +33,7 @@ int MP3CommentList::Count() const
 
 void MP3CommentList::Clear()
 {
-    for (TagFrame &frame : tag.Frames) {
-        if (CommentOf(tag, frame))
-            frame.Dropped = true;
-    }
+    tag.Drop([this](const TagFrame &frame) { return CommentOf(tag, frame).has_value(); });
 }
 
 QList<MP3Comment> MP3CommentList::Items() const

@@ -35,6 +35,11 @@ QString TypeOfData(const QByteArray &data)
     return u"image/"_s;
 }
 
+bool IsImage(const ID3v2Tag &tag, const TagFrame &frame)
+{
+    return frame.Id == "APIC" && tag.Content(frame);
+}
+
 std::optional<MP3Image> ImageOf(const ID3v2Tag &tag, const TagFrame &frame)
 {
     const std::optional<QByteArray> content = frame.Id == "APIC" ? tag.Content(frame) : std::nullopt;
@@ -80,16 +85,13 @@ MP3Image MP3ImageList::Item(qint16 index) const
 int MP3ImageList::Count() const
 {
     return static_cast<int>(std::count_if(tag.Frames.begin(), tag.Frames.end(), [this](const TagFrame &frame) {
-        return !frame.Dropped && frame.Id == "APIC" && tag.Content(frame);
+        return !frame.Dropped && IsImage(tag, frame);
     }));
 }
 
 void MP3ImageList::Clear()
 {
-    for (TagFrame &frame : tag.Frames) {
-        if (frame.Id == "APIC" && tag.Content(frame))
-            frame.Dropped = true;
-    }
+    tag.Drop([this](const TagFrame &frame) { return IsImage(tag, frame); });
 }
 
 QList<MP3Image> MP3ImageList::Items() const

@@ -11,15 +11,6 @@ namespace
 constexpr qint64 Kilobyte = 1024;
 constexpr qint64 Megabyte = 1024 * Kilobyte;
 
-QString Grouped(qint64 number)
-{
-    static const QString separator = QLocale::system().groupSeparator();
-    QString digits = QString::number(number);
-    for (qsizetype place = digits.size() - 3; place > 0; place -= 3)
-        digits.insert(place, separator);
-    return digits;
-}
-
 qint64 Rounded(qint64 bytes, qint64 unit)
 {
     return bytes / unit + (bytes % unit >= unit / 2 ? 1 : 0);
@@ -36,7 +27,21 @@ bool IsKept(QChar character)
     return code > 255 || (code >= u'0' && code <= u'9') || (code >= u'A' && code <= u'Z') ||
            (code >= u'a' && code <= u'z');
 }
+
+bool EndsWord(QChar character)
+{
+    return character == u'\0' || character == u' ' || (character >= u'\t' && character <= u'\r');
+}
 } // namespace
+
+QString GroupedDigits(qint64 number)
+{
+    static const QString separator = QLocale::system().groupSeparator();
+    QString digits = QString::number(number);
+    for (qsizetype place = digits.size() - 3; place > 0; place -= 3)
+        digits.insert(place, separator);
+    return digits;
+}
 
 QString FormatFileSize(qint64 bytes)
 {
@@ -45,10 +50,10 @@ QString FormatFileSize(qint64 bytes)
     if (bytes <= 1)
         return QString();
     if (bytes <= 16 * Kilobyte)
-        return Grouped(bytes) + u" Bytes"_s;
+        return GroupedDigits(bytes) + u" Bytes"_s;
     if (bytes <= 16 * Megabyte)
-        return Grouped(Rounded(bytes, Kilobyte)) + u" Kb"_s;
-    return Grouped(Rounded(bytes, Megabyte)) + u" Mb"_s;
+        return GroupedDigits(Rounded(bytes, Kilobyte)) + u" Kb"_s;
+    return GroupedDigits(Rounded(bytes, Megabyte)) + u" Mb"_s;
 }
 
 QString FormatPlayTime(qint64 seconds)
@@ -64,6 +69,17 @@ QString FormatPlayTime(qint64 seconds)
 QString YesNoText(bool value)
 {
     return value ? u"Yes"_s : u"No"_s;
+}
+
+QString ProperCase(const QString &text)
+{
+    QString proper = text;
+    bool startsWord = true;
+    for (QChar &character : proper) {
+        character = startsWord ? character.toUpper() : character.toLower();
+        startsWord = EndsWord(character);
+    }
+    return proper;
 }
 
 QString CleanText(const QString &text)

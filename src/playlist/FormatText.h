@@ -2,6 +2,8 @@
 
 #include <QString>
 
+/// A whole number with the system's thousands separator.
+QString GroupedDigits(qint64 number);
 /// A size in bytes as "n Bytes" up to 16,384, "n Kb" up to 16,777,216 and "n Mb" beyond, rounded to whole numbers,
 /// with the system's thousands separator. Empty for 1 and for negative sizes.
 QString FormatFileSize(qint64 bytes);
@@ -9,6 +11,9 @@ QString FormatFileSize(qint64 bytes);
 QString FormatPlayTime(qint64 seconds);
 /// "Yes" or "No".
 QString YesNoText(bool value);
+/// Proper case: the first character of each word in upper case, all others in lower case. Words end at blanks and other
+/// white space, so a letter behind a bracket or hyphen stays small.
+QString ProperCase(const QString &text);
 /// The text with each run of characters of code 0 to 255 that are neither letters A to Z nor digits made one blank.
 /// Blanks at the ends go before that, so a sign at an end leaves a blank there. Other scripts stay as they are.
 QString CleanText(const QString &text);

@@ -137,6 +137,25 @@ void Grid::Append(const std::vector<FileRecord> &records)
         throw PlaylistFull();
 }
 
+void Grid::Replace(const std::vector<std::pair<int, FileRecord>> &records)
+{
+    int first = MaxRows;
+    int last = 0;
+    for (const auto &[row, record] : records) {
+        if (row < 1 || row > Count())
+            continue;
+        PlaylistItem &item = rows[static_cast<std::size_t>(row - 1)];
+        item = MakeItem(record, row);
+        item.Selected = item.SelectedBefore = true;
+        first = std::min(first, row);
+        last = std::max(last, row);
+    }
+    if (last == 0)
+        return;
+    Q_EMIT dataChanged(index(first - 1, 0), index(last - 1, ColumnCount - 1));
+    TellSelection();
+}
+
 void Grid::Clear()
 {
     beginResetModel();

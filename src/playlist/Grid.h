@@ -91,6 +91,9 @@ public:
     void Insert(const FileRecord &record, int index = 0);
     /// Adds rows at the end; raises PlaylistFull after adding those that fit.
     void Append(const std::vector<FileRecord> &records);
+    /// Puts a new row with each record in place of the row of the number beside it, and selects it. Rows that do not
+    /// exist are passed over.
+    void Replace(const std::vector<std::pair<int, FileRecord>> &records);
     void Clear();
     /// Removes the rows for which drop(const PlaylistItem &) holds and returns how many went.
     template <typename Drop>

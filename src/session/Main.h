@@ -17,6 +17,7 @@
 
 class ClientArea;
 class GridView;
+class Id3Info;
 class QMenu;
 class QMimeData;
 class QStatusBar;
@@ -48,6 +49,8 @@ public:
 
     /// Analyses the file and adds one row, at the end or at index (from 1). Raises PlaylistFull.
     void AddFile(const QString &path, int index);
+    /// Puts each file, analysed anew, in place of the row beside it, as a new row that is selected.
+    void RefreshRows(const QList<int> &rows, const QStringList &paths);
     /// Appends to FileArray the full path of each row, of all rows or of the selected ones, in grid order.
     void SaveFileArrayFromList(bool allItems);
     /// Adds a row for each entry of FileArray, with the progress form. Raises PlaylistFull after the rows that fit.
@@ -89,6 +92,7 @@ public:
     /// The text of one of the four panels of the status bar, from 1.
     QString PanelText(int panel) const;
     GridView *View() const { return view; }
+    const Host &World() const { return host; }
 
     /// Runs what an event asks for, through Attempt; what arrives while another command runs is passed over.
     void Run(const std::function<void()> &command);
@@ -127,6 +131,7 @@ public:
     void MEditSeMarkRed_Click();
     void MEditSeUnMark_Click();
     void MEditSelectMark_Click();
+    void MEditId3_Click();
     void MEditFileInfo_Click();
     void MViewToolbar_Click();
     void MViewStatusBar_Click();
@@ -235,6 +240,8 @@ private:
     Toolbar *Toolbar1 = nullptr;
     QStatusBar *StatusBar1 = nullptr;
     Status *status = nullptr;
+    /// Made on first use; stays loaded.
+    Id3Info *tagEditor = nullptr;
     std::array<StatusPanel *, 4> panels{};
     QHash<QByteArray, QAction *> commands;
     QHash<QByteArray, QMenu *> menus;

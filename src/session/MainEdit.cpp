@@ -1,3 +1,4 @@
+#include "media/Id3Info.h"
 #include "platform/Drives.h"
 #include "playlist/FileLists.h"
 #include "playlist/FolderWalk.h"
@@ -16,6 +17,15 @@ using namespace Qt::StringLiterals;
 void Main::AddFile(const QString &path, int index)
 {
     ListView1.Insert(AnalyseFile(path), index);
+}
+
+void Main::RefreshRows(const QList<int> &rows, const QStringList &paths)
+{
+    std::vector<std::pair<int, FileRecord>> records;
+    records.reserve(static_cast<std::size_t>(rows.size()));
+    for (qsizetype i = 0; i < rows.size(); ++i)
+        records.emplace_back(rows[i], AnalyseFile(paths[i]));
+    ListView1.Replace(records);
 }
 
 void Main::SaveFileArrayFromList(bool allItems)
@@ -253,4 +263,11 @@ void Main::MEditSeMarkRed_Click()
 void Main::MEditSeUnMark_Click()
 {
     ChangeRows([](Grid &grid) { SetCheckMark(grid, IconNormal); });
+}
+
+void Main::MEditId3_Click()
+{
+    if (tagEditor == nullptr)
+        tagEditor = new Id3Info(*this);
+    tagEditor->OpenOnSelection();
 }

@@ -7,6 +7,11 @@ QString ProgramTitle()
     return u"Vantrel Playlist Editor"_s;
 }
 
+QString WebSearchAddress()
+{
+    return u"https://search.vantrel.example/search?hl=en&q="_s;
+}
+
 QString ProgramVersion()
 {
     return QStringLiteral(PLAYLIST_EDITOR_VERSION);

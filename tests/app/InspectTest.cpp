@@ -40,7 +40,7 @@ struct Listing {
     {
         const QList<QByteArray> lines = Lines();
         const qsizetype end = lines.size() - 5;
-        if (end < 1 || !lines[end].isEmpty() || !lines[end + 1].startsWith("panel 1: Total: "))
+        if (end < 1 || !lines[end].isEmpty() || !lines[end + 1].startsWith("panel 1: "))
             return {"no listing"};
         return lines.mid(1, end - 1);
     }
@@ -236,7 +236,10 @@ void InspectTest::DrawsAPicture()
     world.Write("list.m3u", "tagged.ogg\r\ngone.mp3\r\n");
     auto expected = world.Tree();
     const QList<std::pair<QStringList, QSize>> requests{
-        {{}, {1000, 640}}, {{u"--size=723x401"_s}, {723, 401}}, {{u"--size=300x200"_s, u"--scale=2"_s}, {600, 400}}};
+        {{u"--window=Id3Info"_s, u"--page=General/Info"_s, u"--select=1"_s, u"--size=900x600"_s}, {900, 600}},
+        {{}, {1000, 640}},
+        {{u"--size=723x401"_s}, {723, 401}},
+        {{u"--size=300x200"_s, u"--scale=2"_s}, {600, 400}}};
     for (const auto &[arguments, size] : requests) {
         const Listing listing = world.Inspect(QStringList{u"--picture"_s, u"p.png"_s, u"list.m3u"_s} + arguments);
         QCOMPARE(listing.Status, 0);
@@ -265,8 +268,9 @@ void InspectTest::Refuses_data()
     QTest::newRow("file as a folder") << QStringList{u"list.m3u/x.mp3"_s};
     QTest::newRow("link to itself") << QStringList{u"loop.m3u"_s};
     QTest::newRow("picture without a name") << QStringList{u"--picture"_s, QString(), list};
-    for (const QString &option : {u"--size=100"_s, u"--size=99x100"_s, u"--size=100x8193"_s, u"--size=200x200x200"_s,
-                                  u"--scale=0"_s, u"--style=grey"_s, u"--mode="_s})
+    for (const QString &option :
+         {u"--size=100"_s, u"--size=99x100"_s, u"--size=100x8193"_s, u"--size=200x200x200"_s, u"--scale=0"_s,
+          u"--style=grey"_s, u"--mode="_s, u"--select=0"_s, u"--window=Nothing"_s, u"--page=Info"_s})
         QTest::newRow(qPrintable(option)) << QStringList{option, list};
     QTest::newRow("picture into no folder") << QStringList{u"--picture"_s, u"gone/p.png"_s, list};
     QTest::newRow("picture onto a folder") << QStringList{u"--picture"_s, u"folder"_s, list};

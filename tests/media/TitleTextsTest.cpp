@@ -92,6 +92,9 @@ private Q_SLOTS:
 
     void AttributesAreSetAndCleared()
     {
+        // A host without a clearable archive attribute is asked for the others only.
+        QVERIFY(Write("x"));
+        const int kept = SetFileAttributes(path, AttributeNormal) ? FileAttributes(path) & AttributeArchive : 0;
         constexpr int all = AttributeReadOnly | AttributeArchive | AttributeSystem | AttributeHidden;
         // Attributes before, requests, attributes after.
         const std::tuple<int, AttributeRequests, int> cases[] = {
@@ -102,12 +105,11 @@ private Q_SLOTS:
             {AttributeHidden, {u"SET"_s, u"SET"_s, u"SET"_s, u"SET"_s, u"CLR"_s}, all & ~AttributeHidden},
             {AttributeReadOnly, {u"CLR"_s, u"CLR"_s, u"CLR"_s, u"CLR"_s, u"CLR"_s}, AttributeNormal},
         };
-        QVERIFY(Write("x"));
         if (!SetFileAttributes(path, all))
             QSKIP("The file system of the temporary folder keeps no extended attributes");
         for (const auto &[before, requests, after] : cases) {
             QVERIFY(SetFileAttributes(path, before) && SetAttributes(path, requests));
-            QCOMPARE(FileAttributes(path), after);
+            QCOMPARE(FileAttributes(path) & ~kept, kept == 0 ? after : after & ~(kept | AttributeNormal));
         }
         QVERIFY(Write("y") && !SetAttributes(path + u"gone"_s, {}));
     }

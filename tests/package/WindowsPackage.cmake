@@ -12,8 +12,11 @@ set(expected
   Qt6Gui.dll
   Qt6Widgets.dll
   VTLPLEH.htm
+  imageformats/qgif.dll
+  imageformats/qjpeg.dll
   libgcc_s_seh-1.dll
   libstdc++-6.dll
+  libtag.dll
   libwinpthread-1.dll
   platforms/qoffscreen.dll
   platforms/qwindows.dll

@@ -29,9 +29,13 @@ public:
     void ExpectPath(const QString &text, const std::optional<QString> &answer) { entries.push_back({text, answer}); }
     bool IsEmpty() const { return entries.empty(); }
 
+    /// The details of the last message.
+    QString LastDetails;
+
     void Install(Prompts &prompts)
     {
         prompts.Message = [this](const MessagePrompt &prompt) {
+            LastDetails = prompt.Details;
             return Take<PromptAnswer>(prompt.Text, PromptAnswer::Cancel);
         };
         prompts.OpenFile = prompts.SaveFile = [this](const FilePrompt &prompt) {

@@ -7,9 +7,12 @@
 #include "session/Palettes.h"
 #include "session/ProgramName.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QBuffer>
 #include <QCommandLineParser>
+#include <QDialog>
+#include <QTabWidget>
 
 #include <algorithm>
 #include <cstdio>
@@ -23,14 +26,30 @@ struct Request {
     QString Path;
     /// Empty for none.
     QString Picture;
-    QSize Size{1000, 640};
+    /// Empty for the window's own size.
+    std::optional<QSize> Size;
     int Scale = 1;
     bool Dark = false;
     bool Compact = false;
+    /// The rows that are selected, from 1.
+    int FirstRow = 1;
+    int LastRow = 0;
+    /// The dialog that is pictured; empty for the main window.
+    QString Window;
+    /// Captions of the dialog's pages, outer ones first.
+    QStringList Pages;
 };
 
 constexpr QLatin1StringView usage = "usage: playlist-inspect [--picture FILE.png] [--size WIDTHxHEIGHT] [--scale 1-4] "
-                                    "[--style dark|light] [--mode normal|compact] PATH"_L1;
+                                    "[--style dark|light] [--mode normal|compact] [--select all|N] "
+                                    "[--window NAME [--page NAME/NAME]] PATH"_L1;
+
+/// A dialog and the command that opens it.
+struct DialogCommand {
+    QLatin1StringView Window;
+    const char *Command;
+};
+constexpr DialogCommand dialogs[] = {{"Id3Info"_L1, "MEditId3"}};
 
 /// A line break in a host's file name is carried as a private-use character; to a reader it is a control character too.
 bool IsControl(QChar character)
@@ -67,6 +86,34 @@ std::optional<QSize> ParsedSize(const QString &text)
     return sane ? std::optional(size) : std::nullopt;
 }
 
+/// False when the value is neither "all" nor a row number.
+bool ParseSelection(const QString &text, Request &request)
+{
+    if (text == "all"_L1) {
+        request.LastRow = Grid::MaxRows;
+        return true;
+    }
+    request.FirstRow = request.LastRow = text.toInt();
+    return request.FirstRow >= 1;
+}
+
+bool KnowsDialog(const QString &name)
+{
+    return std::any_of(std::begin(dialogs), std::end(dialogs),
+                       [&](const DialogCommand &dialog) { return dialog.Window == name; });
+}
+
+/// False when the options of dialogs make no sense.
+bool ParseDialog(const QCommandLineParser &parser, Request &request)
+{
+    request.Window = parser.value(u"window"_s);
+    request.Pages = parser.value(u"page"_s).split(u'/', Qt::SkipEmptyParts);
+    const bool known = !parser.isSet(u"window"_s) || KnowsDialog(request.Window);
+    const bool pagesOfNothing = parser.isSet(u"page"_s) && (request.Pages.isEmpty() || request.Window.isEmpty());
+    return known && !pagesOfNothing &&
+           (!parser.isSet(u"select"_s) || ParseSelection(parser.value(u"select"_s), request));
+}
+
 /// The place of a value among the choices of an option, -1 for none of them. The first choice is the default.
 int ChoiceOf(const QCommandLineParser &parser, const QString &option, const QStringList &choices)
 {
@@ -77,21 +124,23 @@ int ChoiceOf(const QCommandLineParser &parser, const QString &option, const QStr
 std::optional<Request> ParsedRequest(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    for (const QString &option : {u"picture"_s, u"size"_s, u"scale"_s, u"style"_s, u"mode"_s})
+    for (const QString &option :
+         {u"picture"_s, u"size"_s, u"scale"_s, u"style"_s, u"mode"_s, u"select"_s, u"window"_s, u"page"_s})
         parser.addOption(QCommandLineOption(option, {}, option));
     if (!parser.parse(arguments) || parser.positionalArguments().size() != 1)
         return {};
     Request request;
     request.Path = PathOfArgument(parser.positionalArguments().front().toLatin1());
     request.Picture = PathOfArgument(parser.value(u"picture"_s).toLatin1());
-    const auto size = parser.isSet(u"size"_s) ? ParsedSize(parser.value(u"size"_s)) : request.Size;
+    if (parser.isSet(u"size"_s))
+        request.Size = ParsedSize(parser.value(u"size"_s));
     const int scale = ChoiceOf(parser, u"scale"_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s});
     const int style = ChoiceOf(parser, u"style"_s, {u"light"_s, u"dark"_s});
     const int mode = ChoiceOf(parser, u"mode"_s, {u"normal"_s, u"compact"_s});
     const bool nameless = parser.isSet(u"picture"_s) && request.Picture.isEmpty();
-    if (!size || scale < 0 || style < 0 || mode < 0 || nameless || request.Path.isEmpty())
+    if (request.Size.has_value() != parser.isSet(u"size"_s) || !ParseDialog(parser, request) || scale < 0 ||
+        style < 0 || mode < 0 || nameless || request.Path.isEmpty())
         return {};
-    request.Size = *size;
     request.Scale = scale + 1;
     request.Dark = style == 1;
     request.Compact = mode == 1;
@@ -128,7 +177,46 @@ void PrintPlaylist(const Main &window)
         PrintLine({u"panel %1: "_s.arg(panel) + window.PanelText(panel)});
 }
 
-bool SavePicture(Main &window, const QString &path)
+void SelectRows(Main &window, int first, int last)
+{
+    window.ListView1.Reselect([&](int row, const PlaylistItem &) { return row >= first && row <= last; });
+    window.ListView1_Click();
+}
+
+/// Brings the page with a caption to the front, in the first tab control that has one and is shown.
+bool ShowPage(const QWidget &dialog, const QString &caption)
+{
+    for (auto *tabs : dialog.findChildren<QTabWidget *>()) {
+        for (int i = 0; i < tabs->count() && tabs->isVisible(); ++i) {
+            if (tabs->tabText(i).remove(u'&') == caption && tabs->isTabEnabled(i)) {
+                tabs->setCurrentIndex(i);
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+/// The window that the request names, opened; none when it or one of its pages cannot be shown.
+QWidget *RequestedWindow(Main &window, const Request &request)
+{
+    if (request.Window.isEmpty())
+        return &window;
+    for (const auto &[name, command] : dialogs) {
+        if (name == request.Window)
+            window.Command(command)->trigger();
+    }
+    auto *dialog = window.findChild<QDialog *>(request.Window);
+    if (dialog == nullptr || !dialog->isVisible())
+        return nullptr;
+    if (request.Size)
+        dialog->resize(*request.Size);
+    const bool shown = std::all_of(request.Pages.cbegin(), request.Pages.cend(),
+                                   [&](const QString &page) { return ShowPage(*dialog, page); });
+    return shown ? dialog : nullptr;
+}
+
+bool SavePicture(QWidget &window, const QString &path)
 {
     QByteArray png;
     QBuffer buffer(&png);
@@ -166,14 +254,19 @@ int main(int argc, char **argv)
     UseStyle(request->Dark);
     QStringList messages;
     Main window(InspectingHost(messages));
-    window.resize(request->Size);
+    window.resize(request->Window.isEmpty() && request->Size ? *request->Size : QSize(1000, 640));
     if (request->Compact)
         window.MViewCompact_Click();
     window.Run([&] { window.OpenCommandLine(request->Path); });
+    if (request->LastRow > 0)
+        SelectRows(window, request->FirstRow, request->LastRow);
     PrintPlaylist(window);
+    QWidget *pictured = RequestedWindow(window, *request);
     for (const QString &message : std::as_const(messages))
         Complain(message);
-    if (!request->Picture.isEmpty() && !SavePicture(window, request->Picture))
+    if (pictured == nullptr)
+        return Fail(u"cannot show "_s + request->Window + u' ' + request->Pages.join(u'/'));
+    if (!request->Picture.isEmpty() && !SavePicture(*pictured, request->Picture))
         return Fail(u"cannot write "_s + ToHostPath(request->Picture));
     return 0;
 }
