@@ -1,0 +1,68 @@
+#include "BenchRows.h"
+#include "BenchSupport.h"
+#include "BenchWindow.h"
+#include "MediaFiles.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QDialog>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+// The tag editor's update of many selected files in a full list.
+
+namespace
+{
+constexpr int FewFiles = 100;
+constexpr int ManyFiles = 1000;
+
+class TagUpdate
+{
+public:
+    TagUpdate() : files(ManyFiles, [](int, std::minstd_rand &) { return MediaShape{4000, 30000, true, true}; })
+    {
+        Main &main = window.Window;
+        main.ListView1.Append(BenchRecords(FullList - ManyFiles));
+        for (const QString &path : files.Paths)
+            main.AddFile(path, 0);
+    }
+
+    /// Opens the editor on so many files, with a new title for all of them.
+    void Open(int count)
+    {
+        Main &main = window.Window;
+        main.ListView1.Reselect([&](int row, const PlaylistItem &) {
+            return row > FullList - ManyFiles && row <= FullList - ManyFiles + count;
+        });
+        main.ListView1_Click();
+        main.Command("MEditId3")->trigger();
+        auto *present = Editor()->findChild<QAbstractButton *>(u"ID3v2Present"_s);
+        if (!present->isChecked())
+            present->click();
+        Editor()->findChild<QLineEdit *>(u"ID3v2Title"_s)->setText(QString::number(++titles));
+        window.Settle();
+    }
+
+    void Update() { Editor()->findChild<QAbstractButton *>(u"CmdUpdate"_s)->click(); }
+
+private:
+    QDialog *Editor() { return window.Window.findChild<QDialog *>(u"Id3Info"_s); }
+
+    MediaFolder files;
+    BenchWindow window;
+    int titles = 0;
+};
+
+void TagUpdateGrowth(benchmark::State &state)
+{
+    TagUpdate editor;
+    const auto updating = [&](int count) {
+        return Side{[&] { editor.Update(); }, static_cast<std::size_t>(count),
+                    [&editor, count] { editor.Open(count); }};
+    };
+    Compare(state, 1.2, updating(FewFiles), updating(ManyFiles));
+}
+
+BENCHMARK(TagUpdateGrowth)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
+} // namespace
