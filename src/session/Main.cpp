@@ -161,7 +161,7 @@ void Main::BuildToolbar()
     Toolbar1->setObjectName("Toolbar1"_L1);
     for (const char *name : buttons) {
         if (name[0] == '\0') {
-            Toolbar1->addSeparator();
+            Toolbar1->AddGap();
             continue;
         }
         QAction *command = Command(name);
@@ -174,6 +174,7 @@ void Main::BuildToolbar()
     connect(Toolbar1, &Toolbar::Dragged, this, &Main::DragToolbar);
     connect(Toolbar1, &Toolbar::MenuRequested, this,
             [this](const QPoint &position) { menus["MHidOption"]->popup(position); });
+    connect(Toolbar1, &Toolbar::CustomizeRequested, this, [this] { Run([this] { CustomizeToolbar1(); }); });
 }
 
 void Main::AddToolsMenu(QToolButton *button)

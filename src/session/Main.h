@@ -149,6 +149,9 @@ public:
     void MViewSortMode_Click();
     void MViewSortOrig_Click();
     void MViewRefresh_Click();
+    void MToolsShortCutDel_Click();
+    /// Adds a shortcut to the menu (0), or opens one (from 1).
+    void ShortcutClick(int index);
     void MToolsSaveSetting_Click();
     void MHelpHelp_Click();
     void MHelpWebsite_Click();
@@ -193,6 +196,8 @@ private:
     void OpenReplacing(const QString &path);
     void UpdateRecentFiles(const QString &path);
     void ShowRecentFiles();
+    void AddShortcut(const QString &path);
+    void OpenShortcut(const QString &path);
     QString ProposedFileName(bool relative);
     bool WritePlaylist(const QString &target);
     QString BrowseForFolder(const QString &title, bool editBox);
@@ -210,6 +215,7 @@ private:
     void ChangeRows(const std::function<void(Grid &)> &command);
     void SetToolbarAtTop(bool top);
     void DragToolbar(QPoint globalPosition);
+    void CustomizeToolbar1();
     void ApplyGridColours();
     QFont DefaultGridFont() const;
     struct GridColour {

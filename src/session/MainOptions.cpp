@@ -1,3 +1,4 @@
+#include "session/CustomizeToolbar.h"
 #include "session/GridView.h"
 #include "session/Main.h"
 #include "session/Toolbar.h"
@@ -37,6 +38,17 @@ void Main::MHidOptionColumnVis_Click(int index)
     width = width == 0 ? ColumnWidthDefaults[place] : 0;
     Check(ElementName("MHidOptionColumnVis", index), width > 0);
     view->ApplyColumnWidths();
+}
+
+void Main::CustomizeToolbar1()
+{
+    auto *dialog = new CustomizeToolbar(*Toolbar1, this);
+    // The toolbar keeps its look by itself, whether or not the settings are saved at the end.
+    connect(dialog, &CustomizeToolbar::Changed, this,
+            [this] { host.Settings.Write(u"PS"_s, u"Toolbar1"_s, Toolbar1->Layout()); });
+    dialog->adjustSize();
+    PositionForm(dialog);
+    dialog->show();
 }
 
 void Main::MHidOptionColumnVisAll_Click()

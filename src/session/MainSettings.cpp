@@ -145,7 +145,7 @@ void Main::LoadState()
     const Section shortcuts(host.Settings, u"SH"_s);
     for (int i = 1; !shortcuts.Text(QString::number(i)).isEmpty(); ++i) {
         if (PathExists(shortcuts.Text(QString::number(i))))
-            ShortcutList.append(shortcuts.Text(QString::number(i)));
+            AddShortcut(shortcuts.Text(QString::number(i)));
     }
     BookmarkFilePath = recent.Text(u"W"_s);
     MEditSelNone_Click();
@@ -183,6 +183,7 @@ void Main::LoadBars()
     Check("MHidOptionToolbar3D", bar.Truth(u"3D"_s).value_or(IsChecked("MHidOptionToolbar3D")));
     Toolbar1->SetFlat(IsChecked("MHidOptionToolbarFlat"));
     Toolbar1->SetRaised(IsChecked("MHidOptionToolbar3D"));
+    Toolbar1->SetLayout(host.Settings.Read(u"PS"_s, u"Toolbar1"_s));
     const auto align = bar.Number(u"Align"_s);
     if (align == 1 || align == 2)
         SetToolbarAtTop(align == 1);

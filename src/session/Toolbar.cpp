@@ -2,10 +2,14 @@
 
 #include <QAction>
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolButton>
+#include <QWidgetAction>
 #include <qdrawutil.h>
+
+#include <algorithm>
 
 Toolbar::Toolbar(QWidget *parent) : QToolBar(parent)
 {
@@ -16,19 +20,75 @@ Toolbar::Toolbar(QWidget *parent) : QToolBar(parent)
 QToolButton *Toolbar::AddButton(QAction *action)
 {
     auto *button = new QToolButton(this);
+    button->setObjectName(action->objectName());
     button->setIcon(action->icon());
     button->setToolTip(action->toolTip());
     button->setAccessibleName(action->text().remove(u'&').remove(u'.'));
     button->setIconSize(iconSize());
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
-    addWidget(button);
+    items.append(static_cast<QWidgetAction *>(addWidget(button)));
+    defaultLayout = Layout();
     return button;
+}
+
+void Toolbar::AddGap()
+{
+    addSeparator();
+    defaultLayout = Layout();
+}
+
+QList<QToolButton *> Toolbar::Buttons() const
+{
+    QList<QToolButton *> buttons;
+    for (const QWidgetAction *item : items)
+        buttons.append(static_cast<QToolButton *>(item->defaultWidget()));
+    return buttons;
+}
+
+QString Toolbar::Layout() const
+{
+    QStringList names;
+    for (const QAction *action : actions())
+        names.append(action->isSeparator() ? Gap()
+                                           : static_cast<const QWidgetAction *>(action)->defaultWidget()->objectName());
+    return names.join(u',');
+}
+
+bool Toolbar::SetLayout(const QString &layout)
+{
+    QStringList names;
+    for (const QString &name : layout.split(u',')) {
+        if (name == Gap() || (ItemNamed(name) != nullptr && !names.contains(name)))
+            names.append(name);
+    }
+    if (names.count(Gap()) == names.size())
+        return false;
+    for (QAction *action : actions()) {
+        removeAction(action);
+        if (action->isSeparator())
+            delete action;
+    }
+    for (const QString &name : std::as_const(names)) {
+        if (name == Gap())
+            addSeparator();
+        else
+            addAction(ItemNamed(name));
+    }
+    return true;
+}
+
+QWidgetAction *Toolbar::ItemNamed(const QString &name) const
+{
+    const auto found = std::find_if(items.begin(), items.end(), [&](const QWidgetAction *item) {
+        return item->defaultWidget()->objectName() == name;
+    });
+    return found == items.end() ? nullptr : *found;
 }
 
 void Toolbar::SetFlat(bool flat)
 {
-    for (auto *button : findChildren<QToolButton *>())
+    for (QToolButton *button : Buttons())
         button->setAutoRaise(flat);
 }
 
@@ -36,6 +96,20 @@ void Toolbar::SetRaised(bool raisedBar)
 {
     raised = raisedBar;
     update();
+}
+
+void Toolbar::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F2)
+        Q_EMIT CustomizeRequested();
+    else
+        QToolBar::keyPressEvent(event);
+}
+
+void Toolbar::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT CustomizeRequested();
 }
 
 void Toolbar::mousePressEvent(QMouseEvent *event)

@@ -4,6 +4,9 @@
 #include "session/GridView.h"
 #include "session/MenuTable.h"
 
+#include <QDialog>
+#include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QTest>
 
@@ -30,6 +33,8 @@ private Q_SLOTS:
     void PreviewsThroughTheRegisteredProgram();
     void RefreshReadsAgain();
     void ViewsAndOptions();
+    void ToolbarIsCustomized();
+    void ShortcutsOpenWhatTheyStandFor();
     void SettingsSurvive();
     void BadSettingsAreIgnoredOneByOne();
     void SavingOffKeepsOnlyTheLists();
@@ -219,6 +224,79 @@ void WindowTest::ViewsAndOptions()
     f.Trigger("MViewTransVal(10)");
     QCOMPARE(qRound(f.Window->windowOpacity() * 255), 127);
     QVERIFY(f.Window->Command("MViewTransVal(10)")->isChecked() && !f.Window->Command("MViewTransVal(0)")->isChecked());
+}
+
+void WindowTest::ToolbarIsCustomized()
+{
+    MainFixture f;
+    f.Window->show();
+    auto *bar = f.Window->findChild<QWidget *>(u"Toolbar1"_s);
+    const auto shows = [&bar](const QString &name) { return bar->findChild<QWidget *>(name) != nullptr; };
+    QTest::mouseDClick(bar, Qt::LeftButton, {}, QPoint(bar->width() - 2, 2));
+    auto *dialog = f.Window->findChild<QDialog *>(u"CustomizeToolbar"_s);
+    QVERIFY(dialog != nullptr && dialog->isVisible());
+    auto *list = dialog->findChild<QListWidget *>();
+    const auto press = [&](const QString &name) {
+        QTest::mouseClick(dialog->findChild<QWidget *>(name), Qt::LeftButton);
+    };
+    // The first button goes, the second one moves behind the third.
+    QTest::keyClick(list, Qt::Key_Space);
+    QVERIFY(!shows(u"MFileNew"_s));
+    list->setCurrentRow(1);
+    press(u"CmdDown"_s);
+    QVERIFY(f.Settings[u"PS/Toolbar1"_s].startsWith(u"MFileSave,MFileOpen,-,MEditAddDir,"));
+    f.Restart();
+    f.Window->RestoreSession({});
+    bar = f.Window->findChild<QWidget *>(u"Toolbar1"_s);
+    QVERIFY(!shows(u"MFileNew"_s));
+    QVERIFY(bar->findChild<QWidget *>(u"MFileSave"_s)->x() < bar->findChild<QWidget *>(u"MFileOpen"_s)->x());
+
+    f.Settings[u"PS/Toolbar1"_s] = u"-,nonsense,-"_s;
+    f.Restart();
+    f.Window->RestoreSession({});
+    f.Window->show();
+    bar = f.Window->findChild<QWidget *>(u"Toolbar1"_s);
+    QVERIFY(shows(u"MFileNew"_s) && shows(u"MHelpHelp"_s));
+    QTest::keyClick(bar->findChild<QWidget *>(u"MHelpHelp"_s), Qt::Key_F2);
+    dialog = f.Window->findChild<QDialog *>(u"CustomizeToolbar"_s);
+    list = dialog->findChild<QListWidget *>();
+    for (int row = 0; row < list->count(); ++row)
+        list->item(row)->setCheckState(Qt::Unchecked);
+    // The last button stays; Reset brings all of them back.
+    QCOMPARE(f.Settings[u"PS/Toolbar1"_s], u"MHelpHelp"_s);
+    press(u"CmdReset"_s);
+    QVERIFY(shows(u"MFileNew"_s));
+}
+
+void WindowTest::ShortcutsOpenWhatTheyStandFor()
+{
+    MainFixture f;
+    f.Window->RestoreSession({});
+    const QString page = f.Write(u"my page.URL"_s, "[Other]\r\n[InternetShortcut]\r\nURL=http://a.example/x\r\n");
+    const QString odd = f.Write(u"odd & even.url"_s, "no address\r\nhttp://last.example\r\n[InternetShortcut]");
+    for (const QString &path : {page, odd, odd, f.Write(u"notes.txt"_s, "x")}) {
+        f.Prompts.ExpectPath({}, path);
+        f.Trigger("MToolsShortCutAdd(0)");
+    }
+    f.Prompts.ExpectPath({}, {});
+    f.Trigger("MToolsShortCutAdd(0)");
+    f.Window->close();
+    QVERIFY(QFile::remove(f.Temporary.filePath(u"notes.txt"_s)));
+    f.Restart();
+    f.Window->RestoreSession({});
+    QCOMPARE(f.Window->Command("MToolsShortCutAdd(1)")->text(), u"My Page.url"_s);
+    QCOMPARE(f.Window->Command("MToolsShortCutAdd(2)")->text(), u"Odd && Even.url"_s);
+    f.Trigger("MToolsShortCutAdd(1)");
+    f.Trigger("MToolsShortCutAdd(2)");
+    QCOMPARE(f.ShellCalls, (QStringList{u"open http://a.example/x"_s, u"open [InternetShortcut]"_s}));
+    QVERIFY(QFile::remove(f.Temporary.filePath(u"my page.URL"_s)));
+    f.Prompts.Expect(u"Failed to open Internet shortcut!"_s, PromptAnswer::Ok);
+    f.Trigger("MToolsShortCutAdd(1)");
+    f.Trigger("MToolsShortCutDel");
+    QCOMPARE(f.Window->findChild<QMenu *>(u"MToolsShortCut"_s)->actions().last(),
+             f.Window->Command("MToolsShortCutAdd(0)"));
+    f.Window->close();
+    QCOMPARE(f.Settings[u"SH/1"_s], QString());
 }
 
 void WindowTest::SettingsSurvive()

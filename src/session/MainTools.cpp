@@ -1,0 +1,47 @@
+#include "playlist/FormatText.h"
+#include "playlist/PathText.h"
+#include "session/Main.h"
+#include "session/MenuTable.h"
+#include "tools/InternetShortcut.h"
+
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+
+void Main::AddShortcut(const QString &path)
+{
+    ShortcutList.append(path);
+    const int index = static_cast<int>(ShortcutList.size());
+    const QByteArray name = ElementName("MToolsShortCutAdd", index);
+    const QString caption = ProperCase(GetFileName(path)).replace(u'&', "&&"_L1);
+    const MenuEntry entry{2, name.constData(), caption, {}, "", nullptr, path, false, &Main::ShortcutClick, index};
+    menus["MToolsShortCut"]->addAction(MakeCommand(entry));
+}
+
+void Main::MToolsShortCutDel_Click()
+{
+    for (qsizetype index = ShortcutList.size(); index >= 1; --index)
+        delete commands.take(ElementName("MToolsShortCutAdd", static_cast<int>(index)));
+    ShortcutList.clear();
+}
+
+void Main::ShortcutClick(int index)
+{
+    if (index > 0) {
+        OpenShortcut(ShortcutList[index - 1]);
+        return;
+    }
+    const auto path = host.Prompts.OpenFile({u"Add.."_s, u"All Files (*.*)|*.*|"_s, {}, {}});
+    if (path && !ShortcutList.contains(*path))
+        AddShortcut(*path);
+}
+
+void Main::OpenShortcut(const QString &path)
+{
+    const bool isInternetShortcut = GetExtension(path).toLower() == ".url"_L1;
+    const std::optional<QString> target = isInternetShortcut ? InternetShortcutTarget(path) : path;
+    if (target)
+        host.Shell.Open(*target);
+    else
+        host.Prompts.Message({u"Failed to open Internet shortcut!"_s, PromptIcon::Stop, PromptButtons::Ok, {}});
+}
