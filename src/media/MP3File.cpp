@@ -122,81 +122,6 @@ void MP3File::ReadMPEG(const QString &path)
         throw MediaError(ShownPath(path) % u" holds no MPEG audio."_s);
 }
 
-bool MP3File::HasID3v1() const
-{
-    return v1.Present;
-}
-
-QString MP3File::Title() const
-{
-    return v1.Title;
-}
-
-void MP3File::SetTitle(const QString &text)
-{
-    v1.Title = text;
-}
-
-QString MP3File::Artist() const
-{
-    return v1.Artist;
-}
-
-void MP3File::SetArtist(const QString &text)
-{
-    v1.Artist = text;
-}
-
-QString MP3File::Album() const
-{
-    return v1.Album;
-}
-
-void MP3File::SetAlbum(const QString &text)
-{
-    v1.Album = text;
-}
-
-QString MP3File::Year() const
-{
-    return v1.Year;
-}
-
-void MP3File::SetYear(const QString &text)
-{
-    v1.Year = text;
-}
-
-QString MP3File::Comment() const
-{
-    return v1.Comment;
-}
-
-void MP3File::SetComment(const QString &text)
-{
-    v1.Comment = text;
-}
-
-quint8 MP3File::Track() const
-{
-    return v1.Track;
-}
-
-void MP3File::SetTrack(quint8 number)
-{
-    v1.Track = number;
-}
-
-quint8 MP3File::Genre() const
-{
-    return v1.Genre;
-}
-
-void MP3File::SetGenre(quint8 number)
-{
-    v1.Genre = number;
-}
-
 double MP3File::SongLength() const
 {
     return stream.Seconds;
@@ -288,19 +213,9 @@ QString MP3File::Mode() const
     }
 }
 
-qint64 MP3File::FileSize() const
-{
-    return fileSize;
-}
-
 QString MP3File::GenreList()
 {
     return GenreNames().join(u'|');
-}
-
-bool MP3File::HasID3v2() const
-{
-    return v2.Present;
 }
 
 QString MP3File::Tempo() const
@@ -341,14 +256,4 @@ QString MP3File::Preference() const
 void MP3File::SetPreference(const QString &text)
 {
     SetNamedValue(v2, u"MusicMatch_Preference"_s, text);
-}
-
-MP3ImageList &MP3File::Images()
-{
-    return images;
-}
-
-MP3CommentList &MP3File::Comments()
-{
-    return comments;
 }

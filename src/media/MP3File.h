@@ -51,22 +51,22 @@ public:
     void ReadMPEG(const QString &path);
 
     /// True when the last read found an ID3v1 tag.
-    bool HasID3v1() const;
-    QString Title() const;
-    void SetTitle(const QString &text);
-    QString Artist() const;
-    void SetArtist(const QString &text);
-    QString Album() const;
-    void SetAlbum(const QString &text);
-    QString Year() const;
-    void SetYear(const QString &text);
-    QString Comment() const;
-    void SetComment(const QString &text);
+    bool HasID3v1() const { return v1.Present; }
+    QString Title() const { return v1.Title; }
+    void SetTitle(const QString &text) { v1.Title = text; }
+    QString Artist() const { return v1.Artist; }
+    void SetArtist(const QString &text) { v1.Artist = text; }
+    QString Album() const { return v1.Album; }
+    void SetAlbum(const QString &text) { v1.Album = text; }
+    QString Year() const { return v1.Year; }
+    void SetYear(const QString &text) { v1.Year = text; }
+    QString Comment() const { return v1.Comment; }
+    void SetComment(const QString &text) { v1.Comment = text; }
     /// 0 means none.
-    quint8 Track() const;
-    void SetTrack(quint8 number);
-    quint8 Genre() const;
-    void SetGenre(quint8 number);
+    quint8 Track() const { return v1.Track; }
+    void SetTrack(quint8 number) { v1.Track = number; }
+    quint8 Genre() const { return v1.Genre; }
+    void SetGenre(quint8 number) { v1.Genre = number; }
 
     /// Playing time in seconds, with fractions.
     double SongLength() const;
@@ -90,7 +90,7 @@ public:
     static QString GenreList();
 
     /// True when the last read found an ID3v2 tag.
-    bool HasID3v2() const;
+    bool HasID3v2() const { return v2.Present; }
     QString Tempo() const;
     void SetTempo(const QString &text);
     QString Mood() const;
@@ -99,12 +99,12 @@ public:
     void SetSituation(const QString &text);
     QString Preference() const;
     void SetPreference(const QString &text);
-    MP3ImageList &Images();
-    MP3CommentList &Comments();
+    MP3ImageList &Images() { return images; }
+    MP3CommentList &Comments() { return comments; }
 
     /// Bytes of the file that the last read opened; 0 when it could not be opened. Saves its caller a second question
     /// to the disk.
-    qint64 FileSize() const;
+    qint64 FileSize() const { return fileSize; }
 
     enum class TagChange { Write, Remove };
     /// WriteID3v1 or RemoveID3v1, then WriteID3v2 or RemoveID3v2, in one writing of the file where both can be done.
