@@ -8,6 +8,13 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+bool IsReference(const QString &word)
+{
+    bool isNumber = false;
+    word.toUInt(&isNumber);
+    return isNumber || word == u"RX" || word == u"CR";
+}
+
 QString NameOf(const QString &word)
 {
     bool isNumber = false;
@@ -21,13 +28,14 @@ QString NameOf(const QString &word)
     return word;
 }
 
-/// "(17)(Pop)More" as the words 17, Pop and More; a doubled parenthesis stands for one and starts plain text.
+/// "(17)(Pop)More" as the words 17, Pop and More; a doubled parenthesis stands for one and starts plain text, and so
+/// does a first one around a word that means no other: "(Live) take".
 QStringList Words(QStringView text)
 {
     QStringList words;
     while (text.startsWith(u'(') && !text.startsWith(u"((")) {
         const qsizetype end = text.indexOf(u')');
-        if (end < 0)
+        if (end < 0 || (words.isEmpty() && !IsReference(text.sliced(1, end - 1).toString())))
             break;
         words.append(text.sliced(1, end - 1).toString());
         text = text.sliced(end + 1);
@@ -55,8 +63,9 @@ QString ShownGenre(const QString &text)
     QStringList names;
     for (const QString &word : Words(text)) {
         const QString name = word.isEmpty() ? word : NameOf(word);
-        if (!name.isEmpty() && !names.contains(name))
+        if (!name.isEmpty())
             names.append(name);
     }
+    names.removeDuplicates();
     return names.join(u'/');
 }

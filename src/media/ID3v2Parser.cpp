@@ -124,7 +124,7 @@ void ID3v2Parser::ReadFrames()
             return;
     }
     // Padding hides nothing, or what it hides would be lost.
-    if (tag.Fault.isEmpty() && std::any_of(body.begin() + position, body.end(), [](char byte) { return byte != '\0'; }))
+    if (tag.Fault.isEmpty() && !IsPadding(position))
         Fail(u"has an ID3v2 tag with bytes that belong to no frame"_s);
 }
 
@@ -171,7 +171,12 @@ bool ID3v2Parser::IsId(qsizetype at) const
 
 bool ID3v2Parser::CanFollow(qsizetype at) const
 {
-    return at == body.size() || (at < body.size() && (body[at] == '\0' || IsId(at)));
+    return at <= body.size() && (IsId(at) || IsPadding(at));
+}
+
+bool ID3v2Parser::IsPadding(qsizetype at) const
+{
+    return std::all_of(body.begin() + at, body.end(), [](char byte) { return byte == '\0'; });
 }
 
 qsizetype ID3v2Parser::FrameSize() const

@@ -20,6 +20,7 @@ private:
     bool ReadFrame();
     bool IsId(qsizetype position) const;
     bool CanFollow(qsizetype position) const;
+    bool IsPadding(qsizetype position) const;
     qsizetype FrameSize() const;
     void AddFrame(const QByteArray &id, quint16 flags, const QByteArray &data);
     bool Fail(const QString &fault);

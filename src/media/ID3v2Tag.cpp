@@ -32,9 +32,10 @@ const FrameFlags &FlagsOf(int version)
 // length: four bytes, big-endian, of the unpacked data.
 std::optional<QByteArray> Unpacked(quint32 length, QByteArrayView packed)
 {
-    // A frame that promises far more than its bytes can give is damaged, and memory is not reserved for it.
-    constexpr qint64 mostGrowth = 1100;
-    if (length > (packed.size() + 1) * mostGrowth)
+    // A small file shall not fill the memory: unpacking gives up to a thousand times the bytes, whatever length tells.
+    constexpr qsizetype mostPacked = 256 * 1024;
+    constexpr quint32 mostUnpacked = 16 * 1024 * 1024;
+    if (packed.size() > mostPacked || length > mostUnpacked)
         return std::nullopt;
     const QByteArray unpacked = qUncompress(BigEndianBytes(length) + packed);
     if (unpacked.size() != static_cast<qsizetype>(length))

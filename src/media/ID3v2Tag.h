@@ -43,7 +43,7 @@ public:
     QByteArray Bytes(qint64 size) const;
 
     /// What a frame holds once group, compression and unsynchronisation are taken off; nothing for an encrypted or
-    /// damaged frame.
+    /// damaged frame, or a packed one of more than 16 MB (256 KB packed).
     std::optional<QByteArray> Content(const TagFrame &frame) const;
     /// Gives a frame new content and leaves of its flags those that tell what to do when tag or file change.
     void SetContent(TagFrame &frame, const QByteArray &content) const;

@@ -30,7 +30,7 @@ public:
     /// Replaces the text of a frame; the empty text removes it. A frame that has this text already stays as it is.
     void SetFrame(QByteArrayView id, const QString &text);
 
-    /// Writes the held ID3v2 tag into the file. Fails for a file whose own tag cannot be followed to its end.
+    /// Writes the held ID3v2 tag into the file. Fails when it or the tag there cannot be followed to its end.
     void WriteID3v2(const QString &path);
     /// Writes the held ID3v1 fields into the file: Latin-1, cut to their fields, with a question mark for what
     /// Latin-1 lacks.

@@ -36,11 +36,37 @@ TagLib::String LinkText(const QString &text)
     return ToTagLib(link);
 }
 
-template <typename Frame>
-FrameText TextWithLanguage(const TagLib::ByteVector &bytes)
+/// Nothing for UTF-16 that does not tell its byte order.
+std::optional<QString> Decoded(QByteArrayView bytes, TagLib::String::Type encoding)
 {
-    const Frame frame(bytes);
-    return {FromTagLib(frame.text()), FromTagLib(frame.description()), FromTagLib(frame.language())};
+    if (encoding == TagLib::String::UTF16 && !bytes.isEmpty() && !bytes.startsWith("\xFF\xFE") &&
+        !bytes.startsWith("\xFE\xFF"))
+        return std::nullopt;
+    return FromTagLib(
+        TagLib::String(TagLib::ByteVector(bytes.data(), static_cast<unsigned int>(bytes.size())), encoding));
+}
+
+// TagLib's own classes miss a description that no text follows, and would let it be lost. Of several values the first
+// counts.
+std::optional<FrameText> DescribedText(const QByteArray &id, const QByteArray &content)
+{
+    const qsizetype languageBytes = id == "COMM" || id == "USLT" ? 3 : 0;
+    const qsizetype start = 1 + languageBytes;
+    if (content.size() < start)
+        return std::nullopt;
+    const auto encoding = static_cast<TagLib::String::Type>(content.front());
+    const qsizetype unit = encoding == TagLib::String::UTF16 || encoding == TagLib::String::UTF16BE ? 2 : 1;
+    qsizetype end = start;
+    while (end + unit <= content.size() && (content[end] != '\0' || content[end + unit - 1] != '\0'))
+        end += unit;
+    if (end + unit > content.size())
+        return std::nullopt;
+    const auto description = Decoded(QByteArrayView(content).sliced(start, end - start), encoding);
+    const auto text =
+        Decoded(QByteArrayView(content).sliced(end + unit), id == "WXXX" ? TagLib::String::Latin1 : encoding);
+    if (!description || !text)
+        return std::nullopt;
+    return FrameText{*text, *description, content.sliced(1, languageBytes)};
 }
 
 template <typename Frame>
@@ -59,20 +85,6 @@ FrameText TextOfPlainText(const TagLib::ByteVector &bytes, bool isGenre)
     if (isGenre)
         std::transform(values.begin(), values.end(), values.begin(), ShownGenre);
     return {values.join(u'/')};
-}
-
-// TagLib's own class takes the text for the description when the description is empty. A comment has the same fields,
-// and a language behind the encoding. Of several values the first counts.
-FrameText TextOfUserText(const QByteArray &content)
-{
-    const QByteArray comment = content.first(std::min<qsizetype>(content.size(), 1)) + "eng" + content.mid(1);
-    return TextWithLanguage<Frames::CommentsFrame>(PlainFrame("COMM", comment));
-}
-
-FrameText TextOfUserLink(const TagLib::ByteVector &bytes)
-{
-    const Frames::UserUrlLinkFrame frame(bytes);
-    return {FromTagLib(frame.url()), FromTagLib(frame.description())};
 }
 
 bool HasEncoding(const QByteArray &id)
@@ -158,15 +170,9 @@ std::optional<FrameText> ReadFrameText(const ID3v2Tag &tag, const TagFrame &fram
     if (!content ||
         (HasEncoding(frame.Id) && !content->isEmpty() && static_cast<quint8>(content->front()) > lastEncoding))
         return std::nullopt;
+    if (frame.Id == "COMM" || HasDescription(frame.Id))
+        return DescribedText(frame.Id, *content);
     const TagLib::ByteVector bytes = PlainFrame(frame.Id, *content);
-    if (frame.Id == "COMM")
-        return TextWithLanguage<Frames::CommentsFrame>(bytes);
-    if (frame.Id == "USLT")
-        return TextWithLanguage<Frames::UnsynchronizedLyricsFrame>(bytes);
-    if (frame.Id == "TXXX")
-        return TextOfUserText(*content);
-    if (frame.Id == "WXXX")
-        return TextOfUserLink(bytes);
     if (frame.Id.startsWith('T'))
         return TextOfPlainText(bytes, frame.Id == "TCON");
     if (frame.Id.startsWith('W'))
@@ -212,15 +218,17 @@ void SetTagText(ID3v2Tag &tag, const QByteArray &id, const QString &text)
 {
     if (text == TagText(tag, id))
         return;
-    FrameText put;
     std::optional<FoundFrame> found = FindText(tag, id);
-    if (found)
-        put = found->Text;
+    FrameText put = found ? found->Text : FrameText();
     put.Text = text;
-    PutText(tag, IdsFor(id, tag.Version).front(), found, put);
-    // A text that is there twice, which no tag should have, shall not come back in the place of the removed one.
-    while (text.isEmpty() && id.startsWith('T') && !HasDescription(id) && (found = FindText(tag, id)))
-        PutText(tag, id, found, put);
+    const QList<QByteArray> ids = IdsFor(id, tag.Version);
+    // Of a plain text there is one frame. A second one shall not come back in the place of the removed one, and one
+    // that cannot be decoded makes way.
+    if (id.startsWith('T') && !HasDescription(id) && (text.isEmpty() || !found)) {
+        std::erase_if(tag.Frames, [&](const TagFrame &frame) { return ids.contains(frame.Id); });
+        found.reset();
+    }
+    PutText(tag, ids.front(), found, put);
 }
 
 QString NamedValue(const ID3v2Tag &tag, const QString &description)

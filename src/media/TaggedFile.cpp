@@ -83,7 +83,12 @@ QByteArray TaggedFile::ID3v1Bytes() const
     constexpr qint64 before = 3;
     const qint64 count = std::min<qint64>(file.Size(), ID3v1Tag::Size + before);
     const QByteArray tail = Read(file.Size() - count, count);
-    return ID3v1Tag::FromTail(tail).Present ? tail.last(ID3v1Tag::Size) : QByteArray();
+    if (!ID3v1Tag::FromTail(tail).Present)
+        return QByteArray();
+    // Within a tag that fills the whole file the mark would be part of a frame.
+    const qint64 tagEnd = ID3v2Size(Read(0, ID3v2HeaderBytes), "ID3").value_or(0);
+    const bool isWithin = tagEnd <= file.Size() && tagEnd > file.Size() - ID3v1Tag::Size;
+    return isWithin ? QByteArray() : tail.last(ID3v1Tag::Size);
 }
 
 ID3v2Tag TaggedFile::ReadID3v2() const
@@ -118,6 +123,7 @@ void TaggedFile::DropID3v1()
 
 void TaggedFile::PutID3v2(const ID3v2Tag &tag)
 {
+    RequireWhole(tag);
     const QByteArray old = ID3v2BytesAt(0);
     if (!old.isEmpty())
         RequireWhole(ID3v2Tag::FromBytes(old));
