@@ -160,7 +160,7 @@ QString MP3File::Bitrate() const
     if (stream.First.Layer == 0)
         return QString();
     const QString number = QString::number(stream.Kilobits);
-    return stream.Variable ? QString(number % u" VBR"_s) : number;
+    return stream.Variable ? QString(number % u" VBR") : number;
 }
 
 double MP3File::SampleRate() const

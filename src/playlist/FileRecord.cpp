@@ -39,13 +39,13 @@ QString FileTypeText(const QString &extension)
 
 void TakeStreamData(const MP3File &file, FileRecord &record)
 {
-    record.LayerText = u"Layer "_s + file.Layer();
-    record.FileType = u"MPEG "_s + file.MPEGVersion();
+    record.LayerText = u"Layer " + file.Layer();
+    record.FileType = u"MPEG " + file.MPEGVersion();
     // The rounding mode of a process is halves to even.
     record.Length = static_cast<qint32>(std::min(std::nearbyint(file.SongLength()), LongestLength));
     const QString bitrate = file.Bitrate();
-    record.BitrateText = bitrate.contains(u"VBR"_s) ? bitrate : bitrate + u" Kbit"_s;
-    record.SampleRateText = QString::number(std::llround(file.SampleRate())) + u" Hz"_s;
+    record.BitrateText = bitrate.contains(u"VBR"_s) ? bitrate : QString(bitrate + u" Kbit");
+    record.SampleRateText = QString::number(std::llround(file.SampleRate())) + u" Hz";
     record.ModeText = file.Mode();
 }
 

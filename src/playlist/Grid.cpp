@@ -94,9 +94,11 @@ PlaylistItem Grid::MakeItem(const FileRecord &record, int index)
 {
     PlaylistItem item;
     item.Text = record.FileName;
-    const bool likeLast = !rows.empty() && rows.back().Folder == record.Folder;
-    item.FolderNumber = likeLast ? rows.back().FolderNumber : Pooled(record.Folder);
-    item.Folder = pool[item.FolderNumber];
+    // Neighbours mostly share their folder.
+    if (pool[lastFolder] != record.Folder)
+        lastFolder = Pooled(record.Folder);
+    item.FolderNumber = lastFolder;
+    item.Folder = pool[lastFolder];
     if (record.Size == 0) {
         item.SmallIcon = IconMissing;
         item.Ghosted = true;
@@ -124,17 +126,19 @@ void Grid::Insert(const FileRecord &record, int index)
 
 void Grid::Append(const std::vector<FileRecord> &records)
 {
-    const auto fitting = std::min(records.size(), static_cast<std::size_t>(MaxRows - Count()));
-    if (fitting > 0) {
-        const int before = Count();
-        beginInsertRows({}, before, before + static_cast<int>(fitting) - 1);
-        rows.reserve(rows.size() + fitting);
-        for (std::size_t i = 0; i < fitting; ++i)
-            rows.push_back(MakeItem(records[i], Count() + 1));
-        endInsertRows();
-    }
-    if (fitting < records.size())
-        throw PlaylistFull();
+    Append(records.size(), [&records](std::size_t i) -> const FileRecord & { return records[i]; });
+}
+
+void Grid::AppendItems(std::vector<PlaylistItem> items)
+{
+    if (items.empty())
+        return;
+    beginInsertRows({}, Count(), Count() + static_cast<int>(items.size()) - 1);
+    if (rows.empty())
+        rows = std::move(items);
+    else
+        rows.insert(rows.end(), std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
+    endInsertRows();
 }
 
 void Grid::Replace(const std::vector<std::pair<int, FileRecord>> &records)

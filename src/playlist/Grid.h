@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QIcon>
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <vector>
@@ -91,6 +92,10 @@ public:
     void Insert(const FileRecord &record, int index = 0);
     /// Adds rows at the end; raises PlaylistFull after adding those that fit.
     void Append(const std::vector<FileRecord> &records);
+    /// The same for count rows that are made of recordOf(i), i from 0, as far as they fit. They are added all at once,
+    /// after the last record has been asked for.
+    template <typename RecordOf>
+    void Append(std::size_t count, RecordOf recordOf);
     /// Puts a new row with each record in place of the row of the number beside it, and selects it. Rows that do not
     /// exist are passed over.
     void Replace(const std::vector<std::pair<int, FileRecord>> &records);
@@ -139,12 +144,27 @@ Q_SIGNALS:
 private:
     PlaylistItem MakeItem(const FileRecord &record, int index);
     quint32 Pooled(const QString &text);
+    void AppendItems(std::vector<PlaylistItem> items);
 
     std::vector<PlaylistItem> rows;
     std::vector<QString> pool;
     QHash<QString, quint32> poolPlaces;
+    quint32 lastFolder = 0;
     int focusedRow = 0;
 };
+
+template <typename RecordOf>
+void Grid::Append(std::size_t count, RecordOf recordOf)
+{
+    const std::size_t fitting = std::min(count, static_cast<std::size_t>(MaxRows - Count()));
+    std::vector<PlaylistItem> items;
+    items.reserve(fitting);
+    for (std::size_t i = 0; i < fitting; ++i)
+        items.push_back(MakeItem(recordOf(i), Count() + static_cast<int>(i) + 1));
+    AppendItems(std::move(items));
+    if (fitting < count)
+        throw PlaylistFull();
+}
 
 template <typename Drop>
 int Grid::RemoveIf(Drop drop)

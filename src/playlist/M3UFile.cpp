@@ -43,9 +43,9 @@ bool ReadM3UFile(const QString &path, QStringList &list)
     if (!ReadLinesFromFile(lines, path))
         return false;
     const qsizetype before = list.size();
-    for (const QString &line : std::as_const(lines)) {
+    for (QString &line : lines) {
         if (!line.isEmpty() && line[0] != u'#')
-            AppendEntry(line, list);
+            AppendEntry(std::move(line), list);
     }
     return list.size() > before;
 }

@@ -52,18 +52,12 @@ void Main::LoadFileArrayToList()
 
 void Main::AddRows(int minimum)
 {
-    const auto room = static_cast<qsizetype>(Grid::MaxRows - ListView1.Count());
-    // One row beyond the room is analysed, so that the grid itself tells that it is full.
-    const qsizetype count = std::min(FileArray.size(), room + 1);
     status->Open(u"Get File Info..."_s, minimum, static_cast<int>(FileArray.size()));
     const auto closeStatus = qScopeGuard([this] { status->Close(); });
-    std::vector<FileRecord> records;
-    records.reserve(static_cast<std::size_t>(count));
-    for (qsizetype i = 0; i < count; ++i) {
+    ListView1.Append(static_cast<std::size_t>(FileArray.size()), [this](std::size_t i) {
         status->SetValue(static_cast<int>(i) + 1);
-        records.push_back(AnalyseFile(FileArray[i]));
-    }
-    ListView1.Append(records);
+        return AnalyseFile(FileArray[static_cast<qsizetype>(i)]);
+    });
 }
 
 void Main::AddItemsOf(const PathInfo &info)
