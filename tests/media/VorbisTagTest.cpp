@@ -1,7 +1,7 @@
 #include "media/VorbisTag.h"
 #include "platform/Drives.h"
+#include "platform/Files.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QtEndian>
@@ -15,7 +15,7 @@ class VorbisTagTest : public QObject
     Q_OBJECT
 
     const QTemporaryDir folder;
-    const QString path = folder.filePath(u"a.ogg"_s);
+    const QString path = FromHostPath(folder.filePath(u"a.ogg"_s));
     VorbisTag tag;
 
     static QByteArray Counted(const QByteArray &text)
@@ -39,11 +39,9 @@ class VorbisTagTest : public QObject
     /// What was read of these bytes: the fields in their order, or the error.
     QString Read(const QByteArray &content)
     {
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        if (!WriteWholeFile(path, content))
             return u"not written"_s;
-        file.close();
-        if (!ReadVorbisTag(FromHostPath(path), tag))
+        if (!ReadVorbisTag(path, tag))
             return tag.ErrorMessage;
         const QStringList texts{tag.Title, tag.Artist, tag.Album, tag.Genre, tag.Date, tag.Comment, tag.EncodedUsing};
         return tag.ErrorMessage + texts.join(u'|') + u'#' + QString::number(tag.TrackNumber);
@@ -88,11 +86,9 @@ private Q_SLOTS:
         const QByteArray whole = Ogg({"TITLE=t"}, 29, 6144);
         const QByteArray late = QByteArray(2040, 'x') + whole.mid(58);
         const std::pair<QByteArray, QString> cases[] = {
-            {whole, u"t||||||#0"_s},
             {whole.first(4096), u"t||||||#0"_s},
             // Of a chunk with no whole one behind it nothing is seen.
             {whole.first(4095), u"Vorbis header not found!"_s},
-            {whole.first(2048), u"Vorbis header not found!"_s},
             {whole.first(2047), u"Error processing file."_s},
             {QByteArray(), u"Error processing file."_s},
             {Ogg({"TITLE=t"}, 30), u"Vorbis header not found!"_s},
@@ -116,9 +112,8 @@ private Q_SLOTS:
 
     void ReadsWhatAnEncoderWrote()
     {
-        QFile file(QStringLiteral(TEST_DATA "/tagged.ogg"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QByteArray content = file.readAll();
+        QByteArray content;
+        QVERIFY(ReadWholeFile(FromHostPath(QStringLiteral(TEST_DATA "/tagged.ogg")), content));
         QCOMPARE(Read(content), u"Vorbis header not found!"_s);
         // The same with the vendor text of an encoder of another year.
         const qsizetype vendor = content.indexOf("\3vorbis") + 7;
@@ -133,12 +128,12 @@ private Q_SLOTS:
                                  u"No tag information exists!"_s};
         const QByteArrayList pieces{QByteArray(4, '\0'), "\1\5vorbis", "\3vorbis\x1D", "TRACKNUMBER=-", "TITLE="};
         std::minstd_rand noise(11);
+        const auto draw = [&noise](qsizetype limit) { return static_cast<qsizetype>(noise() >> 8) % limit; };
         for (int round = 0; round < 1000; ++round) {
             QByteArray damaged = whole;
             for (int count = 1 + round % 9; count > 0; --count) {
-                const QByteArray piece = pieces.value(static_cast<qsizetype>(noise() >> 8) % 6, QByteArray(1, '9'));
-                const qsizetype limit = round % 2 == 0 ? 200 : 2100;
-                damaged.replace(static_cast<qsizetype>(noise() >> 8) % limit, piece.size(), piece);
+                const QByteArray piece = pieces.value(draw(6), QByteArray(1, '9'));
+                damaged.replace(draw(round % 2 == 0 ? 200 : 2100), piece.size(), piece);
             }
             const QString read = Read(damaged);
             QVERIFY2(tag.ErrorMessage.isEmpty() || errors.contains(read), qPrintable(read));

@@ -5,6 +5,7 @@
 
 #include <QTemporaryDir>
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -31,6 +32,16 @@ class FolderTest : public QObject
 protected:
     QString In(const QString &name) const { return folder + u'\\' + name; }
     bool Write(const QString &name, const QByteArray &content) const { return WriteWholeFile(In(name), content); }
+    /// Gives a file a second name.
+    bool LinkFile(const QString &from, const QString &to) const
+    {
+        const auto host = [this](const QString &name) {
+            return std::filesystem::path(ToHostPath(In(name)).toStdU16String());
+        };
+        std::error_code error;
+        std::filesystem::create_hard_link(host(from), host(to), error);
+        return !error;
+    }
     /// "unreadable" for what cannot be read.
     QByteArray Content(const QString &name) const
     {

@@ -1,12 +1,12 @@
 #include "platform/PlatformTests.h"
 
+#include "platform/RebuiltFile.h"
 #include "platform/linux/DesktopEntry.h"
 
 #include <QFileInfo>
 #include <QTest>
 
 #include <csignal>
-#include <filesystem>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -18,6 +18,8 @@ using namespace Qt::StringLiterals;
 class LinuxFilesTest : public FolderTest
 {
     Q_OBJECT
+
+    static constexpr uid_t Nobody = 65534;
 
     QByteArray Host(const char *name) const { return directory->path().toUtf8() + '/' + name; }
     bool Link(const char *target, const char *name) const { return ::symlink(target, Host(name).constData()) == 0; }
@@ -31,8 +33,22 @@ class LinuxFilesTest : public FolderTest
         const ssize_t size = ::getxattr(Host("a").constData(), name, value.data(), static_cast<size_t>(value.size()));
         return value.first(std::max<ssize_t>(size, 0));
     }
-    bool SetMode(mode_t mode) const { return ::chmod(Host("a").constData(), mode) == 0; }
-    int Mode() const { return static_cast<int>(std::filesystem::status(Host("a").toStdString()).permissions()); }
+    struct stat Facts(const char *name) const
+    {
+        struct stat facts {
+        };
+        ::stat(Host(name).constData(), &facts);
+        return facts;
+    }
+    bool SetMode(const char *name, mode_t mode) const { return ::chmod(Host(name).constData(), mode) == 0; }
+    int Mode() const { return static_cast<int>(Facts("a").st_mode & 07777); }
+    /// Puts a new front before the whole file.
+    RebuildState Prepend(const QString &name, const QByteArray &front) const
+    {
+        const std::int64_t size = ExamineFile(In(name)).Size;
+        const FilePiece pieces[] = {{front}, {{}, 0, size}};
+        return RebuildFile(In(name), size, pieces);
+    }
 
 private Q_SLOTS:
     void LinksStayLinks()
@@ -58,44 +74,34 @@ private Q_SLOTS:
         QVERIFY(!HoldsUserFiles(u"z:\\proc"_s) && !HoldsUserFiles(u"z:\\dev\\pts"_s) && HoldsUserFiles(u"z:"_s));
     }
 
-    void FullDiskLeavesTheOldFile()
-    {
-        const QByteArray large(50'000, 'n');
-        QVERIFY(Write(u"a"_s, "old") && Write(u"large"_s, large));
-        rlimit old{};
-        QVERIFY(::getrlimit(RLIMIT_FSIZE, &old) == 0);
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit small{4096, old.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-        const bool written = Write(u"a"_s, large);
-        const bool created = Write(u"b"_s, large);
-        const bool copied = CopyFile(In(u"large"_s), In(u"a"_s));
-        ::setrlimit(RLIMIT_FSIZE, &old);
-        std::signal(SIGXFSZ, handler);
-        QVERIFY(!written && !created && !copied);
-        QCOMPARE(Content(u"a"_s), QByteArray("old"));
-        QCOMPARE(Listed(), (QStringList{u"a"_s, u"large"_s}));
-    }
-
     void RightsAndAttributesAreKept()
     {
         const mode_t mask = ::umask(027);
         const bool written = Write(u"a"_s, "old");
         ::umask(mask);
-        QVERIFY(written);
+        QVERIFY(written && Link("a", "link"));
         QCOMPARE(Mode(), 0640);
-        QVERIFY(SetMode(0751));
-        if (!SetValue("user.DOSATTRIB", "0x22"))
+        QVERIFY(::geteuid() != 0 || ::chown(Host("a").constData(), Nobody, Nobody) == 0);
+        QVERIFY(SetMode("a", 0751));
+        const QByteArray other("\0binary", 7);
+        const bool hasValues = SetValue("user.DOSATTRIB", "0x22") && SetValue("user.other", other);
+        for (const bool whole : {true, false}) {
+            const struct stat before = Facts("a");
+            QVERIFY(whole ? Write(u"link"_s, "old") : Prepend(u"link"_s, "new ") == RebuildState::Done);
+            const struct stat after = Facts("a");
+            QVERIFY(after.st_ino != before.st_ino && after.st_mode == before.st_mode);
+            QVERIFY(after.st_uid == before.st_uid && after.st_gid == before.st_gid);
+            QCOMPARE(Value("user.other"), hasValues ? other : QByteArray());
+        }
+        QCOMPARE(Content(u"a"_s), QByteArray("new old"));
+        QVERIFY(QFileInfo(directory->filePath(u"link"_s)).isSymLink());
+        if (!hasValues)
             QSKIP("The file system of the temporary folder keeps no extended attributes");
-        QVERIFY(SetValue("user.other", QByteArray("\0binary", 7)));
-        QVERIFY(Write(u"a"_s, "new"));
-        QCOMPARE(Mode(), 0751);
-        QCOMPARE(Value("user.other"), QByteArray("\0binary", 7));
         QCOMPARE(FileAttributes(In(u"a"_s)), AttributeHidden | AttributeArchive);
         QVERIFY(SetFileAttributes(In(u"a"_s), AttributeReadOnly | AttributeArchive));
         QCOMPARE(Value("user.DOSATTRIB"), QByteArray("0x21"));
         QCOMPARE(Mode(), 0551);
-        QVERIFY(SetFileAttributes(In(u"a"_s), AttributeNormal) && SetMode(0464));
+        QVERIFY(SetFileAttributes(In(u"a"_s), AttributeNormal) && SetMode("a", 0464));
         QCOMPARE(FileAttributes(In(u"a"_s)), static_cast<int>(AttributeReadOnly));
     }
 
@@ -122,12 +128,53 @@ private Q_SLOTS:
         }
     }
 
+    void FullDiskLeavesTheOldFile()
+    {
+        const QByteArray content(1'000'000, 'o');
+        const QByteArray large(1'200'000, 'n');
+        QVERIFY(Write(u"a"_s, content) && Write(u"b"_s, content) && LinkFile(u"b"_s, u"c"_s));
+        QVERIFY(Write(u"large"_s, large));
+        rlimit old{};
+        QVERIFY(::getrlimit(RLIMIT_FSIZE, &old) == 0);
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit small{1'100'000, old.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        const RebuildState states[] = {Prepend(u"a"_s, large.first(200'000)), Prepend(u"b"_s, large.first(200'000))};
+        const bool written = Write(u"a"_s, large) || Write(u"new"_s, large) || CopyFile(In(u"large"_s), In(u"a"_s));
+        ::setrlimit(RLIMIT_FSIZE, &old);
+        std::signal(SIGXFSZ, handler);
+        QVERIFY(states[0] == RebuildState::DiskFull && states[1] == RebuildState::DiskFull);
+        QVERIFY(!written);
+        QVERIFY(Content(u"a"_s) == content && Content(u"b"_s) == content);
+        QCOMPARE(Listed(), (QStringList{u"a"_s, u"b"_s, u"c"_s, u"large"_s}));
+    }
+
+    void FolderThatTakesNoCopy()
+    {
+        const bool isRoot = ::geteuid() == 0;
+        QVERIFY(Write(u"private"_s, "old") && SetMode("private", 0600));
+        // It cannot be written, or others' files stay in it, which only root can make.
+        for (const mode_t mode : isRoot ? std::vector<mode_t>{0555, 01777} : std::vector<mode_t>{0555}) {
+            QVERIFY(Write(u"a"_s, "old") && SetMode("a", 0666));
+            const ino_t number = Facts("a").st_ino;
+            QVERIFY(SetMode(".", mode) && (!isRoot || ::seteuid(Nobody) == 0));
+            const RebuildState state = Prepend(u"a"_s, "new ");
+            const RebuildState refused = isRoot ? Prepend(u"private"_s, "new ") : RebuildState::CannotOpen;
+            QVERIFY((!isRoot || ::seteuid(0) == 0) && SetMode(".", 0700));
+            QVERIFY(state == RebuildState::Done && refused == RebuildState::CannotOpen);
+            QCOMPARE(Content(u"a"_s), QByteArray("new old"));
+            QCOMPARE(Content(u"private"_s), QByteArray("old"));
+            QCOMPARE(Facts("a").st_ino, number);
+            QCOMPARE(Listed(), (QStringList{u"a"_s, u"private"_s}));
+        }
+    }
+
     void NamesThatDifferInCase()
     {
         QVERIFY(Write(u"same"_s, "x") && Write(u"SAME"_s, "x") && Write(u"sAME"_s, "x"));
         QCOMPARE(Listed(), (QStringList{u"SAME"_s, u"sAME"_s, u"same"_s}));
         QVERIFY(!RenameFile(In(u"same"_s), In(u"SAME"_s)));
-        QVERIFY(::link(Host("same").constData(), Host("hard").constData()) == 0);
+        QVERIFY(LinkFile(u"same"_s, u"hard"_s));
         QVERIFY(!RenameFile(In(u"hard"_s), In(u"same"_s)) && Listed().contains(u"hard"_s));
     }
 
@@ -137,7 +184,7 @@ private Q_SLOTS:
         const QString target = FromHostPath(other.path());
         if (!other.isValid() || IdentifyFolder(target).Device == IdentifyFolder(folder).Device)
             QSKIP("There is no second file system");
-        QVERIFY(Write(u"a"_s, "content") && WriteWholeFile(target + u"\\there", "old") && SetMode(0440));
+        QVERIFY(Write(u"a"_s, "content") && WriteWholeFile(target + u"\\there", "old") && SetMode("a", 0440));
         QVERIFY(!RenameFile(In(u"a"_s), target + u"\\there") && RenameFile(In(u"a"_s), target + u"\\moved"));
         QCOMPARE(Listed(), QStringList());
         QCOMPARE(ExamineFile(target + u"\\moved").Size, 7);
