@@ -220,40 +220,40 @@ QString MP3File::GenreList()
 
 QString MP3File::Tempo() const
 {
-    return NamedValue(v2, u"MusicMatch_Tempo"_s);
+    return NamedValue(v2, TempoDescription);
 }
 
 void MP3File::SetTempo(const QString &text)
 {
-    SetNamedValue(v2, u"MusicMatch_Tempo"_s, text);
+    SetNamedValue(v2, TempoDescription, text);
 }
 
 QString MP3File::Mood() const
 {
-    return NamedValue(v2, u"MusicMatch_Mood"_s);
+    return NamedValue(v2, MoodDescription);
 }
 
 void MP3File::SetMood(const QString &text)
 {
-    SetNamedValue(v2, u"MusicMatch_Mood"_s, text);
+    SetNamedValue(v2, MoodDescription, text);
 }
 
 QString MP3File::Situation() const
 {
-    return NamedValue(v2, u"MusicMatch_Situation"_s);
+    return NamedValue(v2, SituationDescription);
 }
 
 void MP3File::SetSituation(const QString &text)
 {
-    SetNamedValue(v2, u"MusicMatch_Situation"_s, text);
+    SetNamedValue(v2, SituationDescription, text);
 }
 
 QString MP3File::Preference() const
 {
-    return NamedValue(v2, u"MusicMatch_Preference"_s);
+    return NamedValue(v2, PreferenceDescription);
 }
 
 void MP3File::SetPreference(const QString &text)
 {
-    SetNamedValue(v2, u"MusicMatch_Preference"_s, text);
+    SetNamedValue(v2, PreferenceDescription, text);
 }

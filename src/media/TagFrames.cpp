@@ -144,7 +144,7 @@ QString YearOf(const QString &recordingDate)
     return recordingDate.section(u'-', 0, 0);
 }
 
-std::optional<FoundFrame> FindNamedValue(const ID3v2Tag &tag, const QString &description)
+std::optional<FoundFrame> FindNamedValue(const ID3v2Tag &tag, QStringView description)
 {
     return FindFrame(tag, "COMM", [&](const FrameText &text) { return text.Description == description; });
 }
@@ -231,22 +231,21 @@ void SetTagText(ID3v2Tag &tag, const QByteArray &id, const QString &text)
     PutText(tag, ids.front(), found, put);
 }
 
-QString NamedValue(const ID3v2Tag &tag, const QString &description)
+QString NamedValue(const ID3v2Tag &tag, QStringView description)
 {
     const std::optional<FoundFrame> found = FindNamedValue(tag, description);
     return found ? found->Text.Text : QString();
 }
 
-void SetNamedValue(ID3v2Tag &tag, const QString &description, const QString &text)
+void SetNamedValue(ID3v2Tag &tag, QStringView description, const QString &text)
 {
     const std::optional<FoundFrame> found = FindNamedValue(tag, description);
     if (text != (found ? found->Text.Text : QString()))
-        PutText(tag, "COMM", found, FrameText{text, description});
+        PutText(tag, "COMM", found, FrameText{text, description.toString()});
 }
 
-bool IsNamedValue(const QString &description)
+bool IsNamedValue(QStringView description)
 {
-    static const QStringList descriptions{u"MusicMatch_Tempo"_s, u"MusicMatch_Mood"_s, u"MusicMatch_Situation"_s,
-                                          u"MusicMatch_Preference"_s};
-    return descriptions.contains(description);
+    return description == TempoDescription || description == MoodDescription || description == SituationDescription ||
+           description == PreferenceDescription;
 }

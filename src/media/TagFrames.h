@@ -21,8 +21,12 @@ QString TagText(const ID3v2Tag &tag, const QByteArray &id);
 /// Sets it as MP3File::SetFrame tells.
 void SetTagText(ID3v2Tag &tag, const QByteArray &id, const QString &text);
 
-/// A value that is kept as a comment with a description of its own.
-QString NamedValue(const ID3v2Tag &tag, const QString &description);
-void SetNamedValue(ID3v2Tag &tag, const QString &description, const QString &text);
+// Values that are kept as comments, by the descriptions that other programs know.
+constexpr QStringView TempoDescription = u"MusicMatch_Tempo";
+constexpr QStringView MoodDescription = u"MusicMatch_Mood";
+constexpr QStringView SituationDescription = u"MusicMatch_Situation";
+constexpr QStringView PreferenceDescription = u"MusicMatch_Preference";
+QString NamedValue(const ID3v2Tag &tag, QStringView description);
+void SetNamedValue(ID3v2Tag &tag, QStringView description, const QString &text);
 /// Whether a comment of this description keeps a named value.
-bool IsNamedValue(const QString &description);
+bool IsNamedValue(QStringView description);
