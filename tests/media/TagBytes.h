@@ -1,8 +1,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QStringList>
 
-// Tags put together by hand, byte by byte.
+// Tags put together by hand, byte by byte, and texts for them.
+
+inline const QStringList scripts{QStringLiteral("Grüße – 1997"), QStringLiteral("Чёрный ворон"),
+                                 QStringLiteral("君が代 / さくら"), QStringLiteral("שלום עולם"),
+                                 QStringLiteral("🎵 Song 🎶")};
 
 inline QByteArray Number(quint32 value, int bits)
 {

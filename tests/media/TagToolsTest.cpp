@@ -12,11 +12,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-const QStringList scripts{u"Grüße – 1997"_s, u"Чёрный ворон"_s, u"君が代"_s, u"שלום עולם"_s, u"🎵 Song 🎶"_s};
-} // namespace
-
 /// Other programs read what we write, and we what they write.
 class TagToolsTest : public QObject
 {

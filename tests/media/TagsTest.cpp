@@ -20,8 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-const QStringList scripts{u"Grüße – 1997"_s, u"Чёрный ворон"_s, u"君が代 / さくら"_s, u"שלום עולם"_s, u"🎵 Song 🎶"_s};
-
 /// Every frame that the editor shows, for the order of calls.
 const QList<QByteArray> shownFrames{"TIT2", "TPE1", "TALB", "TYER", "TRCK", "TCOM", "TOPE",
                                     "TCOP", "TENC", "WXXX", "USLT", "TXXX", "WOAR", "TCON"};
