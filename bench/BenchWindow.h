@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Tools.h"
 #include "session/GridView.h"
 #include "session/Main.h"
 
@@ -17,7 +18,7 @@ public:
         Settle();
     }
 
-    Main Window{MakeHost()};
+    Main Window{MakeHost(), Tools()};
 
     /// Lets everything happen that still waits.
     void Settle()

@@ -3,7 +3,7 @@
 #include "MediaFiles.h"
 
 #include "platform/Drives.h"
-#include "playlist/FolderWalk.h"
+#include "text/FolderWalk.h"
 
 #include <QCoreApplication>
 #include <QDir>

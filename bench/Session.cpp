@@ -1,5 +1,6 @@
 #include "FirstPaint.h"
 
+#include "app/Tools.h"
 #include "platform/QtHost.h"
 #include "session/Icons.h"
 #include "session/Main.h"
@@ -16,7 +17,7 @@ int main(int argc, char **argv)
     QApplication::setWindowIcon(Icon("app"_L1));
     const Host host = QtHost(ApplicationName());
     LoadDriveMappings(host.Settings);
-    Main window(host);
+    Main window(host, Tools());
     bool restored = false;
     SplashFrm splash([&] {
         window.show();

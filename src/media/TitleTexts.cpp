@@ -2,7 +2,7 @@
 
 #include "media/MP3File.h"
 #include "media/VorbisTag.h"
-#include "playlist/FormatText.h"
+#include "text/FormatText.h"
 
 using namespace Qt::StringLiterals;
 

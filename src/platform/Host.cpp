@@ -56,10 +56,7 @@ SettingsStore MakeSettings(const QString &applicationName)
 class ClockedGenerator
 {
 public:
-    void Reseed()
-    {
-        state = start ^ (static_cast<quint64>(std::time(nullptr)) << 32) ^ (reseeds++ / 4);
-    }
+    void Reseed() { state = start ^ (static_cast<quint64>(std::time(nullptr)) << 32) ^ (reseeds++ / 4); }
 
     /// The next draw, in [0, 1), by Steele, Lea and Flood's SplitMix64.
     double Draw()

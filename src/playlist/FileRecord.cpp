@@ -3,7 +3,7 @@
 #include "media/MP3File.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
-#include "playlist/PathText.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "playlist/Grid.h"
 
 #include "platform/Drives.h"
-#include "playlist/FormatText.h"
+#include "text/FormatText.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "playlist/M3UFile.h"
 
 #include "platform/Drives.h"
-#include "playlist/FolderWalk.h"
-#include "playlist/TextFiles.h"
+#include "text/FolderWalk.h"
+#include "text/TextFiles.h"
 
 #include <bit>
 

@@ -1,6 +1,6 @@
 #include "playlist/Preview.h"
 
-#include "playlist/FolderWalk.h"
+#include "text/FolderWalk.h"
 
 namespace
 {

@@ -6,6 +6,7 @@
 #include "session/MenuTable.h"
 #include "session/Status.h"
 #include "session/StatusPanel.h"
+#include "session/ToolForm.h"
 #include "session/Toolbar.h"
 
 #include <QAction>
@@ -17,7 +18,8 @@
 
 using namespace Qt::StringLiterals;
 
-Main::Main(const Host &hostOfProgram) : host(hostOfProgram), recentFiles(RecentCount, QString())
+Main::Main(const Host &hostOfProgram, std::span<const Tool> toolsOfProgram)
+    : host(hostOfProgram), tools(toolsOfProgram), recentFiles(RecentCount, QString())
 {
     setObjectName("Main"_L1);
     client = new ClientArea(this);
@@ -77,6 +79,8 @@ QAction *Main::MakeCommand(const MenuEntry &entry)
     } else if (entry.ArrayHandler != nullptr) {
         connect(action, &QAction::triggered, this,
                 [this, handler = entry.ArrayHandler, index = entry.Index] { Run([&] { (this->*handler)(index); }); });
+    } else if (const Tool *tool = ToolOf(action->objectName())) {
+        connect(action, &QAction::triggered, this, [this, tool] { Run([&] { OpenTool(*tool); }); });
     } else {
         action->setEnabled(false);
         unavailable.insert(action);
@@ -189,8 +193,35 @@ void Main::AddToolsMenu(QToolButton *button)
     button->setEnabled(true);
 }
 
+const Tool *Main::ToolOf(const QString &command) const
+{
+    const auto tool = std::find_if(tools.begin(), tools.end(),
+                                   [&](const Tool &each) { return command == QLatin1StringView(each.Command); });
+    return tool != tools.end() ? &*tool : nullptr;
+}
+
+void Main::OpenTool(const Tool &tool)
+{
+    if (tool.NeedsItems && ListView1.Count() == 0) {
+        RequireItems();
+        return;
+    }
+    if (tool.Run != nullptr) {
+        tool.Run(*this);
+        return;
+    }
+    ToolForm *&form = toolForms[&tool];
+    if (form == nullptr)
+        form = tool.Make(*this);
+    form->Open();
+}
+
 void Main::RunFromToolbar(QAction *command)
 {
+    if (const Tool *tool = ToolOf(command->objectName())) {
+        Run([&] { OpenTool(*tool); });
+        return;
+    }
     for (const MenuEntry &entry : MenuTable()) {
         if (entry.Handler != nullptr && command->objectName() == QLatin1StringView(entry.Name))
             Run([&] { (this->*entry.Handler)(); });

@@ -2,11 +2,12 @@
 
 #include "platform/Host.h"
 #include "playlist/Grid.h"
-#include "playlist/PathText.h"
 #include "playlist/Preview.h"
 #include "playlist/Sorting.h"
 #include "session/Colours.h"
+#include "session/Tool.h"
 #include "session/Totals.h"
+#include "text/PathText.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -14,10 +15,10 @@
 
 #include <array>
 #include <functional>
+#include <span>
 
 class ClientArea;
 class GridView;
-class Id3Info;
 class QMenu;
 class QMimeData;
 class QStatusBar;
@@ -35,7 +36,8 @@ class Main : public QMainWindow
 public:
     static constexpr int RecentCount = 9;
 
-    explicit Main(const Host &host);
+    /// The commands of the tools that are not in the list stand disabled. The list must outlive the window.
+    explicit Main(const Host &host, std::span<const Tool> tools = {});
     ~Main() override;
 
     /// The playlist.
@@ -131,7 +133,6 @@ public:
     void MEditSeMarkRed_Click();
     void MEditSeUnMark_Click();
     void MEditSelectMark_Click();
-    void MEditId3_Click();
     void MEditFileInfo_Click();
     void MViewToolbar_Click();
     void MViewStatusBar_Click();
@@ -178,6 +179,9 @@ private:
     void ColourMenus();
     void BuildStatusBar();
     void AddToolsMenu(QToolButton *button);
+    /// The tool of a command; none for a command that has no tool.
+    const Tool *ToolOf(const QString &command) const;
+    void OpenTool(const Tool &tool);
     /// A toolbar button runs its command whatever the state of the menu item; the command guards itself.
     void RunFromToolbar(QAction *command);
     void CheckDefaults();
@@ -246,8 +250,9 @@ private:
     Toolbar *Toolbar1 = nullptr;
     QStatusBar *StatusBar1 = nullptr;
     Status *status = nullptr;
-    /// Made on first use; stays loaded.
-    Id3Info *tagEditor = nullptr;
+    std::span<const Tool> tools;
+    /// Made on first use; they stay loaded.
+    QHash<const Tool *, ToolForm *> toolForms;
     std::array<StatusPanel *, 4> panels{};
     QHash<QByteArray, QAction *> commands;
     QHash<QByteArray, QMenu *> menus;

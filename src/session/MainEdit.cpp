@@ -1,14 +1,13 @@
-#include "media/Id3Info.h"
 #include "platform/Drives.h"
-#include "playlist/FileLists.h"
-#include "playlist/FolderWalk.h"
 #include "playlist/M3UFile.h"
-#include "playlist/PathText.h"
 #include "playlist/RowCommands.h"
 #include "session/GridView.h"
 #include "session/Hourglass.h"
 #include "session/Main.h"
 #include "session/Status.h"
+#include "text/FileLists.h"
+#include "text/FolderWalk.h"
+#include "text/PathText.h"
 
 #include <QMimeData>
 
@@ -257,11 +256,4 @@ void Main::MEditSeMarkRed_Click()
 void Main::MEditSeUnMark_Click()
 {
     ChangeRows([](Grid &grid) { SetCheckMark(grid, IconNormal); });
-}
-
-void Main::MEditId3_Click()
-{
-    if (tagEditor == nullptr)
-        tagEditor = new Id3Info(*this);
-    tagEditor->OpenOnSelection();
 }

@@ -1,10 +1,10 @@
-#include "autocreate/NamingFormat.h"
 #include "platform/Drives.h"
-#include "playlist/FileLists.h"
 #include "playlist/M3UFile.h"
-#include "playlist/PathText.h"
+#include "playlist/NamingFormat.h"
 #include "session/Hourglass.h"
 #include "session/Main.h"
+#include "text/FileLists.h"
+#include "text/PathText.h"
 
 #include <QAction>
 #include <QMenu>

@@ -1,9 +1,9 @@
 #include "platform/Files.h"
-#include "playlist/FileLists.h"
 #include "playlist/M3UFile.h"
 #include "session/GridView.h"
 #include "session/Hourglass.h"
 #include "session/Main.h"
+#include "text/FileLists.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,9 @@
 #include "platform/Drives.h"
 #include "platform/Files.h"
-#include "playlist/FormatText.h"
 #include "playlist/M3UFile.h"
-#include "playlist/TextFiles.h"
 #include "session/Main.h"
+#include "text/FormatText.h"
+#include "text/TextFiles.h"
 
 #include <QAction>
 #include <QMenu>

@@ -1,8 +1,8 @@
-#include "playlist/FormatText.h"
-#include "playlist/PathText.h"
+#include "session/InternetShortcut.h"
 #include "session/Main.h"
 #include "session/MenuTable.h"
-#include "tools/InternetShortcut.h"
+#include "text/FormatText.h"
+#include "text/PathText.h"
 
 #include <QMenu>
 

@@ -1,5 +1,4 @@
 #include "platform/Drives.h"
-#include "playlist/FormatText.h"
 #include "session/ClientArea.h"
 #include "session/FormLayout.h"
 #include "session/GridView.h"
@@ -8,6 +7,7 @@
 #include "session/Main.h"
 #include "session/StatusPanel.h"
 #include "session/Toolbar.h"
+#include "text/FormatText.h"
 
 #include <QAction>
 #include <QMenuBar>

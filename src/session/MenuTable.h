@@ -18,8 +18,7 @@ struct MenuEntry {
     QStringView Shortcut;
     /// Name of the icon, empty for none.
     const char *Icon;
-    /// None for a menu (it has no tip either), for an element of an array, and for a command whose tool is not there
-    /// yet: that stands disabled and says so.
+    /// None for a menu (it has no tip either), for an element of an array, and for the command of a tool.
     void (Main::*Handler)();
     /// What the command does, for its tooltip.
     QStringView Tip;

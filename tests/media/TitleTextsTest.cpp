@@ -1,8 +1,8 @@
 #include "media/TitleTexts.h"
 #include "media/MP3File.h"
-#include "media/SetAttributes.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "tageditor/SetAttributes.h"
 
 #include <QTemporaryDir>
 #include <QTest>

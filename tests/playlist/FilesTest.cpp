@@ -1,13 +1,13 @@
 #include "platform/Files.h"
 #include "platform/CodePage.h"
 #include "platform/Drives.h"
-#include "playlist/FileLists.h"
 #include "playlist/FileRecord.h"
-#include "playlist/FolderWalk.h"
 #include "playlist/M3UFile.h"
-#include "playlist/PathText.h"
-#include "playlist/TextFiles.h"
 #include "support/HostNames.h"
+#include "text/FileLists.h"
+#include "text/FolderWalk.h"
+#include "text/PathText.h"
+#include "text/TextFiles.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -84,9 +84,9 @@ private Q_SLOTS:
         QVERIFY(EnsureFolder(In(u"sub"_s)));
         QStringList paths{u"d:\\Rock\\夜 é Я.mp3"_s, u"x:\\away\\a.mp3"_s, u"z:\\new\uF00Aline\uF00D\\a.mp3"_s};
         const qsizetype missing = paths.size();
-        QStringList names{u"#1.ogg"_s,          u"sub\\#2.ogg"_s,         u" blank .ogg"_s,
-                          u"\uFEFFmark.ogg"_s, u"back\uF05Cslash.ogg"_s, u"\uF0E9.ogg"_s,
-                          u"new\uF00Aline.ogg"_s, u"夜.ogg"_s};
+        QStringList names{
+            u"#1.ogg"_s,     u"sub\\#2.ogg"_s,       u" blank .ogg"_s, u"\uFEFFmark.ogg"_s, u"back\uF05Cslash.ogg"_s,
+            u"\uF0E9.ogg"_s, u"new\uF00Aline.ogg"_s, u"夜.ogg"_s};
         if (NamesHoldAnything())
             names += {u"C: and d.ogg"_s, u"sub\\B:c.ogg"_s, u"C:d.ogg"_s};
         for (const QString &name : std::as_const(names))

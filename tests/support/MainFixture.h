@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Tools.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "session/Main.h"
@@ -38,7 +39,7 @@ struct MainFixture {
     {
         Window.reset();
         SetCurrentDirectory(Folder);
-        Window = std::make_unique<Main>(MakeHost());
+        Window = std::make_unique<Main>(MakeHost(), Tools());
     }
 
     QString Inside(const QString &name) const { return Folder + u'\\' + name; }

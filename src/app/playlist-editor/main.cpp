@@ -1,4 +1,5 @@
 #include "session/Main.h"
+#include "app/Tools.h"
 #include "platform/Arguments.h"
 #include "platform/QtHost.h"
 #include "session/Icons.h"
@@ -31,7 +32,7 @@ int main(int argc, char **argv)
     const QString commandLine = PathOfArgument(CommandLine(argc, argv));
     const Host host = QtHost(ApplicationName());
     LoadDriveMappings(host.Settings);
-    Main window(host);
+    Main window(host, Tools());
     SplashFrm splash([&] {
         window.show();
         window.Run([&] { window.RestoreSession(commandLine); });

@@ -1,4 +1,5 @@
 #include "session/Main.h"
+#include "app/Tools.h"
 #include "platform/Arguments.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
@@ -43,13 +44,6 @@ struct Request {
 constexpr QLatin1StringView usage = "usage: playlist-inspect [--picture FILE.png] [--size WIDTHxHEIGHT] [--scale 1-4] "
                                     "[--style dark|light] [--mode normal|compact] [--select all|N] "
                                     "[--window NAME [--page NAME/NAME]] PATH"_L1;
-
-/// A dialog and the command that opens it.
-struct DialogCommand {
-    QLatin1StringView Window;
-    const char *Command;
-};
-constexpr DialogCommand dialogs[] = {{"Id3Info"_L1, "MEditId3"}};
 
 /// A line break in a host's file name is carried as a private-use character; to a reader it is a control character too.
 bool IsControl(QChar character)
@@ -97,10 +91,13 @@ bool ParseSelection(const QString &text, Request &request)
     return request.FirstRow >= 1;
 }
 
-bool KnowsDialog(const QString &name)
+/// The tool that has the window; none for a name that no window has.
+const Tool *ToolOfWindow(const QString &name)
 {
-    return std::any_of(std::begin(dialogs), std::end(dialogs),
-                       [&](const DialogCommand &dialog) { return dialog.Window == name; });
+    const std::span<const Tool> tools = Tools();
+    const auto tool = std::find_if(tools.begin(), tools.end(),
+                                   [&](const Tool &each) { return name == QLatin1StringView(each.Window); });
+    return tool != tools.end() ? &*tool : nullptr;
 }
 
 /// False when the options of dialogs make no sense.
@@ -108,7 +105,7 @@ bool ParseDialog(const QCommandLineParser &parser, Request &request)
 {
     request.Window = parser.value(u"window"_s);
     request.Pages = parser.value(u"page"_s).split(u'/', Qt::SkipEmptyParts);
-    const bool known = !parser.isSet(u"window"_s) || KnowsDialog(request.Window);
+    const bool known = !parser.isSet(u"window"_s) || ToolOfWindow(request.Window) != nullptr;
     const bool pagesOfNothing = parser.isSet(u"page"_s) && (request.Pages.isEmpty() || request.Window.isEmpty());
     return known && !pagesOfNothing &&
            (!parser.isSet(u"select"_s) || ParseSelection(parser.value(u"select"_s), request));
@@ -202,10 +199,7 @@ QWidget *RequestedWindow(Main &window, const Request &request)
 {
     if (request.Window.isEmpty())
         return &window;
-    for (const auto &[name, command] : dialogs) {
-        if (name == request.Window)
-            window.Command(command)->trigger();
-    }
+    window.Command(ToolOfWindow(request.Window)->Command)->trigger();
     auto *dialog = window.findChild<QDialog *>(request.Window);
     if (dialog == nullptr || !dialog->isVisible())
         return nullptr;
@@ -253,7 +247,7 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     UseStyle(request->Dark);
     QStringList messages;
-    Main window(InspectingHost(messages));
+    Main window(InspectingHost(messages), Tools());
     window.resize(request->Window.isEmpty() && request->Size ? *request->Size : QSize(1000, 640));
     if (request->Compact)
         window.MViewCompact_Click();

@@ -1,0 +1,21 @@
+#include "app/Tools.h"
+
+#include "tageditor/Id3Info.h"
+
+namespace
+{
+template <typename Form>
+ToolForm *MakeForm(Main &main)
+{
+    return new Form(main);
+}
+
+constexpr Tool tools[] = {
+    {"MEditId3", "Id3Info", &MakeForm<Id3Info>},
+};
+} // namespace
+
+std::span<const Tool> Tools()
+{
+    return tools;
+}

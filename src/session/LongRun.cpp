@@ -1,0 +1,72 @@
+#include "session/LongRun.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+
+LongRun::LongRun(QProgressBar *valueShownBy, QLabel *textShownBy) : bar(valueShownBy), label(textShownBy)
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+Progress LongRun::AsProgress()
+{
+    return {[this](int minimum, int maximum) { SetLimits(minimum, maximum); }, [this](int value) { SetValue(value); },
+            [this](const QString &newText) { SetText(newText); }, [this] { return stopped; }};
+}
+
+void LongRun::SetLimits(int minimum, int maximum)
+{
+    if (bar != nullptr)
+        bar->setRange(minimum, maximum);
+    current = minimum;
+    Paint();
+}
+
+void LongRun::SetValue(int value)
+{
+    current = value;
+    if (pace.Due() || (bar != nullptr && value == bar->maximum()))
+        Paint();
+}
+
+void LongRun::SetText(const QString &newText)
+{
+    text = newText;
+    if (pace.Due())
+        Paint();
+}
+
+void LongRun::Paint()
+{
+    if (bar != nullptr)
+        bar->setValue(current);
+    if (label != nullptr && !text.isEmpty())
+        label->setText(text);
+    QCoreApplication::processEvents();
+}
+
+bool LongRun::eventFilter(QObject *, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::ShortcutOverride:
+        stopped = stopped || static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
+        return true;
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::Close:
+    case QEvent::Drop:
+        if (event->type() == QEvent::Close || event->type() == QEvent::Drop)
+            event->ignore();
+        return true;
+    default:
+        return false;
+    }
+}

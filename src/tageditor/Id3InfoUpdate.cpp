@@ -1,0 +1,249 @@
+#include "tageditor/Id3Info.h"
+
+#include "platform/Drives.h"
+#include "platform/Files.h"
+#include "session/Hourglass.h"
+#include "session/Main.h"
+#include "session/PaintPace.h"
+#include "tageditor/SetAttributes.h"
+#include "text/PathText.h"
+
+#include "ui_Id3Info.h"
+
+#include <QScopeGuard>
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+/// The reasons that are told of one update, at most.
+constexpr qsizetype toldReasons = 24;
+
+std::optional<double> NumberOf(const QString &text)
+{
+    bool isNumber = false;
+    const double number = text.trimmed().toDouble(&isNumber);
+    return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+} // namespace
+
+quint8 Id3Info::TrackNumber() const
+{
+    const auto number = NumberOf(texts.Text(ui->ID3v1Track));
+    if (!number)
+        return 0;
+    const double whole = std::nearbyint(*number);
+    if (whole > std::numeric_limits<qint16>::max() || whole < std::numeric_limits<qint16>::min())
+        throw std::runtime_error("The track number is too large: a tag holds numbers from 1 to 254.\n"
+                                 "Nothing has been changed.");
+    return whole >= 1 && whole <= 254 ? static_cast<quint8>(whole) : quint8(0);
+}
+
+void Id3Info::StoreTagFields(MP3File &object, bool copyFlag)
+{
+    const bool v1 = ui->ID3v1Present->isChecked();
+    const bool v2 = ui->ID3v2Present->isChecked();
+    const quint8 track = v1 ? TrackNumber() : quint8(0);
+    if (copyFlag) {
+        CopyHasID3v1 = v1;
+        CopyHasID3v2 = v2;
+    }
+    if (v1) {
+        object.SetTitle(texts.Text(ui->ID3v1Title));
+        object.SetArtist(texts.Text(ui->ID3v1Artist));
+        object.SetAlbum(texts.Text(ui->ID3v1Album));
+        object.SetYear(texts.Text(ui->ID3v1Year));
+        object.SetComment(texts.Text(ui->ID3v1Comment));
+        object.SetTrack(track);
+        object.SetGenre(static_cast<quint8>(ui->ID3v1Genre->currentData().toUInt()));
+    }
+    if (!v2)
+        return;
+    for (const auto &[id, field] : FrameFields())
+        object.SetFrame(id, texts.Text(field));
+    object.SetPreference(texts.Text(ui->ID3v2Preference));
+    object.SetMood(texts.Text(ui->ID3v2Mood));
+    object.SetTempo(texts.Text(ui->ID3v2Tempo));
+    object.SetSituation(texts.Text(ui->ID3v2Situation));
+    if (copyFlag) {
+        CopyPreference = texts.Text(ui->ID3v2Preference);
+        CopyMood = texts.Text(ui->ID3v2Mood);
+        CopyTempo = texts.Text(ui->ID3v2Tempo);
+        CopySituation = texts.Text(ui->ID3v2Situation);
+    }
+    StoreImages(object);
+    object.Comments().Clear();
+    for (const MP3Comment &comment : comments)
+        object.Comments().Add(comment.Text, comment.Description);
+}
+
+bool Id3Info::WriteTagFile(const QString &path, MP3File &object, QString &reason)
+{
+    const int attributes = FileAttributes(path);
+    if (attributes < 0 || (attributes & AttributeDirectory) != 0) {
+        reason = u"the file does not exist"_s;
+        return false;
+    }
+    if ((attributes & AttributeReadOnly) != 0) {
+        reason = u"the file is read-only"_s;
+        return false;
+    }
+    const auto change = [](const QCheckBox *box) {
+        return box->isChecked() ? MP3File::TagChange::Write : MP3File::TagChange::Remove;
+    };
+    try {
+        object.WriteTags(path, change(ui->ID3v1Present), change(ui->ID3v2Present));
+        return true;
+    } catch (const MediaError &failure) {
+        reason = failure.Text();
+        return false;
+    }
+}
+
+bool Id3Info::UpdateFile(const QString &path, MP3File &object, QString &reason)
+{
+    try {
+        object.ResetFile(path);
+        object.ReadTags(path, false);
+        object.Images().Clear();
+        object.Comments().Clear();
+        StoreTagFields(object, false);
+    } catch (const MediaError &failure) {
+        reason = failure.Text();
+        return false;
+    }
+    return WriteTagFile(path, object, reason);
+}
+
+void Id3Info::CmdUpdate_Click()
+{
+    const Hourglass hourglass(this);
+    const auto clearBar = qScopeGuard([this] { ui->ProgressBar1->setValue(0); });
+    ui->ProgressBar1->setRange(0, 2 * static_cast<int>(SelectedPaths.size()));
+    ui->ProgressBar1->setValue(0);
+    MP3File object;
+    QStringList reasons;
+    PaintPace pace;
+    for (qsizetype i = 0; i < SelectedPaths.size(); ++i) {
+        const QString &path = SelectedPaths[i];
+        QString reason;
+        if (!UpdateFile(path, object, reason))
+            reasons.append(GetFileName(path) + u": " + reason);
+        if (pace.Due() || i + 1 == SelectedPaths.size()) {
+            ui->ProgressBar1->setValue(2 * static_cast<int>(i + 1));
+            ui->ProgressBar1->repaint();
+        }
+    }
+    main.RefreshRows(SelectedIndexes, SelectedPaths);
+    TellFailures(reasons);
+    CmdRefresh_Click();
+}
+
+void Id3Info::TellFailures(const QStringList &reasons)
+{
+    if (reasons.isEmpty())
+        return;
+    QString details = reasons.first(std::min(reasons.size(), toldReasons)).join(u'\n');
+    if (reasons.size() > toldReasons)
+        details += u"\nand "_s + QString::number(reasons.size() - toldReasons) + u" more";
+    const QString text =
+        IsOneFile() ? u"Failed to update the file!, check that it is not in use or set as Read-Only."_s
+                    : u"Some files could not be updated!, check that they are not in use or set as Read-Only."_s;
+    main.World().Prompts.Message({text, PromptIcon::Warning, PromptButtons::Ok, details});
+}
+
+void Id3Info::CmdCopy_Click()
+{
+    const Hourglass hourglass(this);
+    if (!AnyTagTicked())
+        return;
+    StoreTagFields(CopyBuffer, true);
+    HasCopy = true;
+    ui->CmdPaste->setEnabled(true);
+}
+
+void Id3Info::CmdPaste_Click()
+{
+    const Hourglass hourglass(this);
+    LoadTagFields(CopyBuffer, true);
+    if (AnyTagTicked())
+        ui->CmdUpdate->setEnabled(true);
+    ui->CmdCopy->setEnabled(true);
+}
+
+void Id3Info::ID3v1Duplicate_Click()
+{
+    if (!ui->ID3v1Present->isChecked())
+        return;
+    ui->ID3v2Present->setChecked(true);
+    EnableFields();
+    texts.Show(ui->ID3v2Title, texts.Text(ui->ID3v1Title));
+    texts.Show(ui->ID3v2Artist, texts.Text(ui->ID3v1Artist));
+    texts.Show(ui->ID3v2Album, texts.Text(ui->ID3v1Album));
+    texts.Show(ui->ID3v2Year, texts.Text(ui->ID3v1Year));
+    texts.Show(ui->ID3v2Track, texts.Text(ui->ID3v1Track));
+    texts.Show(ui->ID3v2Genre->lineEdit(), ui->ID3v1Genre->currentText());
+    const QString comment = texts.Text(ui->ID3v1Comment);
+    if (comment.isEmpty())
+        return;
+    AddCommentRow({{}, comment});
+    ui->ID3v2LstComments->selectRow(ui->ID3v2LstComments->rowCount() - 1);
+}
+
+void Id3Info::ID3v2Duplicate_Click()
+{
+    if (!ui->ID3v2Present->isChecked())
+        return;
+    ui->ID3v1Present->setChecked(true);
+    EnableFields();
+    texts.Show(ui->ID3v1Title, texts.Text(ui->ID3v2Title));
+    texts.Show(ui->ID3v1Artist, texts.Text(ui->ID3v2Artist));
+    texts.Show(ui->ID3v1Album, texts.Text(ui->ID3v2Album));
+    texts.Show(ui->ID3v1Year, texts.Text(ui->ID3v2Year));
+    const QString track = texts.Text(ui->ID3v2Track);
+    const qsizetype slash = track.indexOf(u'/', 1);
+    const QString number = NumberOf(track) ? track : slash > 0 ? track.first(slash) : QString();
+    if (NumberOf(number))
+        texts.Show(ui->ID3v1Track, number);
+    const QString genre = texts.Text(ui->ID3v2Genre->lineEdit()).toLower();
+    for (int entry = 1; entry < ui->ID3v1Genre->count(); ++entry) {
+        if (genre.contains(ui->ID3v1Genre->itemText(entry).toLower())) {
+            ui->ID3v1Genre->setCurrentIndex(entry);
+            break;
+        }
+    }
+    if (!comments.empty())
+        texts.Show(ui->ID3v1Comment, comments.front().Text);
+}
+
+void Id3Info::SetAttribute(int attribute, bool on)
+{
+    const Hourglass hourglass(this);
+    const QString request = on ? u"SET"_s : u"CLR"_s;
+    AttributeRequests requests;
+    (attribute == AttributeReadOnly ? requests.ReadOnly : requests.Archive) = request;
+    attributesOfAll = AttributeReadOnly | AttributeArchive;
+    attributesOfAny = 0;
+    for (const QString &path : std::as_const(SelectedPaths)) {
+        SetAttributes(path, requests);
+        const int attributes = std::max(FileAttributes(path), 0);
+        attributesOfAll &= attributes;
+        attributesOfAny |= attributes;
+    }
+    // What could not be changed is shown as it is.
+    ShowAttributes(attributesOfAll, attributesOfAny, true);
+}
+
+void Id3Info::FileInfoReadOnly_Click()
+{
+    SetAttribute(AttributeReadOnly, ui->FileInfoReadOnly->isChecked());
+}
+
+void Id3Info::FileInfoArchive_Click()
+{
+    SetAttribute(AttributeArchive, ui->FileInfoArchive->isChecked());
+}

@@ -1,0 +1,61 @@
+#include "text/FolderWalk.h"
+
+#include "platform/Files.h"
+
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+QString WithBackslash(const QString &folder)
+{
+    return folder.endsWith(u'\\') ? folder : folder + u'\\';
+}
+
+// The folder ends in a backslash.
+void AppendMatches(const QString &folder, const QStringList &names, const QString &mask, QStringList &list)
+{
+    const bool known = FileTypes().contains(mask);
+    for (const QString &name : names) {
+        if (MatchesMask(name, mask))
+            list.append(folder + (known ? name : mask));
+    }
+}
+} // namespace
+
+const QStringList &FileTypes()
+{
+    static const QStringList masks{u"*.mp3"_s, u"*.wav"_s, u"*.ogg"_s, u"*.wma"_s};
+    return masks;
+}
+
+void ListFolderFiles(const QString &folder, const QString &mask, QStringList &list)
+{
+    FolderEntries entries;
+    if (ListFolder(folder, entries))
+        AppendMatches(WithBackslash(folder), entries.Files, mask, list);
+}
+
+void WalkFolder(const QString &folder, const QStringList &masks, QStringList &list, bool recursive,
+                const std::function<void(const QString &folder)> &onFolder)
+{
+    // A stack of our own, since a tree may be deeper than that of the process. The next folder is its last entry.
+    std::vector<QString> waiting{folder};
+    FolderEntries entries;
+    while (!waiting.empty()) {
+        const QString current = std::move(waiting.back());
+        waiting.pop_back();
+        if (onFolder)
+            onFolder(current);
+        if (!ListFolder(current, entries))
+            continue;
+        const QString prefix = WithBackslash(current);
+        for (const QString &mask : masks)
+            AppendMatches(prefix, entries.Files, mask, list);
+        if (!recursive)
+            return;
+        for (auto name = entries.Folders.crbegin(); name != entries.Folders.crend(); ++name)
+            waiting.push_back(prefix + *name);
+    }
+}

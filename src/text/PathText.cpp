@@ -1,0 +1,114 @@
+#include "text/PathText.h"
+
+#include "platform/Files.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr QChar Backslash = u'\\';
+} // namespace
+
+QString GetFileName(const QString &path)
+{
+    return path.mid(path.lastIndexOf(Backslash) + 1);
+}
+
+QString GetExtension(const QString &name)
+{
+    const qsizetype stop = name.lastIndexOf(u'.');
+    return stop < 0 ? QString() : name.mid(stop);
+}
+
+QString GetFolderPart(const QString &path)
+{
+    const qsizetype nameStart = path.lastIndexOf(Backslash) + 1;
+    const QStringView name = QStringView(path).sliced(nameStart);
+    const QString folder = path.left(nameStart);
+    return name.size() < nameStart ? RemoveText(folder, name) : folder;
+}
+
+QString RemoveText(const QString &text, QStringView part)
+{
+    qsizetype found = part.isEmpty() ? -1 : text.indexOf(part);
+    if (found < 0)
+        return text;
+    QString rest;
+    rest.reserve(text.size());
+    qsizetype from = 0;
+    for (; found >= 0; found = text.indexOf(part, from)) {
+        rest += QStringView(text).sliced(from, found - from);
+        from = found + part.size();
+    }
+    rest += QStringView(text).sliced(from);
+    return rest;
+}
+
+QString TrimBlanks(const QString &text)
+{
+    qsizetype first = 0;
+    qsizetype end = text.size();
+    while (first < end && text[first] == u' ')
+        ++first;
+    while (end > first && text[end - 1] == u' ')
+        --end;
+    return text.mid(first, end - first);
+}
+
+QString NormalisePath(QString &path)
+{
+    const qsizetype colon = path.indexOf(u':');
+    if (colon >= 0) {
+        if (!path.contains(u":\\"_s))
+            path.replace(u":"_s, u":\\"_s);
+        const QStringView start = QStringView(path).left(2);
+        if (std::any_of(start.begin(), start.end(), [](QChar character) { return character != character.toLower(); })) {
+            const QString drive = start.toString();
+            path.replace(drive, drive.toLower());
+        }
+    }
+    if (path.endsWith(Backslash))
+        path.chop(1);
+    return path;
+}
+
+QString NormalisedPath(QString path)
+{
+    NormalisePath(path);
+    return path;
+}
+
+PathInfo AnalysePath(const QString &path)
+{
+    PathInfo info;
+    info.Path = NormalisedPath(path);
+    const FileFacts facts = ExamineFile(info.Path);
+    info.Valid = facts.Exists;
+    info.IsFolder = facts.Exists && facts.IsFolder;
+    info.IsFile = facts.Exists && !facts.IsFolder;
+    if (info.IsFile)
+        info.Extension = GetExtension(GetFileName(info.Path)).toLower();
+    return info;
+}
+
+bool PathExists(const QString &path)
+{
+    return path.isEmpty() || ExamineFile(path).Exists;
+}
+
+bool RenameFilePath(const QString &newPath, const QString &oldPath)
+{
+    return RenameFile(oldPath, newPath);
+}
+
+bool DeleteFilePath(const QString &path)
+{
+    return DeleteFile(path);
+}
+
+bool CopyFilePath(const QString &source, const QString &target)
+{
+    return CopyFile(source, target);
+}
