@@ -1,0 +1,134 @@
+#pragma once
+
+#include "support/MainFixture.h"
+
+#include <QAbstractItemView>
+#include <QAbstractScrollArea>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDialog>
+#include <QGuiApplication>
+#include <QRegularExpression>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+
+/// A main window and a tool's window over it, driven as a user does. Controls are named by their object names.
+struct FormDriver {
+    MainFixture F;
+    QDialog *Form = nullptr;
+
+    /// Opens the tool of a command over selected rows.
+    void OpenTool(const char *command, const char *window, const QList<int> &rows)
+    {
+        F.Select(rows);
+        F.Trigger(command);
+        Form = F.Window->findChild<QDialog *>(QLatin1StringView(window));
+    }
+
+    /// Copies a file of the test data to a name and adds its row.
+    QString TakeData(const QString &name, const char *data)
+    {
+        QByteArray content;
+        ReadWholeFile(FromHostPath(QLatin1StringView(TEST_DATA "/") + QLatin1StringView(data)), content);
+        const QString path = F.Write(name, content);
+        F.Window->AddFile(path, 0);
+        return path;
+    }
+
+    QWidget *At(const char *name) const { return Form->findChild<QWidget *>(QLatin1StringView(name)); }
+    template <typename Control>
+    Control *At(const char *name) const
+    {
+        return qobject_cast<Control *>(At(name));
+    }
+    bool Enabled(const char *name) const { return At(name)->isEnabled(); }
+    bool Ticked(const char *name) const { return At<QCheckBox>(name)->isChecked(); }
+
+    /// Clicks on the tab of a page.
+    static void Turn(const QTabWidget &tabs, int page)
+    {
+        QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {}, tabs.tabBar()->tabRect(page).center());
+        QCOMPARE(tabs.currentIndex(), page);
+    }
+    /// A control, after clicks on the tabs of the pages that it stands on.
+    QWidget *Reach(const char *name) const
+    {
+        for (const auto *tabs : Form->findChildren<QTabWidget *>()) {
+            for (int page = 0; page < tabs->count(); ++page) {
+                if (page != tabs->currentIndex() && tabs->widget(page)->isAncestorOf(At(name)))
+                    Turn(*tabs, page);
+            }
+        }
+        return At(name);
+    }
+
+    void Click(const char *name) const
+    {
+        QWidget *control = Reach(name);
+        QVERIFY2(control->isVisible(), name);
+        const bool isBox = At<QCheckBox>(name) != nullptr;
+        QTest::mouseClick(control, Qt::LeftButton, {}, isBox ? QPoint(8, control->height() / 2) : QPoint());
+    }
+
+    void DoubleClick(const char *name) const
+    {
+        QWidget *control = Reach(name);
+        auto *scrolled = At<QAbstractScrollArea>(name);
+        QTest::mouseDClick(scrolled != nullptr ? scrolled->viewport() : control, Qt::LeftButton);
+    }
+
+    /// Replaces a field's text by way of the clipboard, which takes any script.
+    void Enter(const char *name, const QString &text) const
+    {
+        QGuiApplication::clipboard()->setText(text);
+        QTest::keyClick(Reach(name), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(At(name), Qt::Key_V, Qt::ControlModifier);
+    }
+
+    QString Text(const char *name) const { return TextOf(*At(name)); }
+    /// The texts of the controls whose names match, joined by "|".
+    QString Texts(const char *names) const
+    {
+        QStringList texts;
+        for (const QWidget *control : Named(names))
+            texts.append(TextOf(*control));
+        return texts.join(u'|');
+    }
+
+    /// The cells of a list, a row each, joined by "|".
+    QStringList Cells(const char *name) const
+    {
+        const QAbstractItemModel &model = *At<QAbstractItemView>(name)->model();
+        QStringList rows;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < model.columnCount(); ++column)
+                cells.append(model.index(row, column).data().toString());
+            rows.append(cells.join(u'|'));
+        }
+        return rows;
+    }
+
+    void SelectRow(const char *name, int row) const
+    {
+        const auto *list = qobject_cast<QAbstractItemView *>(Reach(name));
+        const QRect cell = list->visualRect(list->model()->index(row, 0));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, cell.center());
+    }
+
+    /// The controls whose names match a pattern.
+    QList<QWidget *> Named(const char *pattern) const
+    {
+        return Form->findChildren<QWidget *>(QRegularExpression(QLatin1StringView(pattern)));
+    }
+
+private:
+    static QString TextOf(const QWidget &control)
+    {
+        QString text;
+        for (const char *property : {"text", "plainText", "currentText"})
+            text += control.property(property).toString();
+        return text;
+    }
+};
