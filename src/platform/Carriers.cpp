@@ -182,6 +182,13 @@ QByteArray BytesFromText(QStringView text, Carriage carriage, QByteArrayView pre
     return bytes;
 }
 
+std::optional<unsigned char> CarriedByte(QChar character, Carriage carriage)
+{
+    if (!IsCarrier(character.unicode(), carriage))
+        return std::nullopt;
+    return static_cast<unsigned char>(character.unicode() - CarrierBase);
+}
+
 QString ShownText(const QString &text)
 {
     QString shown = text;

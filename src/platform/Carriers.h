@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 // The text form of host names on hosts whose names are bytes. What Windows text cannot hold is carried in private-use
 // characters, U+F000 + byte; see Drives.h.
 
@@ -21,6 +23,9 @@ QString TextFromBytes(QByteArrayView bytes, Carriage carriage, QStringView prefi
 /// Host bytes for a text, after a prefix that is taken as it is. Empty when the text holds U+0000, which no host name
 /// can.
 QByteArray BytesFromText(QStringView text, Carriage carriage, QByteArrayView prefix = {});
+
+/// The byte that a character carries; nothing for one that stands for itself.
+std::optional<unsigned char> CarriedByte(QChar character, Carriage carriage);
 
 /// The text with its carriers as a person should see them.
 QString ShownText(const QString &text);

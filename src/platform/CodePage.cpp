@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr QByteArrayView Utf8Mark("\xEF\xBB\xBF");
-
 // 80 to 9F; a byte without a character stands for its C1 control, so that it survives.
 constexpr std::array<char16_t, 32> Windows1252High{
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,

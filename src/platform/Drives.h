@@ -44,6 +44,11 @@ QString ToPlaylistLine(const QString &path);
 /// everything inside takes a colon for a drive's.
 QString FromPlaylistLine(const QString &line);
 
+/// The address of a path for a link in a page: with slashes, "file:///" and the host's path for an absolute one.
+/// Blanks and what would end or bend the address are percent-encoded, and so are bytes that are no text; letters of all
+/// scripts stand as they are.
+QString ToLink(const QString &path);
+
 /// The characters as a person should see them: the private-use carriers become what they stand for (a backslash),
 /// or U+FFFD where nothing can be shown.
 QString ShownPath(const QString &path);

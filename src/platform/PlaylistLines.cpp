@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -45,4 +47,27 @@ QStringView WithoutDotPrefix(QStringView line)
     while (line.startsWith(u"./") || line.startsWith(u".\\"))
         line = line.sliced(2);
     return line;
+}
+
+QString PercentEncoded(unsigned char byte)
+{
+    const QString digits = QString::number(byte, 16).toUpper();
+    return (byte < 16 ? u"%0"_s : u"%"_s) + digits;
+}
+
+QString EscapedAddress(QStringView text)
+{
+    constexpr QStringView ending = u" %#?\"'`<>\\";
+    QString address;
+    address.reserve(text.size() + 16);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t unit = text[i].unicode();
+        // An ampersand before a letter may be read as the name of another character.
+        const bool named = unit == u'&' && i + 1 < text.size() && IsLetter(text[i + 1]);
+        if (unit < u' ' || unit == 0x7F || named || ending.contains(text[i]))
+            address += PercentEncoded(static_cast<unsigned char>(unit));
+        else
+            address += text[i];
+    }
+    return address;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QStringView>
 
 /// Whether a text starts with an ASCII letter and a colon.
@@ -16,3 +17,8 @@ bool NeedsDotPrefix(QStringView line);
 
 /// A line without "./" or ".\" at its start.
 QStringView WithoutDotPrefix(QStringView line);
+
+/// A text with slashes as part of an address that stands without quotes in a page.
+QString EscapedAddress(QStringView text);
+/// A byte as "%" and two digits.
+QString PercentEncoded(unsigned char byte);

@@ -8,6 +8,11 @@ std::optional<QByteArray> EncodeInHostPage(const QString &text)
     return text.toUtf8();
 }
 
+bool HostPageIsUtf8()
+{
+    return true;
+}
+
 QString DecodeFromHostPage(QByteArrayView bytes)
 {
     static const RecordPage page = Windows1252Page();

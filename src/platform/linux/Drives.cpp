@@ -87,6 +87,12 @@ QString WithBackslashes(QStringView line)
     return line.toString().replace(u'/', u'\\');
 }
 
+/// A letter and a colon without a separator is a relative name here: inside, every drive has its backslash.
+bool HasRoot(const QString &path)
+{
+    return HasDrive(path) && (path.size() == 2 || path[2] == u'\\');
+}
+
 } // namespace
 
 void SetDriveMappings(const QMap<QChar, QString> &mappings)
@@ -155,8 +161,7 @@ QString ToPlaylistLine(const QString &path)
 {
     if (IsWebRow(path))
         return path.sliced(1);
-    // A letter and a colon without a separator is a relative name here: inside, every drive has its backslash.
-    const bool drive = HasDrive(path) && (path.size() == 2 || path[2] == u'\\');
+    const bool drive = HasRoot(path);
     const QByteArray bytes = drive ? ToHostBytes(path) : BytesFromText(path, Carriage::Inside);
     if (bytes.isEmpty() || path.startsWith(u"\\\\"_s))
         return path;
@@ -185,6 +190,23 @@ QString FromPlaylistLine(const QString &line)
 QString ShownPath(const QString &path)
 {
     return ShownText(path);
+}
+
+QString ToLink(const QString &path)
+{
+    const bool relative = !HasRoot(path) && !path.startsWith(u'\\');
+    const QByteArray bytes = relative ? BytesFromText(path, Carriage::Inside) : ToHostBytes(path);
+    // What is nothing on this host has the form that it has on Windows.
+    const QString text = bytes.isEmpty() ? QString(path).replace(u'\\', u'/') : TextFromBytes(bytes, Carriage::Line);
+    QString address = EscapedAddress(text);
+    for (qsizetype i = address.size(); i-- > 0;) {
+        if (const auto byte = CarriedByte(address[i], Carriage::Line))
+            address.replace(i, 1, PercentEncoded(*byte));
+    }
+    // A colon would make a scheme of what stands before it.
+    if (relative)
+        return address.replace(u':', u"%3A"_s);
+    return (address.startsWith(u'/') && !bytes.isEmpty() ? u"file://"_s : u"file:///"_s) + address;
 }
 
 QUrl ToUrl(const QString &path)

@@ -59,9 +59,14 @@ RecordPage RecordPageOf(unsigned page)
     return characters;
 }
 
+bool HostPageIsUtf8()
+{
+    return GetACP() == CP_UTF8;
+}
+
 std::optional<QByteArray> EncodeInHostPage(const QString &text)
 {
-    const auto bytes = GetACP() == CP_UTF8 ? text.toUtf8() : EncodeInPage(GetACP(), text);
+    const auto bytes = HostPageIsUtf8() ? text.toUtf8() : EncodeInPage(GetACP(), text);
     // Letters of the page may by chance read as UTF-8 or as a mark.
     return bytes && DecodeText(*bytes) == text ? bytes : std::nullopt;
 }

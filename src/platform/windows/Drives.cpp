@@ -98,6 +98,12 @@ QString ShownPath(const QString &path)
     return path;
 }
 
+QString ToLink(const QString &path)
+{
+    const QString address = EscapedAddress(QString(path).replace(u'\\', u'/'));
+    return HasDrive(path) || path.startsWith(u'\\') ? u"file:///"_s + address : address;
+}
+
 QUrl ToUrl(const QString &path)
 {
     if (path.isEmpty())
