@@ -1,5 +1,6 @@
 #include "app/Tools.h"
 
+#include "purge/FilterForm.h"
 #include "tageditor/Id3Info.h"
 
 namespace
@@ -12,6 +13,7 @@ ToolForm *MakeForm(Main &main)
 
 constexpr Tool tools[] = {
     {"MEditId3", "Id3Info", &MakeForm<Id3Info>},
+    {"MToolsFilter", "FilterForm", &MakeForm<FilterForm>, nullptr, true},
 };
 } // namespace
 

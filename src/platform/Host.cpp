@@ -134,6 +134,14 @@ Shell RefusingShell()
     return {refuse, refuse, refuse, refuse, [](const QString &) { return QString(); }};
 }
 
+QStringList DriveRoots()
+{
+    QStringList roots = DriveLetters();
+    for (QString &root : roots)
+        root += u'\\';
+    return roots;
+}
+
 } // namespace
 
 Host HeadlessHost(const QString &applicationName)
@@ -146,6 +154,7 @@ Host HeadlessHost(const QString &applicationName)
     host.Settings = MakeSettings(applicationName);
     host.ProgramFolder = DeliveredFolder(executableFolder);
     host.ApplicationFolder = WrittenFolder(executableFolder);
+    host.Roots = DriveRoots;
     host.Environment = [](const QString &name) { return qEnvironmentVariable(name.toLocal8Bit().constData()); };
     return host;
 }

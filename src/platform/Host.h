@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -99,6 +100,8 @@ struct Host {
     QString ApplicationFolder;
     /// The windowing system can show a window half transparent.
     bool WindowsCanFade = false;
+    /// The folders below which everything lies, as "c:\", in the order of their letters.
+    std::function<QStringList()> Roots;
     /// An environment variable; empty when it is not set.
     std::function<QString(const QString &name)> Environment;
 };

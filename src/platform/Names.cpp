@@ -71,6 +71,14 @@ char16_t FoldedUnit(char16_t unit)
     return static_cast<char16_t>(folded);
 }
 
+QString FoldedName(QStringView name)
+{
+    QString folded = name.toString();
+    for (QChar &unit : folded)
+        unit = QChar(FoldedUnit(unit.unicode()));
+    return folded;
+}
+
 bool NameBefore(QStringView left, QStringView right)
 {
     const char16_t *l = left.utf16();

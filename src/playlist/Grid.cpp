@@ -141,7 +141,7 @@ void Grid::AppendItems(std::vector<PlaylistItem> items)
     endInsertRows();
 }
 
-void Grid::Replace(const std::vector<std::pair<int, FileRecord>> &records)
+void Grid::Replace(const std::vector<std::pair<int, FileRecord>> &records, bool selected)
 {
     int first = MaxRows;
     int last = 0;
@@ -150,7 +150,7 @@ void Grid::Replace(const std::vector<std::pair<int, FileRecord>> &records)
             continue;
         PlaylistItem &item = rows[static_cast<std::size_t>(row - 1)];
         item = MakeItem(record, row);
-        item.Selected = item.SelectedBefore = true;
+        item.Selected = item.SelectedBefore = selected;
         first = std::min(first, row);
         last = std::max(last, row);
     }

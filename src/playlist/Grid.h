@@ -96,9 +96,9 @@ public:
     /// after the last record has been asked for.
     template <typename RecordOf>
     void Append(std::size_t count, RecordOf recordOf);
-    /// Puts a new row with each record in place of the row of the number beside it, and selects it. Rows that do not
+    /// Puts a new row with each record, selected or not, in place of the row of the number beside it. Rows that do not
     /// exist are passed over.
-    void Replace(const std::vector<std::pair<int, FileRecord>> &records);
+    void Replace(const std::vector<std::pair<int, FileRecord>> &records, bool selected);
     void Clear();
     /// Removes the rows for which drop(const PlaylistItem &) holds and returns how many went.
     template <typename Drop>

@@ -93,6 +93,8 @@ public:
     QAction *Command(QByteArrayView name) const;
     /// The text of one of the four panels of the status bar, from 1.
     QString PanelText(int panel) const;
+    /// Panel 4, painted at once.
+    void ShowMessage(const QString &text);
     GridView *View() const { return view; }
     const Host &World() const { return host; }
 
@@ -209,8 +211,6 @@ private:
     void ShowPanels(const PlaylistTotals &totals);
     void EnableCommands(const PlaylistTotals &totals);
     void SetPanel(int panel, const QString &text);
-    /// Panel 4, painted at once.
-    void ShowMessage(const QString &text);
 
     void AskAndSort(int column);
     /// Runs a command that moves rows, brings the last moved one into view, and refreshes.

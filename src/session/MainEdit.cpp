@@ -24,7 +24,7 @@ void Main::RefreshRows(const QList<int> &rows, const QStringList &paths)
     records.reserve(static_cast<std::size_t>(rows.size()));
     for (qsizetype i = 0; i < rows.size(); ++i)
         records.emplace_back(rows[i], AnalyseFile(paths[i]));
-    ListView1.Replace(records);
+    ListView1.Replace(records, true);
 }
 
 void Main::SaveFileArrayFromList(bool allItems)

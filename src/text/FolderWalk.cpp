@@ -1,7 +1,5 @@
 #include "text/FolderWalk.h"
 
-#include "platform/Files.h"
-
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -37,25 +35,36 @@ void ListFolderFiles(const QString &folder, const QString &mask, QStringList &li
         AppendMatches(WithBackslash(folder), entries.Files, mask, list);
 }
 
-void WalkFolder(const QString &folder, const QStringList &masks, QStringList &list, bool recursive,
-                const std::function<void(const QString &folder)> &onFolder)
+void WalkTree(const QString &root, const std::function<bool(const QString &folder)> &enter,
+              const std::function<void(const QString &prefix, const FolderEntries &entries)> &listed)
 {
     // A stack of our own, since a tree may be deeper than that of the process. The next folder is its last entry.
-    std::vector<QString> waiting{folder};
+    std::vector<QString> waiting{root};
     FolderEntries entries;
     while (!waiting.empty()) {
         const QString current = std::move(waiting.back());
         waiting.pop_back();
-        if (onFolder)
-            onFolder(current);
-        if (!ListFolder(current, entries))
+        if (!enter(current) || !ListFolder(current, entries))
             continue;
         const QString prefix = WithBackslash(current);
-        for (const QString &mask : masks)
-            AppendMatches(prefix, entries.Files, mask, list);
-        if (!recursive)
-            return;
+        listed(prefix, entries);
         for (auto name = entries.Folders.crbegin(); name != entries.Folders.crend(); ++name)
             waiting.push_back(prefix + *name);
     }
+}
+
+void WalkFolder(const QString &folder, const QStringList &masks, QStringList &list, bool recursive,
+                const std::function<void(const QString &folder)> &onFolder)
+{
+    const auto enter = [&](const QString &current) {
+        if (!recursive && current != folder)
+            return false;
+        if (onFolder)
+            onFolder(current);
+        return true;
+    };
+    WalkTree(folder, enter, [&](const QString &prefix, const FolderEntries &entries) {
+        for (const QString &mask : masks)
+            AppendMatches(prefix, entries.Files, mask, list);
+    });
 }

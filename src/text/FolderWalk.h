@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Files.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -17,3 +19,9 @@ void ListFolderFiles(const QString &folder, const QString &mask, QStringList &li
 /// is passed over, links to folders are not followed.
 void WalkFolder(const QString &folder, const QStringList &masks, QStringList &list, bool recursive,
                 const std::function<void(const QString &folder)> &onFolder = {});
+
+/// Lists a folder and those below it, depth first, in listing order. A folder for which enter is false, and one that
+/// cannot be read, is passed over with all below it; links to folders are not followed. The prefix is the folder with
+/// its backslash.
+void WalkTree(const QString &root, const std::function<bool(const QString &folder)> &enter,
+              const std::function<void(const QString &prefix, const FolderEntries &entries)> &listed);

@@ -110,11 +110,23 @@ struct FormDriver {
         return rows;
     }
 
+    /// Chooses an entry of a list box, from 0.
+    void Choose(const char *name, int entry) const
+    {
+        QTest::keyClick(Reach(name), Qt::Key_Home);
+        for (; entry > 0; --entry)
+            QTest::keyClick(At(name), Qt::Key_Down);
+    }
+
     void SelectRow(const char *name, int row) const
     {
         const auto *list = qobject_cast<QAbstractItemView *>(Reach(name));
-        const QRect cell = list->visualRect(list->model()->index(row, 0));
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, cell.center());
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, CellCentre(*list, row));
+    }
+    void DoubleClickRow(const char *name, int row) const
+    {
+        const auto *list = qobject_cast<QAbstractItemView *>(Reach(name));
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, CellCentre(*list, row));
     }
 
     /// The controls whose names match a pattern.
@@ -124,6 +136,11 @@ struct FormDriver {
     }
 
 private:
+    static QPoint CellCentre(const QAbstractItemView &list, int row)
+    {
+        return list.visualRect(list.model()->index(row, 0)).center();
+    }
+
     static QString TextOf(const QWidget &control)
     {
         QString text;

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <memory>
 
 /// A main window on a world of its own: a temporary folder, settings in memory, queued prompts, a recorded shell and a
@@ -22,6 +23,8 @@ struct MainFixture {
     QStringList ShellCalls;
     QString Player;
     QList<double> Draws;
+    /// What a search over the drives walks.
+    std::function<QStringList()> Roots = [this] { return QStringList{Folder + u'\\'}; };
     std::unique_ptr<Main> Window;
 
     MainFixture() { Restart(); }
@@ -122,6 +125,7 @@ private:
         host.Clock.Now = [] { return QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)); };
         host.Clock.Reseed = [] {};
         host.Clock.Random = [this] { return Draws.isEmpty() ? 0.0 : Draws.takeFirst(); };
+        host.Roots = [this] { return Roots(); };
         host.Environment = [](const QString &) { return QString(); };
         host.ApplicationFolder = Inside(QStringLiteral("app"));
         host.ProgramFolder = Inside(QStringLiteral("program"));

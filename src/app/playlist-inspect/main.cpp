@@ -8,9 +8,11 @@
 #include "session/Palettes.h"
 #include "session/ProgramName.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QBuffer>
+#include <QComboBox>
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QTabWidget>
@@ -39,11 +41,13 @@ struct Request {
     QString Window;
     /// Captions of the dialog's pages, outer ones first.
     QStringList Pages;
+    /// What is done in the dialog: a button's control name, or one of a list or field and its value ("MissAction=2").
+    QStringList Steps;
 };
 
 constexpr QLatin1StringView usage = "usage: playlist-inspect [--picture FILE.png] [--size WIDTHxHEIGHT] [--scale 1-4] "
                                     "[--style dark|light] [--mode normal|compact] [--select all|N] "
-                                    "[--window NAME [--page NAME/NAME]] PATH"_L1;
+                                    "[--window NAME [--page NAME/NAME] [--steps NAME=VALUE/NAME]] PATH"_L1;
 
 /// A line break in a host's file name is carried as a private-use character; to a reader it is a control character too.
 bool IsControl(QChar character)
@@ -105,9 +109,11 @@ bool ParseDialog(const QCommandLineParser &parser, Request &request)
 {
     request.Window = parser.value(u"window"_s);
     request.Pages = parser.value(u"page"_s).split(u'/', Qt::SkipEmptyParts);
+    request.Steps = parser.value(u"steps"_s).split(u'/', Qt::SkipEmptyParts);
     const bool known = !parser.isSet(u"window"_s) || ToolOfWindow(request.Window) != nullptr;
     const bool pagesOfNothing = parser.isSet(u"page"_s) && (request.Pages.isEmpty() || request.Window.isEmpty());
-    return known && !pagesOfNothing &&
+    const bool stepsOfNothing = !request.Steps.isEmpty() && request.Window.isEmpty();
+    return known && !pagesOfNothing && !stepsOfNothing &&
            (!parser.isSet(u"select"_s) || ParseSelection(parser.value(u"select"_s), request));
 }
 
@@ -122,7 +128,7 @@ std::optional<Request> ParsedRequest(const QStringList &arguments)
 {
     QCommandLineParser parser;
     for (const QString &option :
-         {u"picture"_s, u"size"_s, u"scale"_s, u"style"_s, u"mode"_s, u"select"_s, u"window"_s, u"page"_s})
+         {u"picture"_s, u"size"_s, u"scale"_s, u"style"_s, u"mode"_s, u"select"_s, u"window"_s, u"page"_s, u"steps"_s})
         parser.addOption(QCommandLineOption(option, {}, option));
     if (!parser.parse(arguments) || parser.positionalArguments().size() != 1)
         return {};
@@ -194,7 +200,23 @@ bool ShowPage(const QWidget &dialog, const QString &caption)
     return false;
 }
 
-/// The window that the request names, opened; none when it or one of its pages cannot be shown.
+/// Clicks the button, or gives the list or field its value. False when there is none that can be used.
+bool TakeStep(const QWidget &dialog, const QString &step)
+{
+    auto *control = dialog.findChild<QWidget *>(step.section(u'=', 0, 0));
+    if (control == nullptr || !control->isEnabled())
+        return false;
+    const QString value = step.section(u'=', 1);
+    if (auto *button = qobject_cast<QAbstractButton *>(control))
+        button->click();
+    else if (auto *list = qobject_cast<QComboBox *>(control))
+        list->setCurrentIndex(value.toInt());
+    else
+        return control->setProperty("text", value);
+    return true;
+}
+
+/// The window that the request names, opened; none when it, one of its pages or a step in it cannot be shown.
 QWidget *RequestedWindow(Main &window, const Request &request)
 {
     if (request.Window.isEmpty())
@@ -207,7 +229,9 @@ QWidget *RequestedWindow(Main &window, const Request &request)
         dialog->resize(*request.Size);
     const bool shown = std::all_of(request.Pages.cbegin(), request.Pages.cend(),
                                    [&](const QString &page) { return ShowPage(*dialog, page); });
-    return shown ? dialog : nullptr;
+    const bool done = shown && std::all_of(request.Steps.cbegin(), request.Steps.cend(),
+                                           [&](const QString &step) { return TakeStep(*dialog, step); });
+    return done ? dialog : nullptr;
 }
 
 bool SavePicture(QWidget &window, const QString &path)
@@ -218,10 +242,12 @@ bool SavePicture(QWidget &window, const QString &path)
 }
 
 /// Reads the drive letters of the user's settings and writes nothing; a message becomes the reason of a failure.
-Host InspectingHost(QStringList &messages)
+Host InspectingHost(const QString &path, QStringList &messages)
 {
     Host host = HeadlessHost(ApplicationName());
     LoadDriveMappings(host.Settings);
+    // A search stays on the drive of the list.
+    host.Roots = [path] { return QStringList{path.first(2) + u'\\'}; };
     host.Settings.Read = [](const QString &, const QString &) { return QString(); };
     host.Settings.Write = [](const QString &, const QString &, const QString &) {};
     host.Prompts.Message = [&messages](const MessagePrompt &prompt) {
@@ -247,7 +273,7 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     UseStyle(request->Dark);
     QStringList messages;
-    Main window(InspectingHost(messages), Tools());
+    Main window(InspectingHost(request->Path, messages), Tools());
     window.resize(request->Window.isEmpty() && request->Size ? *request->Size : QSize(1000, 640));
     if (request->Compact)
         window.MViewCompact_Click();
@@ -259,7 +285,7 @@ int main(int argc, char **argv)
     for (const QString &message : std::as_const(messages))
         Complain(message);
     if (pictured == nullptr)
-        return Fail(u"cannot show "_s + request->Window + u' ' + request->Pages.join(u'/'));
+        return Fail(u"cannot show "_s + request->Window + u' ' + (request->Pages + request->Steps).join(u'/'));
     if (!request->Picture.isEmpty() && !SavePicture(*pictured, request->Picture))
         return Fail(u"cannot write "_s + ToHostPath(request->Picture));
     return 0;
