@@ -123,7 +123,7 @@ Prompts UnansweredPrompts()
     prompts.SaveFile = [](const FilePrompt &) { return std::nullopt; };
     prompts.Folder = [](const FolderPrompt &) { return std::nullopt; };
     prompts.Colour = [](const QColor &) { return std::nullopt; };
-    prompts.Font = [](const FontChoice &) { return std::nullopt; };
+    prompts.Font = [](const QFont &) { return std::nullopt; };
     prompts.Line = [](const LinePrompt &) { return std::nullopt; };
     return prompts;
 }

@@ -37,11 +37,6 @@ struct FolderPrompt {
     bool EditBox = false;
 };
 
-struct FontChoice {
-    QFont Font;
-    QColor Colour;
-};
-
 struct LinePrompt {
     QString Title;
     QString Text;
@@ -55,7 +50,7 @@ struct Prompts {
     std::function<std::optional<QString>(const FilePrompt &)> SaveFile;
     std::function<std::optional<QString>(const FolderPrompt &)> Folder;
     std::function<std::optional<QColor>(const QColor &)> Colour;
-    std::function<std::optional<FontChoice>(const FontChoice &)> Font;
+    std::function<std::optional<QFont>(const QFont &)> Font;
     std::function<std::optional<QString>(const LinePrompt &)> Line;
 };
 

@@ -137,11 +137,11 @@ std::optional<QColor> AskColour(const QColor &colour)
     return chosen.isValid() ? std::optional(chosen) : std::nullopt;
 }
 
-std::optional<FontChoice> AskFont(const FontChoice &choice)
+std::optional<QFont> AskFont(const QFont &font)
 {
     bool accepted = false;
-    const QFont font = QFontDialog::getFont(&accepted, choice.Font, QApplication::activeWindow());
-    return accepted ? std::optional(FontChoice{font, choice.Colour}) : std::nullopt;
+    const QFont chosen = QFontDialog::getFont(&accepted, font, QApplication::activeWindow());
+    return accepted ? std::optional(chosen) : std::nullopt;
 }
 
 std::optional<QString> AskLine(const LinePrompt &prompt)

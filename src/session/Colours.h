@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 
 /// A colour as the settings keep it: blue, green and red from the high byte to the low one, as a signed 32-bit number;
 /// with the high bit set it stands for a colour of the system.
@@ -21,7 +22,15 @@ inline QColor Blend(const QColor &front, const QColor &back, int percent)
     return QColor(mix(front.red(), back.red()), mix(front.green(), back.green()), mix(front.blue(), back.blue()));
 }
 
-inline QColor ColourOfNumber(ColourNumber number)
+/// Whether a number stands for a colour that this program knows.
+inline bool IsColour(ColourNumber number)
 {
+    return (number >= 0 && number <= 0xffffff) || number == systemWindow || number == systemWindowText;
+}
+
+inline QColor ColourOfNumber(ColourNumber number, const QPalette &system)
+{
+    if (number == systemWindow || number == systemWindowText)
+        return system.color(number == systemWindow ? QPalette::Base : QPalette::Text);
     return QColor(number & 0xff, number >> 8 & 0xff, number >> 16 & 0xff);
 }

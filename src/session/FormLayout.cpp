@@ -1,5 +1,16 @@
 #include "session/FormLayout.h"
 
+#include <algorithm>
+
+namespace
+{
+qint64 SharedArea(const QRect &place, const QRect &area)
+{
+    const QRect shared = place & area;
+    return qint64(shared.width()) * shared.height();
+}
+} // namespace
+
 FormLayout LayOutForm(QSize client, int toolbarHeight, int statusHeight, bool toolbarAtTop)
 {
     const int width = client.width();
@@ -26,4 +37,25 @@ QPoint PlaceDialog(const QRect &main, QSize dialog, QSize screen)
         return {left, mainBottom > screen.height() ? main.top() : mainBottom - dialog.height()};
     }
     return {main.left() + (main.width() - dialog.width()) / 2, main.top() + (main.height() - dialog.height()) / 2};
+}
+
+QRect BroughtInside(QRect place, const QRect &area)
+{
+    place.setSize(place.size().boundedTo(area.size()));
+    const QPoint furthest = area.bottomRight() - place.bottomRight() + place.topLeft();
+    place.moveTo(std::clamp(place.left(), area.left(), furthest.x()),
+                 std::clamp(place.top(), area.top(), furthest.y()));
+    return place;
+}
+
+QRect BroughtInsideOneOf(const QRect &place, const QList<QRect> &areas)
+{
+    qint64 covered = 0;
+    for (const QRect &area : areas)
+        covered += SharedArea(place, area);
+    if (covered == SharedArea(place, place))
+        return place;
+    return BroughtInside(place, *std::max_element(areas.begin(), areas.end(), [&](const QRect &a, const QRect &b) {
+                             return SharedArea(place, a) < SharedArea(place, b);
+                         }));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QRect>
 
 // The arithmetic of windows, free of any window.
@@ -15,3 +16,9 @@ FormLayout LayOutForm(QSize client, int toolbarHeight, int statusHeight, bool to
 
 /// Where a dialog of a size opens: beside a small main window, else centred over it. One unit throughout.
 QPoint PlaceDialog(const QRect &main, QSize dialog, QSize screen);
+
+/// A place, moved and if need be made smaller so that it lies in the area whole.
+QRect BroughtInside(QRect place, const QRect &area);
+
+/// A place that the areas do not cover whole, brought inside the one that holds most of it, else the first one.
+QRect BroughtInsideOneOf(const QRect &place, const QList<QRect> &areas);

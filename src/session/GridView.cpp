@@ -195,6 +195,8 @@ void GridView::mouseReleaseEvent(QMouseEvent *event)
         QTreeView::mouseReleaseEvent(event);
     }
     Q_EMIT Clicked();
+    if (event->button() == Qt::RightButton)
+        Q_EMIT MenuRequested(event->globalPosition().toPoint());
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent *event)
@@ -214,7 +216,19 @@ void GridView::keyPressEvent(QKeyEvent *event)
     else if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier)
         Q_EMIT InsertPressed();
     else
-        QTreeView::keyPressEvent(event);
+        MoveFocus(event);
+}
+
+void GridView::MoveFocus(QKeyEvent *event)
+{
+    // The base class does nothing where the key leads to the row that has the focus, selected or not.
+    const bool home = event->key() == Qt::Key_Home;
+    const int last = grid->Count() - 1;
+    if ((home || event->key() == Qt::Key_End) && event->modifiers() == Qt::NoModifier &&
+        currentIndex().row() == (home ? 0 : last))
+        rowSelection->setCurrentIndex(last > 0 ? grid->index(home ? last : 0, 0) : QModelIndex(),
+                                      QItemSelectionModel::NoUpdate);
+    QTreeView::keyPressEvent(event);
 }
 
 void GridView::keyReleaseEvent(QKeyEvent *event)
@@ -225,8 +239,11 @@ void GridView::keyReleaseEvent(QKeyEvent *event)
 
 void GridView::contextMenuEvent(QContextMenuEvent *event)
 {
-    const QPoint byKeyboard = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
-    Q_EMIT MenuRequested(event->reason() == QContextMenuEvent::Keyboard ? byKeyboard : event->globalPos());
+    // The mouse asks for it when its button comes up, whatever the host's habit.
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    Q_EMIT Clicked();
+    Q_EMIT MenuRequested(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
 }
 
 void GridView::startDrag(Qt::DropActions)

@@ -29,6 +29,7 @@ Q_SIGNALS:
     void Clicked();
     void EnterPressed();
     void InsertPressed();
+    /// Right after Clicked.
     void MenuRequested(const QPoint &globalPosition);
     void HeaderClicked(int column);
     /// Inside paths, in the order dropped.
@@ -53,6 +54,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void MoveFocus(QKeyEvent *event);
     bool AcceptsDrop(const QDropEvent *event) const;
     RowSelectionModel::Mirror MirrorRowAt(const QMouseEvent *event);
 

@@ -50,11 +50,15 @@ void LongRun::Paint()
 bool LongRun::eventFilter(QObject *, QEvent *event)
 {
     switch (event->type()) {
-    case QEvent::KeyPress:
     case QEvent::ShortcutOverride:
+        // Taken as a plain key, so that no shortcut and no mnemonic comes of it.
+        event->accept();
+        return true;
+    case QEvent::KeyPress:
         stopped = stopped || static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
         return true;
     case QEvent::KeyRelease:
+    case QEvent::InputMethod:
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:

@@ -33,7 +33,7 @@ Main::Main(const Host &hostOfProgram, std::span<const Tool> toolsOfProgram)
     ColourMenus();
     CheckDefaults();
     SetCurrentPlaylist({});
-    resize(1000, 640);
+    resize(QSize(1000, 640).boundedTo(Room().size()));
     ListView1_Click();
     MEditSelNone_Click();
     view->setFocus();
@@ -59,7 +59,7 @@ void Main::BuildGrid()
     connect(view, &GridView::MenuRequested, this, [this](const QPoint &position) { menus["MEdit"]->popup(position); });
 }
 
-QAction *Main::MakeCommand(const MenuEntry &entry)
+QAction *Main::MakeCommand(const MenuEntry &entry, int index)
 {
     auto *action = new QAction(entry.Caption.toString(), this);
     action->setObjectName(QLatin1StringView(entry.Name));
@@ -78,7 +78,7 @@ QAction *Main::MakeCommand(const MenuEntry &entry)
                 [this, handler = entry.Handler] { Run([&] { (this->*handler)(); }); });
     } else if (entry.ArrayHandler != nullptr) {
         connect(action, &QAction::triggered, this,
-                [this, handler = entry.ArrayHandler, index = entry.Index] { Run([&] { (this->*handler)(index); }); });
+                [this, handler = entry.ArrayHandler, index] { Run([&] { (this->*handler)(index); }); });
     } else if (const Tool *tool = ToolOf(action->objectName())) {
         connect(action, &QAction::triggered, this, [this, tool] { Run([&] { OpenTool(*tool); }); });
     } else {
@@ -89,6 +89,14 @@ QAction *Main::MakeCommand(const MenuEntry &entry)
     action->setToolTip(tip);
     commands.insert(entry.Name, action);
     return action;
+}
+
+QAction *Main::MakeElement(MenuEntry entry, int index, QStringView caption)
+{
+    const QByteArray name = ElementName(entry.Name, index);
+    entry.Name = name.constData();
+    entry.Caption = caption;
+    return MakeCommand(entry, index);
 }
 
 QMenu *Main::MakeMenu(const MenuEntry &entry, QMenu *parent)
@@ -116,8 +124,10 @@ void Main::BuildMenus()
             parent->addSeparator();
         else if (isMenu)
             open.append(MakeMenu(entry, parent));
-        else
+        else if (entry.ArrayHandler == nullptr)
             parent->addAction(MakeCommand(entry));
+        for (std::size_t i = 0; i < entry.Captions.size(); ++i)
+            parent->addAction(MakeElement(entry, static_cast<int>(i), entry.Captions[i]));
     }
     for (const char *name : {"MFile", "MEdit", "MView", "MTools", "MHelp"})
         menuBar()->addMenu(menus[name]);
@@ -230,17 +240,17 @@ void Main::RunFromToolbar(QAction *command)
 
 void Main::BuildStatusBar()
 {
-    // The longest texts of a full list; the fourth panel takes what is left.
-    static constexpr std::array<QStringView, 4> widest{u"Track: 32767/32767", u"100:00:00[100:00:00]", u"16,384 Bytes",
-                                                       u""};
+    // Long texts of a full list; the fourth panel takes what is left.
+    static constexpr std::array<QStringView, 4> usual{u"Track: 32767/32767", u"100:00:00[100:00:00]", u"16,384 Bytes",
+                                                      u""};
     StatusBar1 = new QStatusBar(client);
     StatusBar1->setObjectName("StatusBar1"_L1);
     // The panels draw their own borders; some styles would add a second one.
     StatusBar1->setStyleSheet(u"QStatusBar::item { border: none; }"_s);
     for (std::size_t i = 0; i < panels.size(); ++i) {
-        panels[i] = new StatusPanel(widest[i].toString(), StatusBar1);
+        panels[i] = new StatusPanel(usual[i].toString(), StatusBar1);
         panels[i]->setObjectName(u"Panel%1"_s.arg(i + 1));
-        StatusBar1->addWidget(panels[i], widest[i].isEmpty() ? 1 : 0);
+        StatusBar1->addWidget(panels[i], usual[i].isEmpty() ? 1 : 0);
     }
 }
 

@@ -82,7 +82,9 @@ public:
     void msSortListview(Grid &grid, int column, SortType dataType);
     /// Hands rows to the program registered for playlists.
     void PrevM3U(PreviewMode mode);
-    /// Moves a dialog to where it opens: beside a small main window, else centred over it.
+    /// Where a window's client area may lie on this window's screen: its frame is left out.
+    QRect Room() const;
+    /// Moves a dialog to where it opens: beside a small main window, else centred over it; whole on the screen.
     void PositionForm(QWidget *dialog);
     /// Writes (save) or applies the settings of the window and the session.
     void SetFormState(bool save);
@@ -187,7 +189,9 @@ private:
     /// A toolbar button runs its command whatever the state of the menu item; the command guards itself.
     void RunFromToolbar(QAction *command);
     void CheckDefaults();
-    QAction *MakeCommand(const struct MenuEntry &entry);
+    QAction *MakeCommand(const struct MenuEntry &entry, int index = 0);
+    /// An element of an array of menu items.
+    QAction *MakeElement(struct MenuEntry entry, int index, QStringView caption);
     QMenu *MakeMenu(const struct MenuEntry &entry, QMenu *parent);
 
     /// Row numbers: selects rows first + 1 to last; first is increased by one in the caller's variable.
@@ -209,6 +213,8 @@ private:
     QString BrowseForFolder(const QString &title, bool editBox);
 
     void ShowPanels(const PlaylistTotals &totals);
+    /// Smaller than this, the bars and the panels would lie over each other.
+    void SetSmallestSize();
     void EnableCommands(const PlaylistTotals &totals);
     void SetPanel(int panel, const QString &text);
 
@@ -235,12 +241,15 @@ private:
     void SaveState();
     void SaveView();
     void LoadState();
+    QMargins FrameMargins() const;
     void LoadPlace();
     void LoadBars();
     void LoadTable();
     QString SessionFile() const;
     /// The program registered for playlists, in lower case, tells whether the bookmark commands make sense.
     bool DetectPlayer();
+    /// The menu of the bookmark commands, with the separator above it.
+    void ShowBookmarkMenu(bool on);
     bool IsNtFamily() const;
     void ShowFileFacts(const QString &path);
 

@@ -61,14 +61,15 @@ void Main::MHidOptionColumnVisAll_Click()
 
 void Main::ApplyGridColours()
 {
-    QPalette palette = QApplication::palette(view);
-    if (!IsChecked("MHidOptionTableBCDefault")) {
-        const QColor base = ColourOfNumber(gridBackground);
+    const QPalette system = QApplication::palette(view);
+    QPalette palette = system;
+    if (gridBackground != systemWindow) {
+        const QColor base = ColourOfNumber(gridBackground, system);
         palette.setColor(QPalette::Base, base);
         palette.setColor(QPalette::AlternateBase, base.lightness() < 128 ? base.lighter(125) : base.darker(105));
     }
-    if (!IsChecked("MHidOptionTableFCDefault"))
-        palette.setColor(QPalette::Text, ColourOfNumber(gridForeground));
+    if (gridForeground != systemWindowText)
+        palette.setColor(QPalette::Text, ColourOfNumber(gridForeground, system));
     view->setPalette(palette);
 }
 
@@ -89,12 +90,12 @@ QFont Main::DefaultGridFont() const
 
 void Main::MHidOptionTableFontChoose_Click()
 {
-    const auto chosen = host.Prompts.Font({view->font(), view->palette().color(QPalette::Text)});
+    // The dialog has no colour, so the text keeps its own.
+    const auto chosen = host.Prompts.Font(view->font());
     if (!chosen)
         return;
-    view->setFont(chosen->Font);
+    view->setFont(*chosen);
     Check("MHidOptionTableFontDefault", false);
-    SetGridColours({gridBackground, IsChecked("MHidOptionTableBCDefault")}, {NumberOfColour(chosen->Colour), false});
 }
 
 void Main::MHidOptionTableFontDefault_Click()

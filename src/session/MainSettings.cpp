@@ -1,12 +1,15 @@
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "playlist/M3UFile.h"
+#include "session/FormLayout.h"
 #include "session/GridView.h"
 #include "session/Hourglass.h"
 #include "session/Main.h"
 #include "session/Toolbar.h"
 
 #include <QAction>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QStatusBar>
 
 #include <optional>
@@ -165,8 +168,13 @@ void Main::LoadPlace()
     apply(u"W"_s, [&](int width) { place.setWidth(width); });
     apply(u"T"_s, [&](int top) { place.moveTop(top); });
     apply(u"L"_s, [&](int left) { place.moveLeft(left); });
-    if (place != geometry())
-        setGeometry(place);
+    if (place == geometry())
+        return;
+    QList<QRect> screens;
+    for (const QScreen *each : QGuiApplication::screens())
+        screens.append(each->availableGeometry());
+    const QMargins frame = FrameMargins();
+    setGeometry(BroughtInsideOneOf(place.marginsAdded(frame), screens).marginsRemoved(frame));
 }
 
 void Main::LoadBars()
@@ -197,9 +205,12 @@ void Main::LoadTable()
 {
     const Section table(host.Settings, u"TableB"_s);
     const auto colour = [&](const QString &mark, const QString &key, const char *check, ColourNumber &number) {
-        Check(check, table.Truth(mark).value_or(IsChecked(check)));
+        const bool isDefault = table.Truth(mark).value_or(IsChecked(check));
         const auto stored = table.Number(key);
-        if (stored && !IsChecked(check))
+        if (!isDefault && (!stored || !IsColour(*stored)))
+            return;
+        Check(check, isDefault);
+        if (!isDefault)
             number = *stored;
     };
     colour(u"BCD"_s, u"BC"_s, "MHidOptionTableBCDefault", gridBackground);

@@ -14,7 +14,7 @@ void Main::RestoreSession(const QString &commandLine)
 {
     keepsSession = true;
     SetFormState(false);
-    commands["MToolsWinamp"]->setVisible(DetectPlayer());
+    ShowBookmarkMenu(DetectPlayer());
     menus["MViewTrans"]->setEnabled(IsNtFamily() || host.WindowsCanFade);
     if (commandLine.isEmpty()) {
         // Reading the session file must not move the user out of the folder of the last session.
@@ -42,6 +42,14 @@ bool Main::DetectPlayer()
     if (BookmarkFilePath.isEmpty())
         BookmarkFilePath = GetFolderPart(player) + u"winamp.bm";
     return true;
+}
+
+void Main::ShowBookmarkMenu(bool on)
+{
+    const QList<QAction *> lines = menus["MTools"]->actions();
+    const qsizetype place = lines.indexOf(Command("MToolsWinamp"));
+    lines[place]->setVisible(on);
+    lines[place - 1]->setVisible(on);
 }
 
 bool Main::IsNtFamily() const

@@ -12,10 +12,9 @@ void Main::AddShortcut(const QString &path)
 {
     ShortcutList.append(path);
     const int index = static_cast<int>(ShortcutList.size());
-    const QByteArray name = ElementName("MToolsShortCutAdd", index);
     const QString caption = ProperCase(GetFileName(path)).replace(u'&', "&&"_L1);
-    const MenuEntry entry{2, name.constData(), caption, {}, "", nullptr, path, false, &Main::ShortcutClick, index};
-    menus["MToolsShortCut"]->addAction(MakeCommand(entry));
+    const MenuEntry shortcut{2, "MToolsShortCutAdd", {}, {}, "", nullptr, path, false, &Main::ShortcutClick};
+    menus["MToolsShortCut"]->addAction(MakeElement(shortcut, index, caption));
 }
 
 void Main::MToolsShortCutDel_Click()

@@ -10,9 +10,12 @@
 #include "text/FormatText.h"
 
 #include <QAction>
+#include <QHeaderView>
+#include <QLayout>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +27,7 @@ void Main::ListView1_Click()
         const PlaylistTotals totals = CountTotals(ListView1);
         EnableCommands(totals);
         ShowPanels(totals);
+        SetSmallestSize();
     }
     LockWindowRedraw(StatusBar1, true);
 }
@@ -42,6 +46,8 @@ void Main::EnableCommands(const PlaylistTotals &totals)
     enable({"MEditFileInfo"}, one);
     if (!any) {
         enable({"MEditSelTop", "MEditSelBottom", "MEditMoveUp", "MEditMoveDown"}, false);
+        if (totals.Count > 0)
+            enable({"MEditSelAll"}, true);
         return;
     }
     // With a single row in the grid Move Up and Move Down keep the state they had unless that row is selected.
@@ -136,11 +142,37 @@ void Main::Form_Resize()
         view->setGeometry(places.Grid);
 }
 
+void Main::SetSmallestSize()
+{
+    constexpr int rows = 3;
+    const int grid = view->header()->sizeHint().height() + rows * (view->fontMetrics().height() + 4);
+    // Or the bar would still answer for the former texts.
+    StatusBar1->layout()->activate();
+    const QSize bar = StatusBar1->minimumSizeHint();
+    client->setMinimumSize(bar.width(), Toolbar1->sizeHint().height() + grid + bar.height());
+}
+
 void Main::PositionForm(QWidget *dialog)
 {
     const QRect area = screen()->geometry();
     const QRect main = frameGeometry().translated(-area.topLeft());
-    dialog->move(PlaceDialog(main, dialog->frameSize(), area.size()) + area.topLeft());
+    const QPoint place = PlaceDialog(main, dialog->frameSize(), area.size()) + area.topLeft();
+    const QSize frame = screen()->availableSize() - Room().size();
+    dialog->move(BroughtInside({place, dialog->size() + frame}, screen()->availableGeometry()).topLeft());
+}
+
+QMargins Main::FrameMargins() const
+{
+    const QRect inner = geometry();
+    const QRect outer = frameGeometry();
+    // The window system has not told of any before the first paint.
+    const int title = std::max(inner.top() - outer.top(), style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    return {inner.left() - outer.left(), title, outer.right() - inner.right(), outer.bottom() - inner.bottom()};
+}
+
+QRect Main::Room() const
+{
+    return screen()->availableGeometry().marginsRemoved(FrameMargins());
 }
 
 void Main::MViewToolbar_Click()

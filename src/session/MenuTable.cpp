@@ -21,12 +21,20 @@ constexpr MenuEntry ForTool(int level, const char *name, QStringView caption, QS
     return {level, name, caption, shortcut, icon, nullptr, tip};
 }
 
-/// A command of an array of menu items.
-constexpr MenuEntry Element(int level, const char *name, QStringView caption, void (Main::*handler)(int), int index,
-                            QStringView tip, bool checkable = false)
+/// An array of menu items that share a handler.
+constexpr MenuEntry Array(int level, const char *name, std::span<const QStringView> captions,
+                          void (Main::*handler)(int), QStringView tip, bool checkable = false)
 {
-    return {level, name, caption, {}, "", nullptr, tip, checkable, handler, index};
+    return {level, name, {}, {}, "", nullptr, tip, checkable, handler, captions};
 }
+
+// The recent files write their own captions.
+constexpr QStringView recentFiles[Main::RecentCount];
+constexpr QStringView transparencies[] = {u"OFF", u"5%",  u"10%", u"15%", u"20%", u"25%",
+                                          u"30%", u"35%", u"40%", u"45%", u"50%"};
+constexpr QStringView shortcuts[] = {u"Add.."};
+constexpr QStringView columns[] = {u"Filename", u"Length",  u"Size",       u"Folder", u"ID",
+                                   u"Layer",    u"Bitrate", u"Samplerate", u"Mode"};
 
 // clang-format off
 constexpr MenuEntry entries[] = {
@@ -42,15 +50,7 @@ constexpr MenuEntry entries[] = {
      u"Save the playlist with paths relative to its folder"},
     Separator(1),
     Submenu(1, "MFileRec", u"&Recent Files..", "recent"),
-    Element(2, "MFileRecent(0)", u"", &Main::MFileRecent_Click, 0, u"Open this playlist"),
-    Element(2, "MFileRecent(1)", u"", &Main::MFileRecent_Click, 1, u"Open this playlist"),
-    Element(2, "MFileRecent(2)", u"", &Main::MFileRecent_Click, 2, u"Open this playlist"),
-    Element(2, "MFileRecent(3)", u"", &Main::MFileRecent_Click, 3, u"Open this playlist"),
-    Element(2, "MFileRecent(4)", u"", &Main::MFileRecent_Click, 4, u"Open this playlist"),
-    Element(2, "MFileRecent(5)", u"", &Main::MFileRecent_Click, 5, u"Open this playlist"),
-    Element(2, "MFileRecent(6)", u"", &Main::MFileRecent_Click, 6, u"Open this playlist"),
-    Element(2, "MFileRecent(7)", u"", &Main::MFileRecent_Click, 7, u"Open this playlist"),
-    Element(2, "MFileRecent(8)", u"", &Main::MFileRecent_Click, 8, u"Open this playlist"),
+    Array(2, "MFileRecent", recentFiles, &Main::MFileRecent_Click, u"Open this playlist"),
     Separator(1),
     {1, "MFileExit", u"E&xit", u"Ctrl+X", "exit", &Main::MFileExit_Click, u"Close the program"},
     Submenu(0, "MEdit", u"&Edit"),
@@ -113,27 +113,7 @@ constexpr MenuEntry entries[] = {
     {1, "MViewCompact", u"Compact Mode...", {}, "compact", &Main::MViewCompact_Click,
      u"Red on dark, the toolbar below, no status bar"},
     Submenu(1, "MViewTrans", u"Trans&parency", "transparency"),
-    Element(2, "MViewTransVal(0)", u"OFF", &Main::MViewTransVal_Click, 0,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(1)", u"5%", &Main::MViewTransVal_Click, 1,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(2)", u"10%", &Main::MViewTransVal_Click, 2,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(3)", u"15%", &Main::MViewTransVal_Click, 3,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(4)", u"20%", &Main::MViewTransVal_Click, 4,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(5)", u"25%", &Main::MViewTransVal_Click, 5,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(6)", u"30%", &Main::MViewTransVal_Click, 6,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(7)", u"35%", &Main::MViewTransVal_Click, 7,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(8)", u"40%", &Main::MViewTransVal_Click, 8,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(9)", u"45%", &Main::MViewTransVal_Click, 9,
-     u"Let the desktop show through the window", true),
-    Element(2, "MViewTransVal(10)", u"50%", &Main::MViewTransVal_Click, 10,
+    Array(2, "MViewTransVal", transparencies, &Main::MViewTransVal_Click,
      u"Let the desktop show through the window", true),
     Separator(1),
     Submenu(1, "MViewSort", u"Sort", "sort"),
@@ -172,7 +152,7 @@ constexpr MenuEntry entries[] = {
     ForTool(2, "MToolsShortCutVolume", u"Volume Control...", {}, "", u"Open the volume control"),
     Separator(2),
     {2, "MToolsShortCutDel", u"Clear", {}, "", &Main::MToolsShortCutDel_Click, u"Empty the list of shortcuts"},
-    Element(2, "MToolsShortCutAdd(0)", u"Add..", &Main::ShortcutClick, 0, u"Add a file to this menu"),
+    Array(2, "MToolsShortCutAdd", shortcuts, &Main::ShortcutClick, u"Add a file to this menu"),
     Separator(1),
     {1, "MToolsSaveSetting", u"Save settings on exit", {}, "", &Main::MToolsSaveSetting_Click,
      u"Keep window, columns and playlist for the next start", true},
@@ -190,23 +170,7 @@ constexpr MenuEntry entries[] = {
     {2, "MHidOptionToolbarFlat", u"Flat", {}, "", &Main::MHidOptionToolbarFlat_Click, u"Flat buttons", true},
     {2, "MHidOptionToolbar3D", u"3D", {}, "", &Main::MHidOptionToolbar3D_Click, u"A raised toolbar", true},
     Submenu(1, "MHidOptionColumns", u"Columns"),
-    Element(2, "MHidOptionColumnVis(0)", u"Filename", &Main::MHidOptionColumnVis_Click, 0,
-     u"Show or hide this column", true),
-    Element(2, "MHidOptionColumnVis(1)", u"Length", &Main::MHidOptionColumnVis_Click, 1,
-     u"Show or hide this column", true),
-    Element(2, "MHidOptionColumnVis(2)", u"Size", &Main::MHidOptionColumnVis_Click, 2,
-     u"Show or hide this column", true),
-    Element(2, "MHidOptionColumnVis(3)", u"Folder", &Main::MHidOptionColumnVis_Click, 3,
-     u"Show or hide this column", true),
-    Element(2, "MHidOptionColumnVis(4)", u"ID", &Main::MHidOptionColumnVis_Click, 4, u"Show or hide this column", true),
-    Element(2, "MHidOptionColumnVis(5)", u"Layer", &Main::MHidOptionColumnVis_Click, 5,
-     u"Show or hide this column", true),
-    Element(2, "MHidOptionColumnVis(6)", u"Bitrate", &Main::MHidOptionColumnVis_Click, 6,
-     u"Show or hide this column", true),
-    Element(2, "MHidOptionColumnVis(7)", u"Samplerate", &Main::MHidOptionColumnVis_Click, 7,
-     u"Show or hide this column", true),
-    Element(2, "MHidOptionColumnVis(8)", u"Mode", &Main::MHidOptionColumnVis_Click, 8,
-     u"Show or hide this column", true),
+    Array(2, "MHidOptionColumnVis", columns, &Main::MHidOptionColumnVis_Click, u"Show or hide this column", true),
     Separator(2),
     {2, "MHidOptionColumnVisAll", u"Reset", {}, "", &Main::MHidOptionColumnVisAll_Click,
      u"Show all columns in their first widths"},

@@ -18,14 +18,14 @@ struct MenuEntry {
     QStringView Shortcut;
     /// Name of the icon, empty for none.
     const char *Icon;
-    /// None for a menu (it has no tip either), for an element of an array, and for the command of a tool.
+    /// None for a menu (it has no tip either), for an array of menu items, and for the command of a tool.
     void (Main::*Handler)();
     /// What the command does, for its tooltip.
     QStringView Tip;
     bool Checkable = false;
-    /// For an element of an array of menu items: its handler and its index.
+    /// For an array of menu items, named by their indices from 0: their handler and their captions.
     void (Main::*ArrayHandler)(int) = nullptr;
-    int Index = 0;
+    std::span<const QStringView> Captions{};
 };
 
 std::span<const MenuEntry> MenuTable();

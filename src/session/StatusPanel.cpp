@@ -11,15 +11,16 @@ namespace
 constexpr int textMargin = 5;
 }
 
-StatusPanel::StatusPanel(const QString &widestText, QWidget *parent) : QLabel(parent), widest(widestText)
+StatusPanel::StatusPanel(const QString &usualText, QWidget *parent) : QLabel(parent), usual(usualText)
 {
     setTextFormat(Qt::PlainText);
-    setSizePolicy(widest.isEmpty() ? QSizePolicy::Ignored : QSizePolicy::Fixed, QSizePolicy::Preferred);
+    setSizePolicy(usual.isEmpty() ? QSizePolicy::Ignored : QSizePolicy::Fixed, QSizePolicy::Preferred);
 }
 
 QSize StatusPanel::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(widest) + 2 * textMargin, fontMetrics().height() + 2};
+    const int width = std::max(fontMetrics().horizontalAdvance(usual), fontMetrics().horizontalAdvance(text()));
+    return {width + 2 * textMargin, fontMetrics().height() + 2};
 }
 
 void StatusPanel::paintEvent(QPaintEvent *)

@@ -8,8 +8,8 @@ class StatusPanel : public QLabel
     Q_OBJECT
 
 public:
-    /// As wide as its widest text; a panel without one takes what is left.
-    explicit StatusPanel(const QString &widestText, QWidget *parent = nullptr);
+    /// As wide as a usual text, and as a longer one while it shows that; a panel without one takes what is left.
+    explicit StatusPanel(const QString &usualText, QWidget *parent = nullptr);
 
     QSize sizeHint() const override;
 
@@ -18,5 +18,5 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    QString widest;
+    QString usual;
 };

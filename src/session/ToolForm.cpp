@@ -5,9 +5,10 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLayout>
-#include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
+
+using namespace Qt::StringLiterals;
 
 ToolForm::ToolForm(Main &mainWindow) : QDialog(&mainWindow), main(mainWindow)
 {
@@ -16,8 +17,7 @@ ToolForm::ToolForm(Main &mainWindow) : QDialog(&mainWindow), main(mainWindow)
 
 void ToolForm::Open()
 {
-    if (!testAttribute(Qt::WA_WState_Created))
-        FitToScreen();
+    FitToScreen();
     main.PositionForm(this);
     show();
     Form_Activate();
@@ -25,22 +25,31 @@ void ToolForm::Open()
 
 void ToolForm::FitToScreen()
 {
-    adjustSize();
-    const QSize room = main.screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
-    const QSize needed = minimumSizeHint();
-    if (layout() == nullptr || (needed.width() <= room.width() && needed.height() <= room.height()))
+    const QSize room = main.Room().size();
+    if (room == fittedRoom)
         return;
-    auto *content = new QWidget;
-    content->setLayout(layout());
+    fittedRoom = room;
+    const QSize needed = minimumSizeHint();
+    if (needed.width() > room.width() || needed.height() > room.height())
+        ScrollBody();
+    const int bar = body == this ? 0 : style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    resize((body->layout()->totalSizeHint() + QSize(bar, bar)).boundedTo(room));
+}
+
+void ToolForm::ScrollBody()
+{
+    body = new QWidget;
+    body->setLayout(layout());
     auto *scroller = new QScrollArea;
+    scroller->setObjectName("FormScroller"_L1);
     scroller->setWidgetResizable(true);
     scroller->setFrameShape(QFrame::NoFrame);
-    scroller->setWidget(content);
+    scroller->setWidget(body);
+    // The layout has held the window to what its controls need.
+    setMinimumSize({});
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins({});
     outer->addWidget(scroller);
-    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    resize((needed + QSize(bar, bar)).boundedTo(room));
 }
 
 void ToolForm::ConnectClick(QAbstractButton *button, const std::function<void()> &handler)

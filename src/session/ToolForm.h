@@ -46,6 +46,12 @@ protected:
 
 private:
     void ConnectClick(QAbstractButton *button, const std::function<void()> &handler);
-    /// A form that is larger than the screen scrolls.
+    /// Gives the form its natural size, or as much of it as the screen has; one that needs more scrolls from then on.
     void FitToScreen();
+    void ScrollBody();
+
+    /// What bears the layout of the controls: this window, or what scrolls in it.
+    QWidget *body = this;
+    /// The room that the screen had for the form when it was fitted; a size that the user gives it is kept.
+    QSize fittedRoom;
 };

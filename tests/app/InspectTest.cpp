@@ -211,18 +211,21 @@ private Q_SLOTS:
         world.Take(u"tagged.ogg"_s);
         world.Write("list.m3u", "tagged.ogg\r\ngone.mp3\r\n");
         auto expected = world.Tree();
-        const QList<std::pair<QStringList, QSize>> requests{
-            {{u"--window=Id3Info"_s, u"--page=General/Info"_s, u"--select=1"_s, u"--size=900x600"_s}, {900, 600}},
-            {{}, {1000, 640}},
-            {{u"--size=723x401"_s}, {723, 401}},
-            {{u"--size=300x200"_s, u"--scale=2"_s}, {600, 400}}};
-        for (const auto &[arguments, size] : requests) {
+        // The picture's size, and a colour below the middle: that of the empty list.
+        const std::tuple<QStringList, QSize, QRgb> requests[] = {
+            {{u"--window=Id3Info"_s, u"--page=General/Info"_s, u"--select=1"_s, u"--size=900x600"_s}, {900, 600}, 0},
+            {{}, {1000, 640}, 0xffffffff},
+            {{u"--size=723x401"_s, u"--style=dark"_s}, {723, 401}, 0xff1e1f22},
+            {{u"--size=500x300"_s, u"--scale=2"_s, u"--mode=compact"_s}, {1000, 600}, 0xff400000}};
+        for (const auto &[arguments, size, colour] : requests) {
             const Listing listing = world.Inspect(QStringList{u"--picture"_s, u"p.png"_s, u"list.m3u"_s} + arguments);
             QCOMPARE(listing.Names(), QByteArray("tagged.ogg|(gone.mp3)"));
             QFile file(world.Path(u"p.png"_s));
             QVERIFY(file.open(QIODevice::ReadOnly));
             const QByteArray png = file.readAll();
-            QCOMPARE(QImage::fromData(png, "PNG").size(), size);
+            const QImage picture = QImage::fromData(png, "PNG");
+            QCOMPARE(picture.size(), size);
+            QVERIFY(colour == 0 || picture.pixel(size.width() / 2, size.height() * 2 / 3) == colour);
             expected.insert(file.fileName(), png);
             QCOMPARE(world.Tree(), expected);
         }

@@ -1,138 +1,314 @@
 #include "support/MainFixture.h"
 
-#include "session/FormLayout.h"
-#include "session/GridView.h"
-#include "session/MenuTable.h"
+#include "session/SplashFrm.h"
+#include "session/StatusPanel.h"
 
+#include <QApplication>
 #include <QDialog>
+#include <QHeaderView>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRegularExpression>
 #include <QTest>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-bool Enabled(const MainFixture &f, const char *name)
+/// Adds the rows b, d, a and c, which no file stands behind. Each column puts them in an order of its own, and times
+/// and sizes read as texts would be in another one.
+void FillRows(MainFixture &f)
 {
-    return f.Window->Command(name)->isEnabled();
+    static constexpr struct {
+        char Name;
+        int Length;
+        int Size;
+    } rows[] = {{'b', 600, 20'000}, {'d', 120, 9'000}, {'a', 3600, 17'000'000}, {'c', 121, 100'000}};
+    f.Window->ListView1.Clear();
+    for (const auto &row : rows) {
+        const auto rank = [&](const char *order) { return QString::number(QByteArray(order).indexOf(row.Name)); };
+        FileRecord record;
+        record.FileName = QLatin1Char(row.Name) + u".mp3"_s;
+        record.Folder = u"q:\\"_s + rank("cadb") + u'\\';
+        record.FileType = rank("cbad");
+        record.LayerText = rank("badc");
+        record.BitrateText = rank("acbd");
+        record.SampleRateText = rank("dacb");
+        record.ModeText = rank("cdab");
+        record.Length = row.Length;
+        record.Size = row.Size;
+        f.Window->ListView1.Insert(record);
+    }
+    f.Window->PlaylistDirty = false;
+    f.Window->MEditSelNone_Click();
+}
+
+/// Those of the Edit menu's commands that follow the selection and are grey, without "MEdit".
+QString GreyCommands(const MainFixture &f)
+{
+    QStringList grey;
+    for (const char *name : {"MoveUp", "MoveDown", "SelAll", "SelTop", "SelBottom", "FileInfo", "Remove", "PlaySel",
+                             "PlayFol", "PlayLoc", "SelNone", "SelAlt", "SelLoc", "SeMark", "SeUnMark", "Id3"}) {
+        if (!f.Window->Command(QByteArray("MEdit").append(name))->isEnabled())
+            grey.append(QLatin1StringView(name));
+    }
+    return grey.join(u' ');
+}
+
+/// The first panel, as rows in which a selected one is in capitals want it.
+QString CountsOf(const QString &rows)
+{
+    const QStringList names = rows.split(u' ');
+    const auto isSelected = [](const QString &name) { return name.isUpper(); };
+    const auto selected = std::count_if(names.begin(), names.end(), isSelected);
+    const auto place = std::find_if(names.begin(), names.end(), isSelected) - names.begin();
+    return selected == 0   ? u"Total: %1"_s.arg(names.size())
+           : selected == 1 ? u"Track: %1/%2"_s.arg(place + 1).arg(names.size())
+                           : u"%1 Items"_s.arg(selected);
+}
+
+QString Icons(const MainFixture &f)
+{
+    QString icons;
+    for (int row = 1; row <= f.Window->ListView1.Count(); ++row)
+        icons += QString::number(f.Window->ListView1.Item(row).SmallIcon);
+    return icons;
+}
+
+QColor Shown(const MainFixture &f, QPalette::ColorRole role)
+{
+    return f.Window->View()->palette().color(role);
+}
+
+/// The object name of the menu that has come up, which goes again.
+QString MenuThatCameUp()
+{
+    QWidget *menu = QApplication::activePopupWidget();
+    const QString name = menu != nullptr ? menu->objectName() : QString();
+    if (menu != nullptr)
+        menu->close();
+    return name;
 }
 } // namespace
 
-/// The status bar, the enabling of commands, the views, the settings and the session.
+/// Rows, panels, commands, views and bars, through the window.
 class WindowTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void PanelsFollowTheSelection();
-    void CommandsFollowTheSelection();
-    void EveryCommandIsDeclaredOnce();
-    void SortAsksAndToggles();
+    void MenusHoldTheirCommands();
+    void PanelsAndCommandsFollowTheSelection();
+    void RowCommandsRunByKey();
+    void SortsByEveryColumn();
     void PreviewsThroughTheRegisteredProgram();
     void RefreshReadsAgain();
+    void ToolbarRunsItsCommands();
+    void MenusComeUpOnRelease();
+    void CommandsDoNotMeet();
     void ViewsAndOptions();
+    void ColoursAndFonts();
     void ToolbarIsCustomized();
     void ShortcutsOpenWhatTheyStandFor();
-    void SettingsSurvive();
-    void BadSettingsAreIgnoredOneByOne();
-    void SavingOffKeepsOnlyTheLists();
-    void SessionComesBack();
-    void FailuresAreShownAndThePlaylistStays();
-    void FormArithmetic();
-    void DialogPlaces_data();
-    void DialogPlaces();
+    void SplashShowsTheWindow();
 };
 
-void WindowTest::PanelsFollowTheSelection()
-{
-    MainFixture f;
-    QCOMPARE(f.Panels(), (QStringList{u"Total: 0"_s, u"0:00"_s, u"0 Bytes"_s}));
-    f.Window->AddPath(f.Write(u"l.m3u"_s, "gone.wma\r\n"), false);
-    f.AddRows({100, 20, 3000});
-    f.Window->AddPath(f.Write(u"l.m3u"_s, "gone.wma\r\n"), false);
-    f.Window->MEditSelNone_Click();
-    // A missing row repeats the row before it; before any measured row that is nothing.
-    QCOMPARE(f.Panels(), (QStringList{u"Total: 5"_s, u"0:00"_s, u"6,120 Bytes"_s}));
-    f.Select({3});
-    QCOMPARE(f.Panels(), (QStringList{u"Track: 3/5"_s, u"0:00[0:00]"_s, u"20 Bytes"_s}));
-    f.Select({2, 5});
-    QCOMPARE(f.Panels(), (QStringList{u"2 Items"_s, u"0:00"_s, u"3,100 Bytes"_s}));
-    // The one selected row counts, also when the focus has gone elsewhere.
-    f.Window->ListView1.SetFocusedRow(1);
-    f.Window->ListView1.Reselect([](int row, const PlaylistItem &) { return row == 4; });
-    QTest::keyRelease(f.Window->View(), Qt::Key_Control);
-    QCOMPARE(f.Panels(), (QStringList{u"Track: 4/5"_s, u"0:00[0:00]"_s, u"3,000 Bytes"_s}));
-
-    MainFixture music;
-    for (const char *name : {"cbr128-mpeg1-joint-info.mp3", "vbr-mpeg1-joint-xing.mp3", "cbr56-mpeg2-joint-bare.mp3"})
-        music.Window->AddPath(FromHostPath(QLatin1StringView(TEST_DATA "/") + QLatin1StringView(name)), false);
-    music.Select({3});
-    const Grid &grid = music.Window->ListView1;
-    const int before = grid.Item(1).Length + grid.Item(2).Length;
-    QVERIFY(before > 0);
-    QCOMPARE(music.Window->PanelText(2), u"0:0%1[0:0%2]"_s.arg(grid.Item(3).Length).arg(before));
-}
-
-void WindowTest::CommandsFollowTheSelection()
-{
-    MainFixture f;
-    f.AddRows({1, 2, 3});
-    const QList<const char *> needSelection{"MEditRemove",   "MEditPlaySel", "MEditPlayFol", "MEditPlayLoc",
-                                            "MEditSelAlt",   "MEditSelNone", "MEditSelLoc",  "MEditSeMark",
-                                            "MEditSeUnMark", "MEditId3"};
-    for (const char *name : needSelection)
-        QVERIFY2(!Enabled(f, name), name);
-    f.Select({1});
-    for (const char *name : needSelection)
-        QVERIFY2(Enabled(f, name), name);
-    QVERIFY(!Enabled(f, "MEditMoveUp") && Enabled(f, "MEditMoveDown") && !Enabled(f, "MEditSelTop"));
-    QVERIFY(Enabled(f, "MEditFileInfo") && Enabled(f, "MEditSelAll") && Enabled(f, "MEditSelBottom"));
-    f.Select({2, 3});
-    QVERIFY(Enabled(f, "MEditMoveUp") && !Enabled(f, "MEditMoveDown") && Enabled(f, "MEditSelTop"));
-    QVERIFY(!Enabled(f, "MEditFileInfo") && Enabled(f, "MEditSelAll"));
-    f.Trigger("MEditSelAll");
-    QVERIFY(!Enabled(f, "MEditSelAll") && !Enabled(f, "MEditSelTop") && !Enabled(f, "MEditSelBottom"));
-    // A tool that is not there stays disabled whatever is selected.
-    QVERIFY(!Enabled(f, "MToolsRename"));
-}
-
-void WindowTest::EveryCommandIsDeclaredOnce()
+void WindowTest::MenusHoldTheirCommands()
 {
     const MainFixture f;
-    QSet<QString> names;
-    QSet<QString> shortcuts;
-    for (const MenuEntry &entry : MenuTable()) {
-        if (entry.Name[0] == '\0')
-            continue;
-        QVERIFY2(!names.contains(QLatin1StringView(entry.Name)), entry.Name);
-        names.insert(QLatin1StringView(entry.Name));
-        QVERIFY2(entry.Shortcut.isEmpty() || !shortcuts.contains(entry.Shortcut.toString()), entry.Name);
-        shortcuts.insert(entry.Shortcut.toString());
-        const QKeySequence key = f.Window->Command(entry.Name)->shortcut();
-        QCOMPARE(key.toString(QKeySequence::PortableText), entry.Shortcut.toString());
-        QVERIFY2(entry.Icon[0] == '\0' || !f.Window->Command(entry.Name)->icon().isNull(), entry.Name);
+    // Each menu with its first line, how many lines it has, and how many of them take a check.
+    QStringList menus;
+    for (const auto *menu : f.Window->findChildren<QMenu *>(QRegularExpression(u"^M"_s))) {
+        const QList<QAction *> lines = menu->actions();
+        const auto checkable =
+            std::count_if(lines.begin(), lines.end(), [](auto *line) { return line->isCheckable(); });
+        menus.append(u"%1 %2 %3 %4"_s.arg(menu->objectName(), lines.first()->text()).arg(lines.size()).arg(checkable));
+        for (const QAction *line : lines)
+            QVERIFY2(line->isSeparator() || line->menu() != nullptr || !line->toolTip().isEmpty(),
+                     qPrintable(line->objectName()));
     }
+    menus.sort();
+    QCOMPARE(menus.join(u"; "_s),
+             u"MEdit Play.. 17 0; MEditPlay &Play Selected 4 0; MEditSeMark Blue.. 3 0; MEditSel Select &All 11 0; "
+             u"MFile &New 11 0; MFileRec &1:  9 0; MHelp &Help 4 0; MHidOption Menu 4 0; MHidOptionColumns Filename "
+             u"11 9; MHidOptionMenu Visible 1 1; MHidOptionTable Font 3 0; MHidOptionTableBC Choose... 2 1; "
+             u"MHidOptionTableFC Choose... 2 1; MHidOptionTableFont Choose... 2 1; MHidOptionToolbar Flat 2 2; "
+             u"MTools &Search Playlist... 10 1; MToolsShortCut Find Files... 6 0; MToolsWinamp Import WinAmp Bookmark "
+             u"File 3 0; MToolsWizards &Generate Report... 3 0; MView &Toolbar 11 2; MViewSort by &Filename 10 0; "
+             u"MViewTrans OFF 11 11"_s);
+    QStringList bar;
+    for (const QAction *menu : f.Window->menuBar()->actions())
+        bar.append(menu->text());
+    QCOMPARE(bar.join(u' '), u"&File &Edit &View &Tools &Help"_s);
 }
 
-void WindowTest::SortAsksAndToggles()
+void WindowTest::PanelsAndCommandsFollowTheSelection()
 {
     MainFixture f;
+    f.Show();
+    const QString all = u"Remove PlaySel PlayFol PlayLoc SelNone SelAlt SelLoc SeMark SeUnMark Id3"_s;
+    QCOMPARE(f.Panels(), (QStringList{u"Total: 0"_s, u"0:00"_s, u"0 Bytes"_s}));
+    FillRows(f);
+    QCOMPARE(f.Panels(), (QStringList{u"Total: 4"_s, u"1:14:01"_s, u"16 Mb"_s}));
+    QCOMPARE(GreyCommands(f), u"MoveUp MoveDown SelTop SelBottom FileInfo "_s + all);
+    f.Click(1);
+    QCOMPARE(f.Panels(), (QStringList{u"Track: 1/4"_s, u"10:00[0:00]"_s, u"20 Kb"_s}));
+    QCOMPARE(GreyCommands(f), u"MoveUp SelTop"_s);
+    f.Click(2, Qt::ControlModifier);
+    QCOMPARE(f.Panels(), (QStringList{u"2 Items"_s, u"12:00"_s, u"28 Kb"_s}));
+    QCOMPARE(GreyCommands(f), u"MoveUp FileInfo"_s);
+    QTest::keyClick(f.Window->View(), Qt::Key_End);
+    QCOMPARE(f.Panels(), (QStringList{u"Track: 4/4"_s, u"2:01[1:12:00]"_s, u"98 Kb"_s}));
+    QCOMPARE(GreyCommands(f), u"MoveDown SelBottom"_s);
+    f.Press("Ctrl+A");
+    QCOMPARE(GreyCommands(f), u"MoveUp MoveDown SelAll SelTop SelBottom FileInfo"_s);
+    // With rows to select and none selected Select All is there again.
+    f.Press("Ctrl+U");
+    QCOMPARE(GreyCommands(f), u"MoveUp MoveDown SelTop SelBottom FileInfo "_s + all);
+    // A key that leads to the row that has the focus selects it all the same.
+    for (const auto key : {Qt::Key_End, Qt::Key_Home, Qt::Key_Home}) {
+        f.Press("Ctrl+U");
+        QTest::keyClick(f.Window->View(), key);
+        QCOMPARE(f.Rows(), key == Qt::Key_End ? u"b d a C"_s : u"B d a c"_s);
+    }
+
+    // A missing row counts with the numbers of the row before it, and before the first measured one with none.
+    FileRecord missing;
+    missing.FileName = u"gone.mp3"_s;
+    f.Window->ListView1.Insert(missing, 1);
+    f.Window->ListView1.Insert(missing, 4);
+    f.Select({});
+    QCOMPARE(f.Panels(), (QStringList{u"Total: 6"_s, u"1:16:01"_s, u"16 Mb"_s}));
+    // The one selected row counts, also when the focus has gone elsewhere; numbers of any length are shown whole.
+    FileRecord huge;
+    huge.FileName = u"huge.wav"_s;
+    huge.Length = 2'000'000'000;
+    huge.Size = 4'000'000'000'000;
+    f.Window->ListView1.Insert(huge, 3);
+    f.Select({3});
+    f.Window->ListView1.SetFocusedRow(1);
+    QTest::keyRelease(f.Window->View(), Qt::Key_Control);
+    QCOMPARE(f.Panels(), (QStringList{u"Track: 3/7"_s, u"555555:33:20[10:00]"_s, u"3,814,697 Mb"_s}));
+    f.Window->resize(1, 1);
+    QCoreApplication::processEvents();
+    int end = 0;
+    for (const auto *panel : f.Bar("StatusBar1")->findChildren<StatusPanel *>()) {
+        QVERIFY(panel->x() >= end);
+        end = panel->x() + panel->fontMetrics().horizontalAdvance(panel->text());
+        QVERIFY(panel->geometry().right() >= end - 1);
+    }
+    QVERIFY(f.Window->View()->geometry().top() >= f.Bar("Toolbar1")->geometry().bottom());
+    QVERIFY(f.Window->View()->viewport()->height() > 30);
+    QVERIFY(f.Window->View()->geometry().bottom() <= f.Bar("StatusBar1")->geometry().top());
+}
+
+void WindowTest::RowCommandsRunByKey()
+{
+    MainFixture f;
+    f.Show();
+    // A key or, where there is none, a command, the rows that are selected, and what comes of them.
+    const struct {
+        const char *Command;
+        QList<int> Rows;
+        QString Result;
+        bool Dirty = false;
+    } steps[] = {{"F3", {2, 3}, u"D A b c"_s, true},
+                 {"F4", {1, 3}, u"d B c A"_s, true},
+                 {"Del", {2, 4}, u"b a"_s, true},
+                 {"Ctrl+T", {3}, u"A b d c"_s},
+                 {"Ctrl+B", {1, 3}, u"d c B A"_s},
+                 {"Ctrl+A", {}, u"B D A C"_s},
+                 {"Ctrl+U", {1, 2}, u"b d a c"_s},
+                 {"Ctrl+Z", {1}, u"b D A C"_s},
+                 {"Ctrl+J", {1, 2, 3, 4}, u"B d A c"_s},
+                 {"Ctrl+R", {}, u"b D a C"_s},
+                 {"MEditSelShuffle", {2, 3, 4}, u"b D C A"_s},
+                 {"Shift+Ins", {1}, u"B d a c"_s}};
+    for (const auto &[command, rows, result, dirty] : steps) {
+        FillRows(f);
+        f.Select(rows);
+        f.Draws =
+            QByteArrayView(command) == "Ctrl+R" ? QList<double>{0.4, 0.5, 0.1, 0.9} : QList<double>{0.7, 0.7, 0.4};
+        command[0] == 'M' ? f.Trigger(command) : f.Press(command);
+        QCOMPARE(QLatin1StringView(command) + f.Rows(), QLatin1StringView(command) + result);
+        QCOMPARE(f.Window->PanelText(1), CountsOf(f.Rows()));
+        QCOMPARE(f.Window->PlaylistDirty, dirty);
+    }
+    for (const auto &[row, command] :
+         {std::pair{2, "MEditSeMarkGreen"}, {3, "MEditSeMarkRed"}, {4, "MEditSeMarkRed"}}) {
+        f.Select({row});
+        f.Trigger(command);
+    }
+    QCOMPARE(Icons(f), u"3455"_s);
+    f.Press("Shift+Del");
+    QCOMPARE(Icons(f), u"3451"_s);
+    f.Trigger("MEditSelectMark");
+    QCOMPARE(f.Rows(), u"B D A c"_s);
+    QVERIFY(!f.Window->PlaylistDirty && f.Window->PanelText(1) == u"3 Items");
+
+    // The view follows what moves and what comes.
+    f.Window->AddPath(f.Write(u"l.m3u"_s, QByteArray("q:\\x.mp3\r\n").repeated(200)), true);
+    const auto sees = [&](int row) {
+        const QRect cell = f.Window->View()->visualRect(f.Window->ListView1.index(row - 1, 0));
+        return f.Window->View()->viewport()->rect().contains(cell.topLeft());
+    };
+    QVERIFY(sees(204) && !sees(1));
+    f.Select({2});
+    f.Press("F3");
+    QVERIFY(sees(1) && !sees(204));
+    // Draws that never leave place 0: the shuffle gives up.
+    FillRows(f);
+    f.Select({1, 2});
+    f.Draws.clear();
+    f.Prompts.Expect(u"The selection could not be shuffled: the random draws gave no valid place. "
+                     u"The rows are as they were; try again."_s,
+                     PromptAnswer::Ok);
+    f.Trigger("MEditSelShuffle");
+    QCOMPARE(f.Rows(), u"B D a c"_s);
+}
+
+void WindowTest::SortsByEveryColumn()
+{
+    MainFixture f;
+    f.Window->resize(1800, 500);
+    f.Show();
     f.Trigger("MViewSortSize"); // An empty grid asks nothing.
-    f.AddRows({300, 20, 1000});
+    FillRows(f);
+    f.Select({3});
     f.Prompts.Expect(u"Sort by Size?"_s, PromptAnswer::No);
     f.Trigger("MViewSortSize");
-    QCOMPARE(f.Rows(), u"a b c"_s);
-    f.Select({3});
-    for (const QString &rows : {u"b a C"_s, u"C a b"_s}) {
-        f.Prompts.Expect(u"Sort by Size?"_s, PromptAnswer::Yes);
-        f.Trigger("MViewSortSize");
-        QCOMPARE(f.Rows(), rows);
+    QCOMPARE(f.Rows(), u"b d A c"_s);
+    const struct {
+        const char *Command;
+        Column Clicked;
+        QString Caption;
+        QString Order;
+    } sorts[] = {{"MViewSortFilename", ColumnFileName, u"FileName"_s, u"A b c d"_s},
+                 {"MViewSortTime", ColumnTime, u"Time"_s, u"d c b A"_s},
+                 {"MViewSortSize", ColumnSize, u"Size"_s, u"d b c A"_s},
+                 {"MViewSortFolder", ColumnPath, u"Path"_s, u"c A d b"_s},
+                 {"MViewSortID", ColumnID, u"ID"_s, u"c b A d"_s},
+                 {"MViewSortLayer", ColumnLayer, u"Layer"_s, u"b A d c"_s},
+                 {"MViewSortBitrate", ColumnBitrate, u"Bitrate"_s, u"A c b d"_s},
+                 {"MViewSortSamplerate", ColumnSamplerate, u"Samplerate"_s, u"d A c b"_s},
+                 {"MViewSortMode", ColumnMode, u"Mode"_s, u"c d A b"_s},
+                 {"MViewSortOrig", ColumnOriginalOrder, u"Original Order"_s, u"b d A c"_s}};
+    QHeaderView *header = f.Window->View()->header();
+    for (const auto &[command, clicked, caption, order] : sorts) {
+        f.Prompts.Expect(u"Sort by "_s + caption + u'?', PromptAnswer::Yes);
+        f.Trigger(command);
+        QCOMPARE(f.Rows(), order);
+        // Once more, now by its header: the other way round.
+        f.Prompts.Expect(u"Sort by "_s + caption + u'?', PromptAnswer::Yes);
+        const QPoint middle(header->sectionViewportPosition(clicked - 1) + 20, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, middle);
+        QString reversed = order;
+        std::reverse(reversed.begin(), reversed.end());
+        QCOMPARE(f.Rows(), reversed);
+        QCOMPARE(f.Window->PanelText(1), CountsOf(reversed));
     }
-    f.Prompts.Expect(u"Sort by Original Order?"_s, PromptAnswer::Yes);
-    Q_EMIT f.Window->View()->HeaderClicked(ColumnOriginalOrder);
-    QCOMPARE(f.Rows(), u"a b C"_s);
     QVERIFY(!f.Window->PlaylistDirty);
 }
 
@@ -165,11 +341,14 @@ void WindowTest::PreviewsThroughTheRegisteredProgram()
                      PromptAnswer::Ok);
     f.Trigger("MEditPlaySel");
     QCOMPARE(f.Read(u"app\\tmp.m3u"_s), last);
+    f.Trigger("MEditSelFol");
+    QCOMPARE(f.Rows(), u"A B C"_s);
 }
 
 void WindowTest::RefreshReadsAgain()
 {
     MainFixture f;
+    f.Trigger("MViewRefresh");
     f.AddRows({10, 20});
     f.Window->AddPath(f.Write(u"l.m3u"_s, "late.wma\r\n"), false);
     f.Write(u"late.wma"_s, "12345");
@@ -177,53 +356,229 @@ void WindowTest::RefreshReadsAgain()
     f.Select({2});
     f.Trigger("MEditSeMarkRed");
     f.Window->PlaylistDirty = true;
-    f.Trigger("MViewRefresh");
+    f.Show();
+    QTest::keyClick(f.Window->View(), Qt::Key_F5);
     QCOMPARE(f.Rows(), u"a b late"_s);
     const Grid &grid = f.Window->ListView1;
     QVERIFY(grid.Item(1).Ghosted && !grid.Item(3).Ghosted);
     QCOMPARE(grid.Item(2).SmallIcon, IconNormal);
-    QVERIFY(f.Window->PlaylistDirty);
+    QVERIFY(f.Window->PlaylistDirty && f.Window->View()->isVisible() && f.Window->focusWidget() == f.Window->View());
+    QCOMPARE(f.Panels(), (QStringList{u"Total: 3"_s, u"0:00"_s, u"25 Bytes"_s}));
+}
+
+void WindowTest::ToolbarRunsItsCommands()
+{
+    MainFixture f;
+    f.Show();
+    const auto press = [&](const char *name) {
+        auto *button = f.Bar("Toolbar1")->findChild<QToolButton *>(QLatin1StringView(name));
+        QVERIFY2(button->isEnabled() && !button->icon().isNull() && !button->toolTip().isEmpty(), name);
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
+    // Whatever is selected, buttons stay enabled and their commands guard themselves.
+    for (const char *name :
+         {"MFileSave", "MEditRemove", "MEditMoveUp", "MEditMoveDown", "MEditPlaySel", "MEditPlayList"})
+        press(name);
+    f.AddRows({1, 2, 3});
+    const QString list = f.Inside(u"l.m3u"_s);
+    f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", list);
+    press("MFileSave");
+    f.Select({2});
+    press("MEditMoveUp");
+    QCOMPARE(f.Rows(), u"B a c"_s);
+    press("MEditMoveDown");
+    QCOMPARE(f.Rows(), u"a B c"_s);
+    press("MEditPlaySel");
+    QCOMPARE(f.Read(u"app\\tmp.m3u"_s), ToHostBytes(f.Inside(u"b.wma"_s)) + "\r\n");
+    press("MEditPlayList");
+    QCOMPARE(f.Read(u"app\\tmp.m3u"_s), f.Read(u"l.m3u"_s));
+    press("MEditRemove");
+    QCOMPARE(f.Rows(), u"a c"_s);
+    f.Prompts.ExpectPath(u"Select Folder..."_s, f.Folder);
+    press("MEditAddDir");
+    QCOMPARE(f.Rows(), u"a c A B C"_s);
+    press("MHelpHelp");
+    f.Trigger("MHelpWebsite");
+    QCOMPARE(f.ShellCalls.mid(2), (QStringList{u"open "_s + f.Inside(u"program\\VTLPLEH.htm"_s),
+                                               u"open https://vantrel.example/playlist-editor"_s}));
+    f.Window->PlaylistDirty = false;
+    press("MFileNew");
+    f.Prompts.ExpectPath({}, list);
+    press("MFileOpen");
+    QCOMPARE(f.Rows(), u"a b c"_s);
+    f.Select({1});
+    press("MEditId3");
+    QVERIFY(f.Window->findChild<QDialog *>(u"Id3Info"_s)->isVisible());
+    QStringList tools;
+    for (const QAction *tool : f.Bar("MToolsSearch")->findChild<QMenu *>()->actions())
+        tools.append(tool->text().remove(u'&'));
+    QCOMPARE(tools.join(u'|'), u"Search Playlist...|Purge Playlist Entries...|Rectify MP3 Filenames...|"
+                               u"Generate Report...|Autocreate M3U's...|Create MP3 CD-ROM..."_s);
+}
+
+void WindowTest::MenusComeUpOnRelease()
+{
+    MainFixture f;
+    FillRows(f);
+    f.Show();
+    const QPoint row = f.Window->View()->visualRect(f.Window->ListView1.index(1, 0)).center();
+    QWidget *rows = f.Window->View()->viewport();
+    // Some hosts ask for it when the button goes down, others when it comes up.
+    QTest::mousePress(rows, Qt::RightButton, {}, row);
+    QContextMenuEvent early(QContextMenuEvent::Mouse, row, rows->mapToGlobal(row));
+    QCoreApplication::sendEvent(rows, &early);
+    QCOMPARE(MenuThatCameUp(), QString());
+    QTest::mouseRelease(rows, Qt::RightButton, {}, row);
+    QVERIFY(f.Window->Command("MEditRemove")->isEnabled() && f.Rows() == u"b D a c");
+    QCOMPARE(MenuThatCameUp(), u"MEdit"_s);
+    f.Window->ListView1.Reselect([](int, const PlaylistItem &) { return true; });
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
+    QCoreApplication::sendEvent(rows, &byKey);
+    QVERIFY(!f.Window->Command("MEditSelAll")->isEnabled());
+    QCOMPARE(MenuThatCameUp(), u"MEdit"_s);
+
+    QWidget *bar = f.Bar("Toolbar1");
+    const QPoint free(bar->width() - 3, bar->height() / 2);
+    QTest::mousePress(bar, Qt::RightButton, {}, free);
+    QCOMPARE(MenuThatCameUp(), QString());
+    QTest::mouseRelease(bar, Qt::RightButton, {}, free);
+    QCOMPARE(MenuThatCameUp(), u"MHidOption"_s);
+    QCoreApplication::sendEvent(bar, &byKey);
+    QCOMPARE(MenuThatCameUp(), u"MHidOption"_s);
+    // A click with the other button brings none up, and does not drag either.
+    QTest::mouseClick(bar, Qt::LeftButton, {}, free);
+    f.Click(1);
+    QCOMPARE(MenuThatCameUp(), QString());
+}
+
+void WindowTest::CommandsDoNotMeet()
+{
+    MainFixture f;
+    FillRows(f);
+    f.Select({1});
+    f.Prompts.Meanwhile = [&] {
+        f.Trigger("MEditRemove");
+        f.Trigger("MFileNew");
+    };
+    f.Prompts.Expect(u"Sort by Size?"_s, PromptAnswer::No);
+    f.Trigger("MViewSortSize");
+    QCOMPARE(f.Rows(), u"B d a c"_s);
+    f.Trigger("MEditRemove");
+    QCOMPARE(f.Rows(), u"d a c"_s);
 }
 
 void WindowTest::ViewsAndOptions()
 {
     MainFixture f;
-    f.Window->resize(800, 600);
-    f.Window->show();
-    auto *toolbar = f.Window->findChild<QWidget *>(u"Toolbar1"_s);
-    auto *statusBar = f.Window->findChild<QWidget *>(u"StatusBar1"_s);
-    const QColor window = f.Window->View()->palette().color(QPalette::Base);
+    f.Window->resize(700, 600);
+    f.Show();
+    QWidget *toolbar = f.Bar("Toolbar1");
+    QWidget *statusBar = f.Bar("StatusBar1");
+    const GridView *view = f.Window->View();
+    // What stands above what, a hidden bar left out.
+    const auto stack = [&] {
+        QString text = toolbar->isVisible() ? u"T"_s : QString();
+        text.insert(toolbar->y() > view->y() ? 0 : text.size(), u'G');
+        int heights = view->height() + (toolbar->isVisible() ? toolbar->height() : 0);
+        if (statusBar->isVisible()) {
+            text += u'S';
+            heights += statusBar->height();
+        }
+        return heights == view->parentWidget()->height() ? text : u"gap"_s;
+    };
+    const auto checked = [&](const char *name) { return f.Window->Command(name)->isChecked(); };
+    QCOMPARE(stack(), u"TGS"_s);
+    const QColor window = Shown(f, QPalette::Base);
     f.Trigger("MViewCompact");
-    QVERIFY(toolbar->isVisible() && !statusBar->isVisible() && toolbar->y() > f.Window->View()->y());
-    QCOMPARE(f.Window->View()->palette().color(QPalette::Base), QColor(64, 0, 0));
-    QCOMPARE(f.Window->View()->palette().color(QPalette::Text), QColor(255, 0, 0));
+    QCOMPARE(stack(), u"GT"_s);
+    QVERIFY(!checked("MViewStatusBar") && !checked("MHidOptionTableBCDefault") && !checked("MHidOptionTableFCDefault"));
+    QCOMPARE(Shown(f, QPalette::Base), QColor(64, 0, 0));
+    QCOMPARE(Shown(f, QPalette::Text), QColor(255, 0, 0));
     f.Trigger("MViewNormal");
-    QVERIFY(toolbar->isVisible() && statusBar->isVisible() && toolbar->y() < f.Window->View()->y());
-    QCOMPARE(f.Window->View()->palette().color(QPalette::Base), window);
+    QCOMPARE(stack(), u"TGS"_s);
+    QVERIFY(checked("MViewStatusBar") && checked("MHidOptionTableBCDefault") && checked("MHidOptionTableFCDefault"));
+    QCOMPARE(Shown(f, QPalette::Base), window);
     // Dragged by its free area, the toolbar follows the mouse to the other half of the window.
-    QTest::mousePress(toolbar, Qt::LeftButton, {}, QPoint(700, 5));
-    QTest::mouseMove(toolbar, QPoint(700, 500));
-    QTest::mouseRelease(toolbar, Qt::LeftButton, {}, QPoint(700, 5));
-    QVERIFY(toolbar->y() > f.Window->View()->y());
+    const QPoint free(toolbar->width() - 3, 5);
+    QTest::mousePress(toolbar, Qt::LeftButton, {}, free);
+    QCOMPARE(toolbar->cursor().shape(), Qt::SizeAllCursor);
+    QTest::mouseMove(toolbar, QPoint(free.x(), 500));
+    QTest::mouseRelease(toolbar, Qt::LeftButton, {}, free);
+    QCOMPARE(stack(), u"GTS"_s);
+    QTest::mouseMove(toolbar, QPoint(free.x(), -500));
+    QVERIFY(stack() == u"GTS" && toolbar->cursor().shape() == Qt::ArrowCursor);
     f.Trigger("MViewNormal");
     f.Trigger("MViewToolbar");
-    QVERIFY(!toolbar->isVisible() && !f.Window->Command("MViewToolbar")->isChecked());
-    QCOMPARE(f.Window->View()->y(), 0);
+    QVERIFY(stack() == u"GS" && !checked("MViewToolbar"));
+    f.Trigger("MViewStatusBar");
+    QVERIFY(stack() == u"G" && !checked("MViewStatusBar"));
+    f.Trigger("MViewToolbar");
 
     f.Trigger("MHidOptionColumnVis(1)");
-    QVERIFY(f.Window->View()->isColumnHidden(ColumnTime - 1));
+    QVERIFY(view->isColumnHidden(ColumnTime - 1) && !checked("MHidOptionColumnVis(1)"));
     f.Trigger("MHidOptionColumnVis(1)");
-    QCOMPARE(f.Window->View()->columnWidth(ColumnTime - 1), 60);
+    QVERIFY(view->columnWidth(ColumnTime - 1) == 60 && checked("MHidOptionColumnVis(1)"));
+    f.Trigger("MHidOptionColumnVis(8)");
     f.Window->View()->setColumnWidth(ColumnPath - 1, 33);
     f.Trigger("MHidOptionColumnVisAll");
-    QCOMPARE(f.Window->View()->columnWidth(ColumnPath - 1), 650);
-    f.Trigger("MHidOptionMenuVisible");
-    QVERIFY(!f.Window->menuBar()->isVisible());
-    f.Trigger("MHidOptionMenuVisible");
-    QVERIFY(f.Window->menuBar()->isVisible());
+    QCOMPARE(view->columnWidth(ColumnPath - 1), 650);
+    QVERIFY(!view->isColumnHidden(ColumnMode - 1) && checked("MHidOptionColumnVis(8)"));
+    for (const bool on : {false, true}) {
+        f.Trigger("MHidOptionMenuVisible");
+        QVERIFY(f.Window->menuBar()->isVisible() == on && checked("MHidOptionMenuVisible") == on);
+        f.Trigger("MHidOptionToolbarFlat");
+        QVERIFY(toolbar->findChild<QToolButton *>(u"MFileNew"_s)->autoRaise() == on);
+    }
+    const QImage plain = toolbar->grab().toImage();
+    f.Trigger("MHidOptionToolbar3D");
+    QVERIFY(toolbar->grab().toImage() != plain);
     f.Trigger("MViewTransVal(10)");
     QCOMPARE(qRound(f.Window->windowOpacity() * 255), 127);
-    QVERIFY(f.Window->Command("MViewTransVal(10)")->isChecked() && !f.Window->Command("MViewTransVal(0)")->isChecked());
+    QVERIFY(checked("MViewTransVal(10)") && !checked("MViewTransVal(0)"));
+    f.Trigger("MViewTransVal(0)");
+    QVERIFY(f.Window->windowOpacity() == 1 && checked("MViewTransVal(0)"));
+}
+
+void WindowTest::ColoursAndFonts()
+{
+    MainFixture f;
+    const QColor window = Shown(f, QPalette::Base);
+    const QColor text = Shown(f, QPalette::Text);
+    const QFont font = f.Window->View()->font();
+    // The two colours and the font as they are shown, each with a star when its Default is checked.
+    const auto look = [&]() -> QString {
+        const auto star = [&](const char *name) { return f.Window->Command(name)->isChecked() ? u"*"_s : QString(); };
+        return Shown(f, QPalette::Base).name() + star("MHidOptionTableBCDefault") + u' ' +
+               Shown(f, QPalette::Text).name() + star("MHidOptionTableFCDefault") + u' ' +
+               QString::number(f.Window->View()->font().pointSize()) + star("MHidOptionTableFontDefault");
+    };
+    const auto choose = [&](const char *command, const QColor &now, const std::optional<QColor> &chosen) {
+        f.Prompts.ExpectChoice(now.name(), chosen);
+        f.Trigger(command);
+    };
+    const QString first = look();
+    QCOMPARE(first, window.name() + u"* "_s + text.name() + u"* 8*"_s);
+    choose("MHidOptionTableBCChoose", window, {});
+    choose("MHidOptionTableFCChoose", text, {});
+    f.Prompts.ExpectChoice<QFont>(font.family(), {});
+    f.Trigger("MHidOptionTableFontChoose");
+    QCOMPARE(look(), first);
+    choose("MHidOptionTableBCChoose", window, QColor(1, 2, 3));
+    QCOMPARE(look(), u"#010203 "_s + text.name() + u"* 8*"_s);
+    QVERIFY(Shown(f, QPalette::AlternateBase) != QApplication::palette().color(QPalette::AlternateBase));
+    choose("MHidOptionTableFCChoose", text, QColor(250, 251, 252));
+    // A font has no colour: the text keeps its own.
+    f.Prompts.ExpectChoice<QFont>(font.family(), QFont(font.family(), 13));
+    f.Trigger("MHidOptionTableFontChoose");
+    QCOMPARE(look(), u"#010203 #fafbfc 13"_s);
+    f.Trigger("MHidOptionTableFCDefault");
+    QCOMPARE(look(), u"#010203 "_s + text.name() + u"* 13"_s);
+    choose("MHidOptionTableFCChoose", text, QColor(4, 5, 6));
+    f.Trigger("MHidOptionTableBCDefault");
+    QCOMPARE(look(), window.name() + u"* #040506 13"_s);
+    f.Trigger("MHidOptionTableFontDefault");
+    QCOMPARE(look(), first);
+    QCOMPARE(f.Window->View()->font(), font);
 }
 
 void WindowTest::ToolbarIsCustomized()
@@ -299,164 +654,16 @@ void WindowTest::ShortcutsOpenWhatTheyStandFor()
     QCOMPARE(f.Settings[u"SH/1"_s], QString());
 }
 
-void WindowTest::SettingsSurvive()
+void WindowTest::SplashShowsTheWindow()
 {
     MainFixture f;
-    f.Window->RestoreSession({});
-    f.Window->setGeometry(30, 40, 700, 500);
-    f.Trigger("MViewCompact");
-    f.Trigger("MHidOptionColumnVis(4)");
-    f.Trigger("MHidOptionToolbarFlat");
-    f.Trigger("MViewTransVal(3)");
-    f.Window->View()->setColumnWidth(ColumnPath - 1, 321);
-    f.Prompts.ExpectPath({}, f.Write(u"l.m3u"_s, "gone.wma\r\n"));
-    f.Trigger("MFileOpen");
-    f.Window->close();
-    const QMap<QString, QString> stored = f.Settings;
-    const QMap<QString, QString> wanted{{u"PS/W"_s, u"10500"_s},
-                                        {u"PS/H"_s, u"7500"_s},
-                                        {u"PS/L"_s, u"450"_s},
-                                        {u"PS/T"_s, u"600"_s},
-                                        {u"VE/TA"_s, u"1"_s},
-                                        {u"VE/SA"_s, u"0"_s},
-                                        {u"VE/TRANS"_s, u"3"_s},
-                                        {u"ToolB/Flat"_s, u"False"_s},
-                                        {u"ToolB/3D"_s, u"False"_s},
-                                        {u"ToolB/Align"_s, u"2"_s},
-                                        {u"Menu/Visible"_s, u"True"_s},
-                                        {u"TableB/BCD"_s, u"False"_s},
-                                        {u"TableB/BC"_s, u"64"_s},
-                                        {u"TableB/FC"_s, u"255"_s},
-                                        {u"TableB/TV4"_s, u"321"_s},
-                                        {u"TableB/TV5"_s, u"0"_s},
-                                        {u"TableB/TX5"_s, u"False"_s},
-                                        {u"TableB/TX4"_s, u"True"_s},
-                                        {u"TableFont/Default"_s, u"True"_s},
-                                        {u"TableFont/Size"_s, u"8"_s},
-                                        {u"RF/1"_s, u"1: "_s + f.Inside(u"l.m3u"_s)},
-                                        {u"RF/Wkdir"_s, f.Folder},
-                                        {u"SSE/V"_s, u"1"_s}};
-    for (auto it = wanted.cbegin(); it != wanted.cend(); ++it)
-        QCOMPARE(it.key() + u'=' + stored[it.key()], it.key() + u'=' + it.value());
-
-    f.Restart();
-    f.Window->RestoreSession({});
-    f.Window->close();
-    QCOMPARE(f.Settings, stored);
-    f.Restart();
-    f.Window->RestoreSession({});
-    f.Trigger("MViewNormal");
-    f.Window->close();
-    QCOMPARE(f.Settings[u"TableB/BC"_s], u"-2147483643"_s);
-    QCOMPARE(f.Settings[u"TableB/FC"_s], u"-2147483640"_s);
-}
-
-void WindowTest::BadSettingsAreIgnoredOneByOne()
-{
-    MainFixture f;
-    const QSize first = f.Window->size();
-    f.Settings = {{u"PS/H"_s, u"400"_s},         {u"PS/W"_s, u"6000"_s},      {u"VE/TA"_s, u"rubbish"_s},
-                  {u"VE/SA"_s, u"0"_s},          {u"TableB/TV1"_s, u"-7"_s},  {u"TableB/TV2"_s, u"77"_s},
-                  {u"TableB/BCD"_s, u"False"_s}, {u"TableB/BC"_s, u"blue"_s}, {u"TableFont/Size"_s, u"10000"_s},
-                  {u"VE/TRANS"_s, u"99"_s},      {u"ToolB/Align"_s, u"5"_s},  {u"RF/Wkdir"_s, u"q:\\none"_s}};
-    f.Window->RestoreSession({});
-    QCOMPARE(f.Window->size(), QSize(400, first.height()));
-    QVERIFY(f.Window->Command("MViewToolbar")->isChecked() && !f.Window->Command("MViewStatusBar")->isChecked());
-    QCOMPARE(f.Window->View()->columnWidth(ColumnFileName - 1), 200);
-    QCOMPARE(f.Window->View()->columnWidth(ColumnTime - 1), 77);
-    QCOMPARE(f.Window->View()->font().pointSize(), 8);
-    QCOMPARE(f.Window->windowOpacity(), 1.0);
-    QCOMPARE(CurrentDirectory(), f.Folder);
-}
-
-void WindowTest::SavingOffKeepsOnlyTheLists()
-{
-    MainFixture f;
-    f.Window->RestoreSession({});
-    f.AddRows({1});
-    const QByteArray session = f.Read(u"app\\tmp.m3u"_s);
-    f.Trigger("MToolsSaveSetting");
-    f.Window->resize(555, 444);
-    f.Window->close();
-    QCOMPARE(f.Settings[u"SSE/V"_s], u"0"_s);
-    QVERIFY(!f.Settings.contains(u"PS/W"_s));
-    QCOMPARE(f.Read(u"app\\tmp.m3u"_s), session);
-    f.Settings[u"PS/W"_s] = u"9000"_s;
-    const QString shortcut = f.Write(u"here.url"_s, "x");
-    f.Settings[u"SH/1"_s] = f.Inside(u"gone.url"_s);
-    f.Settings[u"SH/2"_s] = shortcut;
-    f.Restart();
-    f.Window->RestoreSession({});
-    QVERIFY(!f.Window->Command("MToolsSaveSetting")->isChecked());
-    QVERIFY(f.Window->width() != 600);
-    f.Window->close();
-    // What has gone vanishes with the next save, and the rest closes ranks.
-    QCOMPARE(f.Settings[u"SH/1"_s], shortcut);
-    QCOMPARE(f.Settings[u"SH/2"_s], QString());
-}
-
-void WindowTest::SessionComesBack()
-{
-    MainFixture f;
-    f.Player = u"c:\\Programs\\Winamp\\Winamp.exe"_s;
-    f.Window->RestoreSession({});
-    QCOMPARE(f.Read(u"app\\tmp.m3u"_s), QByteArray("#\r\n"));
-    QVERIFY(f.Window->Command("MToolsWinamp")->isVisible());
-    f.AddRows({1, 2});
-    f.Window->close();
-    QCOMPARE(f.Settings[u"RF/W"_s], u"c:\\Programs\\Winamp\\winamp.bm"_s);
-    f.Player.clear();
-    f.Restart();
-    f.Window->RestoreSession({});
-    QCOMPARE(f.Rows(), u"a b"_s);
-    QVERIFY(!f.Window->PlaylistDirty && f.Window->CurrentPlaylistPath.isEmpty());
-    QVERIFY(!f.Window->Command("MToolsWinamp")->isVisible());
-    f.Restart();
-    f.Window->RestoreSession(f.Write(u"a b\\x.m3u"_s, "../b.wma\r\n"));
-    QCOMPARE(f.Rows(), u"b"_s);
-    QVERIFY(!f.Window->PlaylistDirty);
-    QCOMPARE(f.Window->windowTitle(), u"[Vantrel] M3U Playlist Editor v2.0 "_s);
-}
-
-void WindowTest::FailuresAreShownAndThePlaylistStays()
-{
-    MainFixture f;
-    f.AddRows({1, 2});
-    f.Select({1, 2});
-    // Draws that never leave place 0: the shuffle gives up.
-    f.Prompts.Expect(u"The selection could not be shuffled: the random draws gave no valid place. "
-                     u"The rows are as they were; try again."_s,
-                     PromptAnswer::Ok);
-    f.Trigger("MEditSelShuffle");
-    QCOMPARE(f.Rows(), u"A B"_s);
-}
-
-void WindowTest::FormArithmetic()
-{
-    const FormLayout top = LayOutForm({800, 600}, 40, 20, true);
-    QCOMPARE(top.Grid, QRect(0, 40, 800, 540));
-    const FormLayout bottom = LayOutForm({800, 600}, 40, 20, false);
-    QCOMPARE(bottom.Grid, QRect(0, 0, 800, 540));
-    QCOMPARE(bottom.Toolbar, QRect(0, 540, 800, 40));
-    QCOMPARE(bottom.StatusBar, QRect(0, 580, 800, 20));
-    QVERIFY(LayOutForm({800, 60}, 40, 20, true).Grid.isEmpty());
-}
-
-void WindowTest::DialogPlaces_data()
-{
-    QTest::addColumn<QRect>("main");
-    QTest::addColumn<QPoint>("place");
-    QTest::newRow("left of it") << QRect(400, 100, 300, 500) << QPoint(200, 500);
-    QTest::newRow("right of it") << QRect(100, 100, 300, 500) << QPoint(400, 500);
-    QTest::newRow("beyond the bottom") << QRect(400, 400, 300, 700) << QPoint(200, 400);
-    QTest::newRow("too wide, centred") << QRect(300, 100, 401, 500) << QPoint(400, 300);
-    QTest::newRow("too high, centred") << QRect(300, 0, 300, 834) << QPoint(350, 367);
-}
-
-void WindowTest::DialogPlaces()
-{
-    QFETCH(QRect, main);
-    QTEST(PlaceDialog(main, {200, 100}, {1000, 1000}), "place");
+    SplashFrm splash([&] { f.Window->show(); });
+    const auto says = [&](const QString &name) { return splash.findChild<QLabel *>(name)->text(); };
+    QVERIFY(says(u"Label1"_s).startsWith(u"Vantrel Playlist Editor v"));
+    QVERIFY(says(u"StartLabel"_s).startsWith(u"Welcome."));
+    splash.show();
+    QTRY_VERIFY(!splash.isVisible() && f.Window->isVisible());
+    QCOMPARE(says(u"StartLabel"_s), u"Restoring Playlist from Previous Session...WAIT"_s);
 }
 
 QTEST_MAIN(WindowTest)

@@ -3,6 +3,7 @@
 #include "app/Tools.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "session/GridView.h"
 #include "session/Main.h"
 #include "support/PromptQueue.h"
 
@@ -82,6 +83,23 @@ struct MainFixture {
             Window->ListView1.SetFocusedRow(rows.front());
         Window->ListView1_Click();
     }
+
+    QWidget *Bar(const char *name) const { return Window->findChild<QWidget *>(QLatin1StringView(name)); }
+    /// Clicks into the name of a row, from 1.
+    void Click(int row, Qt::KeyboardModifiers modifiers = {}, Qt::MouseButton button = Qt::LeftButton) const
+    {
+        const GridView &view = *Window->View();
+        QTest::mouseClick(view.viewport(), button, modifiers,
+                          view.visualRect(view.model()->index(row - 1, 0)).center());
+    }
+    /// Shows the window and gives it the keyboard.
+    void Show() const
+    {
+        Window->show();
+        Window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(Window.get()));
+    }
+    void Press(const char *keys) const { QTest::keySequence(Window->View(), QKeySequence(QLatin1StringView(keys))); }
 
     void Trigger(const char *command) { Window->Command(command)->trigger(); }
 

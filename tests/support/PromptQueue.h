@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include <deque>
+#include <functional>
 #include <variant>
 
 /// Answers the program's prompts from a queue. An entry states the prompt's whole text (a message's text, a file
@@ -15,7 +16,7 @@ class PromptQueue
 public:
     struct Entry {
         QString Text;
-        std::variant<PromptAnswer, std::optional<QString>, std::optional<QColor>, std::optional<FontChoice>> Answer;
+        std::variant<PromptAnswer, std::optional<QString>, std::optional<QColor>, std::optional<QFont>> Answer;
     };
 
     ~PromptQueue()
@@ -27,10 +28,18 @@ public:
     void Expect(const QString &text, PromptAnswer answer) { entries.push_back({text, answer}); }
     /// A file or folder dialog; an empty answer is Cancel.
     void ExpectPath(const QString &text, const std::optional<QString> &answer) { entries.push_back({text, answer}); }
+    /// A colour or font dialog; the text is the name of the colour or the family that it starts with.
+    template <typename Choice>
+    void ExpectChoice(const QString &text, const std::optional<Choice> &answer)
+    {
+        entries.push_back({text, answer});
+    }
     bool IsEmpty() const { return entries.empty(); }
 
     /// The details of the last message.
     QString LastDetails;
+    /// What happens while a prompt stands open.
+    std::function<void()> Meanwhile = [] {};
 
     void Install(Prompts &prompts)
     {
@@ -42,6 +51,8 @@ public:
             return Take<std::optional<QString>>(prompt.Proposal, {});
         };
         prompts.Folder = [this](const FolderPrompt &prompt) { return Take<std::optional<QString>>(prompt.Title, {}); };
+        prompts.Colour = [this](const QColor &colour) { return Take<std::optional<QColor>>(colour.name(), {}); };
+        prompts.Font = [this](const QFont &font) { return Take<std::optional<QFont>>(font.family(), {}); };
         prompts.Line = [this](const LinePrompt &prompt) { return Take<std::optional<QString>>(prompt.Text, {}); };
     }
 
@@ -54,6 +65,7 @@ private:
             QTest::qFail(qPrintable(QStringLiteral("unexpected prompt: ") + text), __FILE__, __LINE__);
             return cancel;
         }
+        Meanwhile();
         const Answer answer = std::get<Answer>(entries.front().Answer);
         entries.pop_front();
         return answer;
