@@ -24,6 +24,7 @@ ID3v2Tag ID3v2Parser::Parse()
 {
     if (ReadHeader() && ReadExtendedHeader())
         ReadFrames();
+    tag.LimitPacked();
     return std::move(tag);
 }
 

@@ -29,32 +29,25 @@ const FrameFlags &FlagsOf(int version)
     return version == 4 ? flagsOf4 : flagsOf3;
 }
 
-// length: four bytes, big-endian, of the unpacked data.
-std::optional<QByteArray> Unpacked(quint32 length, QByteArrayView packed)
-{
-    // A small file shall not fill the memory: unpacking gives up to a thousand times the bytes, whatever length tells.
-    constexpr qsizetype mostPacked = 256 * 1024;
-    constexpr quint32 mostUnpacked = 16 * 1024 * 1024;
-    if (packed.size() > mostPacked || length > mostUnpacked)
-        return std::nullopt;
-    const QByteArray unpacked = qUncompress(BigEndianBytes(length) + packed);
-    if (unpacked.size() != static_cast<qsizetype>(length))
-        return std::nullopt;
-    return unpacked;
-}
+/// What stands behind the additions to a frame's header, and the length that a packed one tells of what it holds.
+struct FrameBody {
+    QByteArray Data;
+    std::optional<quint32> Unpacks;
+};
 
-std::optional<QByteArray> Content3(const TagFrame &frame)
+std::optional<FrameBody> BodyOf3(const TagFrame &frame)
 {
     const bool compressed = (frame.Flags & flagsOf3.Compressed) != 0;
     const qsizetype extra = (compressed ? 4 : 0) + ((frame.Flags & flagsOf3.Group) != 0 ? 1 : 0);
     if (frame.Data.size() < extra)
         return std::nullopt;
-    if (!compressed)
-        return frame.Data.mid(extra);
-    return Unpacked(BigEndian(QByteArrayView(frame.Data).first(4)), QByteArrayView(frame.Data).sliced(extra));
+    FrameBody body{frame.Data.mid(extra), {}};
+    if (compressed)
+        body.Unpacks = BigEndian(QByteArrayView(frame.Data).first(4));
+    return body;
 }
 
-std::optional<QByteArray> Content4(const TagFrame &frame, bool unsynchronised)
+std::optional<FrameBody> BodyOf4(const TagFrame &frame, bool unsynchronised)
 {
     const bool lengthGiven = (frame.Flags & flagsOf4.LengthGiven) != 0;
     const bool compressed = (frame.Flags & flagsOf4.Compressed) != 0;
@@ -64,9 +57,15 @@ std::optional<QByteArray> Content4(const TagFrame &frame, bool unsynchronised)
     const qsizetype extra = group + (lengthGiven ? 4 : 0);
     if (data.size() < extra || (compressed && !lengthGiven))
         return std::nullopt;
-    if (!compressed)
-        return data.mid(extra);
-    return Unpacked(SyncSafe(QByteArrayView(data).sliced(group, 4)), QByteArrayView(data).sliced(extra));
+    FrameBody body{data.mid(extra), {}};
+    if (compressed)
+        body.Unpacks = SyncSafe(QByteArrayView(data).sliced(group, 4));
+    return body;
+}
+
+std::optional<FrameBody> BodyOf(const TagFrame &frame, int version, bool unsynchronised)
+{
+    return version == 4 ? BodyOf4(frame, unsynchronised) : BodyOf3(frame);
 }
 
 QByteArray FrameBytes(const TagFrame &frame, int version)
@@ -118,9 +117,39 @@ QByteArray ID3v2Tag::Bytes(qint64 size) const
 
 std::optional<QByteArray> ID3v2Tag::Content(const TagFrame &frame) const
 {
-    if ((frame.Flags & FlagsOf(Version).Encrypted) != 0)
+    if (frame.Shut || (frame.Flags & FlagsOf(Version).Encrypted) != 0)
         return std::nullopt;
-    return Version == 4 ? Content4(frame, unsynchronised) : Content3(frame);
+    if (!frame.Unpacked.isEmpty())
+        return frame.Unpacked;
+    const std::optional<FrameBody> body = BodyOf(frame, Version, unsynchronised);
+    if (!body)
+        return std::nullopt;
+    if (!body->Unpacks)
+        return body->Data;
+    frame.Unpacked = qUncompress(BigEndianBytes(*body->Unpacks) + body->Data);
+    frame.Shut = frame.Unpacked.isEmpty() || frame.Unpacked.size() != static_cast<qsizetype>(*body->Unpacks);
+    if (frame.Shut) {
+        frame.Unpacked.clear();
+        return std::nullopt;
+    }
+    return frame.Unpacked;
+}
+
+// A small file shall not fill the memory: unpacking gives up to a thousand times the bytes, whatever length is told.
+void ID3v2Tag::LimitPacked()
+{
+    qsizetype packed = 256 * 1024;
+    qint64 unpacked = 16 * 1024 * 1024;
+    for (TagFrame &frame : Frames) {
+        if ((frame.Flags & FlagsOf(Version).Compressed) == 0)
+            continue;
+        const std::optional<FrameBody> body = BodyOf(frame, Version, unsynchronised);
+        frame.Shut = !body || body->Data.size() > packed || qint64{*body->Unpacks} > unpacked;
+        if (!frame.Shut) {
+            packed -= body->Data.size();
+            unpacked -= *body->Unpacks;
+        }
+    }
 }
 
 void ID3v2Tag::SetContent(TagFrame &frame, const QByteArray &content) const
@@ -128,6 +157,8 @@ void ID3v2Tag::SetContent(TagFrame &frame, const QByteArray &content) const
     const FrameFlags &flags = FlagsOf(Version);
     frame.Flags = frame.Flags & flags.Status;
     frame.Data = content;
+    frame.Shut = false;
+    frame.Unpacked.clear();
     if (Version == 4 && unsynchronised) {
         frame.Flags = frame.Flags | flags.Unsynchronised;
         frame.Data = Unsynchronise(content);
@@ -142,9 +173,34 @@ void ID3v2Tag::Append(const QByteArray &id, const QByteArray &content)
     Frames.push_back(frame);
 }
 
-void ID3v2Tag::Drop(const std::function<bool(const TagFrame &)> &which)
+void ID3v2Tag::Drop(const FrameTest &which)
 {
     std::erase_if(Frames, [&](const TagFrame &frame) { return frame.Added && which(frame); });
     for (TagFrame &frame : Frames)
         frame.Dropped = frame.Dropped || which(frame);
+}
+
+void ID3v2Tag::PutBehind(const FrameTest &isKind, const FrameTest &isSame, const QByteArray &id,
+                         const std::function<QByteArray()> &content)
+{
+    const auto isLast = [&](const TagFrame &frame) { return !frame.Dropped && isKind(frame); };
+    const auto isFirst = [&](const TagFrame &frame) { return frame.Dropped && isKind(frame); };
+    const auto isOld = [&](const TagFrame &frame) { return frame.Dropped && isSame(frame); };
+    auto place = std::find_if(Frames.rbegin(), Frames.rend(), isLast).base();
+    if (place == Frames.begin())
+        place = std::find_if(Frames.begin(), Frames.end(), isFirst);
+    auto old = std::find_if(place, Frames.end(), isOld);
+    if (old != Frames.end()) {
+        old->Dropped = false;
+        return;
+    }
+    old = std::find_if(Frames.begin(), place, isOld);
+    if (old != place) {
+        old->Dropped = false;
+        std::rotate(old, old + 1, place);
+        return;
+    }
+    const std::ptrdiff_t index = place - Frames.begin();
+    Append(id, content());
+    std::rotate(Frames.begin() + index, Frames.end() - 1, Frames.end());
 }

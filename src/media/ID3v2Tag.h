@@ -19,6 +19,10 @@ struct TagFrame {
     bool Dropped = false;
     /// Not in the tag that was read.
     bool Added = false;
+    /// A packed frame that is damaged, or that the tag's limits leave packed.
+    mutable bool Shut = false;
+    /// What a packed frame holds, kept from the first time that it was asked for.
+    mutable QByteArray Unpacked = QByteArray();
 };
 
 /// An ID3v2 tag as a row of frames with raw bytes, so that what nobody changes is written back byte for byte. Versions
@@ -43,18 +47,25 @@ public:
     QByteArray Bytes(qint64 size) const;
 
     /// What a frame holds once group, compression and unsynchronisation are taken off; nothing for an encrypted or
-    /// damaged frame, or a packed one of more than 16 MB (256 KB packed).
+    /// damaged frame. In the order of the tag, packed frames are unpacked as long as they come to no more than 16 MB
+    /// (256 KB packed).
     std::optional<QByteArray> Content(const TagFrame &frame) const;
     /// Gives a frame new content and leaves of its flags those that tell what to do when tag or file change.
     void SetContent(TagFrame &frame, const QByteArray &content) const;
     void Append(const QByteArray &id, const QByteArray &content);
+    using FrameTest = std::function<bool(const TagFrame &)>;
     /// Takes frames out; those of the tag that was read can be put back.
-    void Drop(const std::function<bool(const TagFrame &)> &which);
+    void Drop(const FrameTest &which);
+    /// Puts a frame behind the last one of its kind, or where the first one was: a dropped one that is the same, as it
+    /// was, else a new one.
+    void PutBehind(const FrameTest &isKind, const FrameTest &isSame, const QByteArray &id,
+                   const std::function<QByteArray()> &content);
 
 private:
     friend class ID3v2Parser;
 
     bool WholeUnsynchronised() const { return unsynchronised && Version == 3; }
+    void LimitPacked();
     QByteArray Body() const;
 
     quint8 revision = 0;

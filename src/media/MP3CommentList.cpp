@@ -16,14 +16,14 @@ std::optional<FrameText> CommentOf(const ID3v2Tag &tag, const TagFrame &frame)
 
 void MP3CommentList::Add(const QString &text, const QString &description)
 {
-    for (TagFrame &frame : tag.Frames) {
-        const std::optional<FrameText> old = frame.Dropped ? CommentOf(tag, frame) : std::nullopt;
-        if (old && old->Text == text && old->Description == description) {
-            frame.Dropped = false;
-            return;
-        }
-    }
-    tag.Append("COMM", MakeFrameContent("COMM", FrameText{text, description}, tag.Version));
+    const auto isComment = [this](const TagFrame &frame) { return CommentOf(tag, frame).has_value(); };
+    const auto isSame = [&](const TagFrame &frame) {
+        const std::optional<FrameText> old = CommentOf(tag, frame);
+        return old && old->Text == text && old->Description == description;
+    };
+    tag.PutBehind(isComment, isSame, "COMM", [&] {
+        return MakeFrameContent("COMM", FrameText{text, description}, tag.Version);
+    });
 }
 
 int MP3CommentList::Count() const

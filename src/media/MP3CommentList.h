@@ -9,6 +9,8 @@ class ID3v2Tag;
 struct MP3Comment {
     QString Description;
     QString Text;
+
+    bool operator==(const MP3Comment &other) const = default;
 };
 
 /// The comments of a held tag, without those that keep its named values.
@@ -17,8 +19,8 @@ class MP3CommentList
 public:
     explicit MP3CommentList(ID3v2Tag &held) : tag(held) {}
 
-    /// Appends a comment in English. The text and description of a comment that the tag had before Clear bring back
-    /// its frame as it was.
+    /// Puts a comment in English behind the others. The text and description of a comment that the tag had before Clear
+    /// bring back its frame as it was.
     void Add(const QString &text, const QString &description);
     int Count() const;
     void Clear();

@@ -13,9 +13,19 @@ QString MP3File::GetFrame(QByteArrayView id) const
     return TagText(v2, id.toByteArray());
 }
 
+bool MP3File::IsDescribed(QByteArrayView id) const
+{
+    return IsTextDescribed(v2, id.toByteArray());
+}
+
 void MP3File::SetFrame(QByteArrayView id, const QString &text)
 {
     SetTagText(v2, id.toByteArray(), text);
+}
+
+void MP3File::SetShownFrame(QByteArrayView id, const QString &text)
+{
+    SetShownText(v2, id.toByteArray(), text);
 }
 
 void MP3File::WriteID3v2(const QString &path)

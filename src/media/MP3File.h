@@ -21,14 +21,20 @@ public:
     MP3File &operator=(const MP3File &) = delete;
 
     // The ID3v2 frames, by the ids of version 2.3: "TIT2", "TPE1", "TALB", "TYER", "TRCK", "TCOM", "TOPE", "TCOP",
-    // "TENC", "WXXX", "USLT", "TXXX", "WOAR", "TCON". "WXXX", "USLT" and "TXXX" mean the frame without a description,
-    // or the first one where none is without. "TYER" is the year of a 2.4 tag's recording date.
+    // "TENC", "WXXX", "USLT", "TXXX", "WOAR", "TCON". "WXXX", "USLT" and "TXXX" mean the frame without a description.
+    // "TYER" is the year of a 2.4 tag's recording date.
 
     /// The text of a frame, several values joined by "/", numbers of genres as their names; empty when there is no
-    /// such frame or its text cannot be decoded.
+    /// such frame or its text cannot be decoded. Where every "WXXX", "USLT" or "TXXX" has a description, the first one
+    /// is shown.
     QString GetFrame(QByteArrayView id) const;
-    /// Replaces the text of a frame; the empty text removes it. A frame that has this text already stays as it is.
+    /// Whether GetFrame shows a frame with a description, which is a matter of this file alone.
+    bool IsDescribed(QByteArrayView id) const;
+    /// Replaces the text of a frame; the empty text removes it. A frame that has this text already stays as it is;
+    /// otherwise other frames that mean the same go.
     void SetFrame(QByteArrayView id, const QString &text);
+    /// As SetFrame, but means the frame that GetFrame shows.
+    void SetShownFrame(QByteArrayView id, const QString &text);
 
     /// Writes the held ID3v2 tag into the file. Fails when it or the tag there cannot be followed to its end.
     void WriteID3v2(const QString &path);
@@ -37,7 +43,7 @@ public:
     void WriteID3v1(const QString &path);
     void ReadID3v1(const QString &path, bool withMPEG);
     void RemoveID3v1(const QString &path);
-    /// Removes every ID3v2 tag from the file's front.
+    /// Removes every ID3v2 tag from the file's front. Fails when the size of one is not known.
     void RemoveID3v2(const QString &path);
     /// Empties the object ahead of an update of this file, which it does not touch.
     void ResetFile(const QString &path);

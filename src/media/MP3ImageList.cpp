@@ -61,20 +61,20 @@ void MP3ImageList::Add(const QString &path, const QString &description)
     QByteArray data;
     if (!ReadWholeFile(path, data))
         throw MediaError(ShownPath(path) % u" cannot be read."_s);
-    for (TagFrame &frame : tag.Frames) {
-        const std::optional<MP3Image> old = frame.Dropped ? ImageOf(tag, frame) : std::nullopt;
-        if (old && old->Data == data && old->Description == description) {
-            frame.Dropped = false;
-            return;
-        }
-    }
-    AttachedPictureFrame picture;
-    picture.setMimeType(ToTagLib(TypeOfData(data)));
-    picture.setType(Count() == 0 ? AttachedPictureFrame::FrontCover : AttachedPictureFrame::Other);
-    picture.setTextEncoding(EncodingFor(description, tag.Version));
-    picture.setDescription(ToTagLib(description));
-    picture.setPicture(ToTagLib(data));
-    tag.Append("APIC", ContentOf(picture));
+    const auto isImage = [this](const TagFrame &frame) { return IsImage(tag, frame); };
+    const auto isSame = [&](const TagFrame &frame) {
+        const std::optional<MP3Image> old = ImageOf(tag, frame);
+        return old && old->Data == data && old->Description == description;
+    };
+    tag.PutBehind(isImage, isSame, "APIC", [&] {
+        AttachedPictureFrame picture;
+        picture.setMimeType(ToTagLib(TypeOfData(data)));
+        picture.setType(Count() == 0 ? AttachedPictureFrame::FrontCover : AttachedPictureFrame::Other);
+        picture.setTextEncoding(EncodingFor(description, tag.Version));
+        picture.setDescription(ToTagLib(description));
+        picture.setPicture(ToTagLib(data));
+        return ContentOf(picture);
+    });
 }
 
 MP3Image MP3ImageList::Item(qint16 index) const

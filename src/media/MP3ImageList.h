@@ -19,6 +19,8 @@ struct MP3Image {
     QImage Picture() const;
     /// Bytes of the stored data.
     qint32 Size() const { return static_cast<qint32>(Data.size()); }
+
+    bool operator==(const MP3Image &other) const = default;
 };
 
 /// The pictures of a held tag.
@@ -27,9 +29,9 @@ class MP3ImageList
 public:
     explicit MP3ImageList(ID3v2Tag &held) : tag(held) {}
 
-    /// Appends a picture with a file's content, the first one as "front cover", others as "other"; the file can be
-    /// deleted right after. The data and description of a picture that the tag had before Clear bring back its frame
-    /// as it was. Raises MediaError for a file that cannot be read.
+    /// Puts a picture with a file's content behind the others, the first one as "front cover", others as "other"; the
+    /// file can be deleted right after. The data and description of a picture that the tag had before Clear bring back
+    /// its frame as it was. Raises MediaError for a file that cannot be read.
     void Add(const QString &path, const QString &description);
     /// From 1; an empty picture for a place that does not exist.
     MP3Image Item(qint16 index) const;

@@ -124,19 +124,21 @@ std::optional<FoundFrame> FindFrame(const ID3v2Tag &tag, const QByteArray &id, c
     return std::nullopt;
 }
 
+/// The frame without a description, of an id whose frames may have one.
+std::optional<FoundFrame> FindPlain(const ID3v2Tag &tag, const QByteArray &id)
+{
+    return FindFrame(tag, id, [](const FrameText &text) { return text.Description.isEmpty(); });
+}
+
+/// The frame whose text is shown.
 std::optional<FoundFrame> FindText(const ID3v2Tag &tag, const QByteArray &id)
 {
-    const auto any = [](const FrameText &) { return true; };
+    std::optional<FoundFrame> found = HasDescription(id) ? FindPlain(tag, id) : std::nullopt;
     for (const QByteArray &candidate : IdsFor(id, tag.Version)) {
-        std::optional<FoundFrame> found;
-        if (HasDescription(candidate))
-            found = FindFrame(tag, candidate, [](const FrameText &text) { return text.Description.isEmpty(); });
         if (!found)
-            found = FindFrame(tag, candidate, any);
-        if (found)
-            return found;
+            found = FindFrame(tag, candidate, [](const FrameText &) { return true; });
     }
-    return std::nullopt;
+    return found;
 }
 
 QString YearOf(const QString &recordingDate)
@@ -149,17 +151,55 @@ std::optional<FoundFrame> FindNamedValue(const ID3v2Tag &tag, QStringView descri
     return FindFrame(tag, "COMM", [&](const FrameText &text) { return text.Description == description; });
 }
 
-void PutText(ID3v2Tag &tag, const QByteArray &id, const std::optional<FoundFrame> &found, FrameText text)
+/// Gives the found frame a text, or a new one where none was found; the empty text removes it. Its rivals, which mean
+/// the same, go, so that no reader shows an old text.
+void PutText(ID3v2Tag &tag, const QByteArray &id, const std::optional<FoundFrame> &found, const FrameText &text,
+             const ID3v2Tag::FrameTest &isRival)
 {
-    if (text.Text.isEmpty()) {
-        if (found)
-            tag.Frames.erase(tag.Frames.begin() + static_cast<std::ptrdiff_t>(found->Index));
-    } else if (found) {
-        TagFrame &frame = tag.Frames[found->Index];
-        tag.SetContent(frame, MakeFrameContent(frame.Id, text, tag.Version));
-    } else {
-        tag.Append(id, MakeFrameContent(id, text, tag.Version));
+    std::optional<TagFrame> kept;
+    std::size_t place = tag.Frames.size();
+    if (found) {
+        kept = std::move(tag.Frames[found->Index]);
+        place = found->Index;
+        tag.Frames.erase(tag.Frames.begin() + static_cast<std::ptrdiff_t>(place));
     }
+    const auto front = tag.Frames.begin() + static_cast<std::ptrdiff_t>(place);
+    place -= static_cast<std::size_t>(std::count_if(tag.Frames.begin(), front, isRival));
+    std::erase_if(tag.Frames, isRival);
+    if (text.Text.isEmpty())
+        return;
+    const QByteArray content = MakeFrameContent(id, text, tag.Version);
+    if (!kept) {
+        tag.Append(id, content);
+        return;
+    }
+    kept->Id = id;
+    tag.SetContent(*kept, content);
+    tag.Frames.insert(tag.Frames.begin() + static_cast<std::ptrdiff_t>(place), std::move(*kept));
+}
+
+/// What is shown of a frame that stands for an id.
+QString ShownText(const ID3v2Tag &tag, const std::optional<FoundFrame> &found)
+{
+    if (!found)
+        return QString();
+    return tag.Frames[found->Index].Id == "TDRC" ? YearOf(found->Text.Text) : found->Text.Text;
+}
+
+void SetFoundText(ID3v2Tag &tag, const QByteArray &id, const std::optional<FoundFrame> &found, const QString &text)
+{
+    if (text == ShownText(tag, found))
+        return;
+    FrameText put = found ? found->Text : FrameText();
+    put.Text = text;
+    const QList<QByteArray> ids = IdsFor(id, tag.Version);
+    PutText(tag, ids.front(), found, put, [&](const TagFrame &frame) {
+        // Of a plain text there is one frame, of a link there may be several.
+        if (!HasDescription(id))
+            return id.startsWith('T') && ids.contains(frame.Id);
+        const std::optional<FrameText> other = frame.Id == id ? ReadFrameText(tag, frame) : std::nullopt;
+        return other && other->Description == put.Description && other->Language == put.Language;
+    });
 }
 } // namespace
 
@@ -208,40 +248,39 @@ QByteArray MakeFrameContent(const QByteArray &id, const FrameText &text, int ver
 
 QString TagText(const ID3v2Tag &tag, const QByteArray &id)
 {
+    return ShownText(tag, FindText(tag, id));
+}
+
+bool IsTextDescribed(const ID3v2Tag &tag, const QByteArray &id)
+{
     const std::optional<FoundFrame> found = FindText(tag, id);
-    if (!found)
-        return QString();
-    return tag.Frames[found->Index].Id == "TDRC" ? YearOf(found->Text.Text) : found->Text.Text;
+    return HasDescription(id) && found && !found->Text.Description.isEmpty();
 }
 
 void SetTagText(ID3v2Tag &tag, const QByteArray &id, const QString &text)
 {
-    if (text == TagText(tag, id))
-        return;
-    std::optional<FoundFrame> found = FindText(tag, id);
-    FrameText put = found ? found->Text : FrameText();
-    put.Text = text;
-    const QList<QByteArray> ids = IdsFor(id, tag.Version);
-    // Of a plain text there is one frame. A second one shall not come back in the place of the removed one, and one
-    // that cannot be decoded makes way.
-    if (id.startsWith('T') && !HasDescription(id) && (text.isEmpty() || !found)) {
-        std::erase_if(tag.Frames, [&](const TagFrame &frame) { return ids.contains(frame.Id); });
-        found.reset();
-    }
-    PutText(tag, ids.front(), found, put);
+    SetFoundText(tag, id, HasDescription(id) ? FindPlain(tag, id) : FindText(tag, id), text);
+}
+
+void SetShownText(ID3v2Tag &tag, const QByteArray &id, const QString &text)
+{
+    SetFoundText(tag, id, FindText(tag, id), text);
 }
 
 QString NamedValue(const ID3v2Tag &tag, QStringView description)
 {
-    const std::optional<FoundFrame> found = FindNamedValue(tag, description);
-    return found ? found->Text.Text : QString();
+    return ShownText(tag, FindNamedValue(tag, description));
 }
 
 void SetNamedValue(ID3v2Tag &tag, QStringView description, const QString &text)
 {
     const std::optional<FoundFrame> found = FindNamedValue(tag, description);
-    if (text != (found ? found->Text.Text : QString()))
-        PutText(tag, "COMM", found, FrameText{text, description.toString()});
+    if (text == ShownText(tag, found))
+        return;
+    PutText(tag, "COMM", found, FrameText{text, description.toString()}, [&](const TagFrame &frame) {
+        const std::optional<FrameText> other = frame.Id == "COMM" ? ReadFrameText(tag, frame) : std::nullopt;
+        return other && other->Description == description;
+    });
 }
 
 bool IsNamedValue(QStringView description)

@@ -18,8 +18,12 @@ QByteArray MakeFrameContent(const QByteArray &id, const FrameText &text, int ver
 
 /// The text that stands for an id of version 2.3, as MP3File::GetFrame tells.
 QString TagText(const ID3v2Tag &tag, const QByteArray &id);
+/// Whether that text stands in a frame with a description.
+bool IsTextDescribed(const ID3v2Tag &tag, const QByteArray &id);
 /// Sets it as MP3File::SetFrame tells.
 void SetTagText(ID3v2Tag &tag, const QByteArray &id, const QString &text);
+/// Sets it as MP3File::SetShownFrame tells.
+void SetShownText(ID3v2Tag &tag, const QByteArray &id, const QString &text);
 
 // Values that are kept as comments, by the descriptions that other programs know.
 constexpr QStringView TempoDescription = u"MusicMatch_Tempo";

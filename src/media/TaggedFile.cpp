@@ -47,6 +47,15 @@ QString Reason(RebuildState state)
 }
 } // namespace
 
+TagPresence FindTags(const QString &path)
+{
+    try {
+        return TaggedFile(path).Tags();
+    } catch (const MediaError &) {
+        return {};
+    }
+}
+
 TaggedFile::TaggedFile(const QString &filePath) : path(filePath)
 {
     if (!file.Open(path))
@@ -102,10 +111,21 @@ ID3v1Tag TaggedFile::ReadID3v1() const
     return ID3v1Tag::FromTail(ID3v1Bytes());
 }
 
+TagPresence TaggedFile::Tags() const
+{
+    return {!ID3v1Bytes().isEmpty(), ID3v2Size(Read(0, ID3v2HeaderBytes), "ID3").has_value()};
+}
+
 void TaggedFile::RequireWhole(const ID3v2Tag &tag) const
 {
     if (!tag.Fault.isEmpty())
         throw MediaError(ShownPath(path) % u' ' % tag.Fault % u", so it is not written over."_s);
+}
+
+void TaggedFile::RequireSize(const QByteArray &bytes) const
+{
+    if (ID3v2Size(bytes, "ID3") != std::optional<qint64>(bytes.size()))
+        RequireWhole(ID3v2Tag::FromBytes(bytes));
 }
 
 void TaggedFile::PutID3v1(const ID3v1Tag &tag)
@@ -138,7 +158,7 @@ void TaggedFile::DropID3v2()
 {
     qint64 end = 0;
     for (QByteArray old = ID3v2BytesAt(0); !old.isEmpty(); old = ID3v2BytesAt(end)) {
-        RequireWhole(ID3v2Tag::FromBytes(old));
+        RequireSize(old);
         end += old.size();
     }
     front.clear();

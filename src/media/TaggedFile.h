@@ -4,6 +4,14 @@
 #include "media/ID3v2Tag.h"
 #include "platform/Files.h"
 
+/// Which tags a file has, as far as its edges tell.
+struct TagPresence {
+    bool ID3v1 = false;
+    bool ID3v2 = false;
+};
+/// Reads no more than the edges; none for a file that cannot be opened.
+TagPresence FindTags(const QString &path);
+
 /// A file whose tags are read and then perhaps written. Raises MediaError.
 class TaggedFile
 {
@@ -14,6 +22,7 @@ public:
     /// The tag at the file's front.
     ID3v2Tag ReadID3v2() const;
     ID3v1Tag ReadID3v1() const;
+    TagPresence Tags() const;
 
     // What Write is to do; without a call the tag stays as it is.
     void PutID3v1(const ID3v1Tag &tag);
@@ -29,6 +38,8 @@ private:
     QByteArray ID3v2BytesAt(qint64 offset) const;
     QByteArray ID3v1Bytes() const;
     void RequireWhole(const ID3v2Tag &tag) const;
+    /// A tag whose size is known and fits the file can go, whatever is in it.
+    void RequireSize(const QByteArray &bytes) const;
 
     QString path;
     InputFile file;

@@ -2,7 +2,6 @@
 #include "media/MP3File.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
-#include "tageditor/SetAttributes.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -77,30 +76,6 @@ private Q_SLOTS:
         }
         QVERIFY(Write("neither"));
         QCOMPARE(OGGTitleText(path), QString());
-    }
-
-    void AttributesAreSetAndCleared()
-    {
-        // A host without a clearable archive attribute is asked for the others only.
-        QVERIFY(Write("x"));
-        const int kept = SetFileAttributes(path, AttributeNormal) ? FileAttributes(path) & AttributeArchive : 0;
-        constexpr int all = AttributeReadOnly | AttributeArchive | AttributeSystem | AttributeHidden;
-        // Attributes before, requests, attributes after.
-        const std::tuple<int, AttributeRequests, int> cases[] = {
-            {all, {}, all},
-            {all, {.ReadOnly = u"CLR"_s}, all & ~AttributeReadOnly},
-            {all, {.Archive = u"CLR"_s, .Hidden = u"CLR"_s}, AttributeReadOnly | AttributeSystem},
-            {AttributeNormal, {.System = u"SET"_s}, AttributeSystem},
-            {AttributeHidden, {u"SET"_s, u"SET"_s, u"SET"_s, u"SET"_s, u"CLR"_s}, all & ~AttributeHidden},
-            {AttributeReadOnly, {u"CLR"_s, u"CLR"_s, u"CLR"_s, u"CLR"_s, u"CLR"_s}, AttributeNormal},
-        };
-        if (!SetFileAttributes(path, all))
-            QSKIP("The file system of the temporary folder keeps no extended attributes");
-        for (const auto &[before, requests, after] : cases) {
-            QVERIFY(SetFileAttributes(path, before) && SetAttributes(path, requests));
-            QCOMPARE(FileAttributes(path) & ~kept, kept == 0 ? after : after & ~(kept | AttributeNormal));
-        }
-        QVERIFY(Write("y") && !SetAttributes(path + u"gone"_s, {}));
     }
 };
 
