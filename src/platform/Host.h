@@ -58,6 +58,8 @@ struct Prompts {
 struct Shell {
     /// A document, or a web address that starts with a scheme and "://", with its registered program.
     std::function<bool(const QString &)> Open;
+    /// A text from a file as a web address, whatever it says; what would be no address but a file is refused.
+    std::function<bool(const QString &)> Browse;
     /// A folder window.
     std::function<bool(const QString &)> Explore;
     /// The desktop's file search, starting in a folder.

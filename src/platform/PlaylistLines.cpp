@@ -14,6 +14,19 @@ bool IsLetter(QChar c)
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
+/// What stands before the first colon where that is a scheme of two letters or more; else empty.
+QStringView SchemeOf(QStringView text)
+{
+    const qsizetype colon = text.indexOf(u':');
+    if (colon < 2 || !IsLetter(text[0]))
+        return {};
+    const QStringView scheme = text.first(colon);
+    const bool fits = std::all_of(scheme.begin(), scheme.end(), [](QChar c) {
+        return IsLetter(c) || (c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.';
+    });
+    return fits ? scheme : QStringView();
+}
+
 } // namespace
 
 bool HasDrive(QStringView path)
@@ -23,12 +36,14 @@ bool HasDrive(QStringView path)
 
 bool IsWebAddress(QStringView line)
 {
-    const qsizetype colon = line.indexOf(u':');
-    if (colon < 2 || !line.sliced(colon).startsWith(u"://") || !IsLetter(line[0]))
-        return false;
-    return std::all_of(line.begin(), line.begin() + colon, [](QChar c) {
-        return IsLetter(c) || (c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.';
-    });
+    const QStringView scheme = SchemeOf(line);
+    return !scheme.isEmpty() && line.sliced(scheme.size()).startsWith(u"://");
+}
+
+bool IsForeignAddress(QStringView text)
+{
+    const QStringView scheme = SchemeOf(text);
+    return !scheme.isEmpty() && scheme.compare(u"file", Qt::CaseInsensitive) != 0;
 }
 
 bool IsWebRow(QStringView path)

@@ -8,6 +8,9 @@ bool HasDrive(QStringView path);
 
 /// Whether a line is a web address: a scheme of two letters or more and "://".
 bool IsWebAddress(QStringView line);
+/// Whether a text that a file gave is an address that no desktop takes for a file: it starts with a scheme of two
+/// letters or more and a colon.
+bool IsForeignAddress(QStringView text);
 /// Whether a row stands for a web address: it has no folder, which every row shows as a backslash before its name.
 bool IsWebRow(QStringView path);
 

@@ -2,6 +2,7 @@
 
 #include "platform/Files.h"
 #include "platform/Host.h"
+#include "platform/PlaylistLines.h"
 
 #include <QSettings>
 #include <QTest>
@@ -47,6 +48,14 @@ private Q_SLOTS:
         QCOMPARE(host.Prompts.Message({u"?"_s, PromptIcon::Question, PromptButtons::YesNo}), PromptAnswer::Cancel);
         QCOMPARE(host.Prompts.Message({u"!"_s, PromptIcon::Stop, PromptButtons::Ok}), PromptAnswer::Ok);
         QVERIFY(!host.Prompts.OpenFile({}) && !host.Prompts.Line({}) && !host.Shell.Open(u"z:\\"_s));
+    }
+
+    void AddressesFromFilesOpenNoFiles()
+    {
+        for (const QString &address : {u"http://a"_s, u"view-source:http://a"_s, u"m2+a.b:x"_s})
+            QVERIFY(IsForeignAddress(address));
+        for (const QString &file : {u"a"_s, u"see http://a"_s, u"x:http://a"_s, u"File:///a?http://"_s, u"2a:b"_s})
+            QVERIFY(!IsForeignAddress(file));
     }
 
     void RandomDraws()

@@ -137,6 +137,7 @@ private:
             };
         };
         host.Shell.Open = record("open");
+        host.Shell.Browse = record("browse");
         host.Shell.Explore = record("explore");
         host.Shell.Properties = record("properties");
         host.Shell.AssociatedProgram = [this](const QString &) { return Player; };

@@ -39,6 +39,11 @@ bool Open(const QString &document)
     return ExamineFile(document).Exists && QDesktopServices::openUrl(ToUrl(document));
 }
 
+bool Browse(const QString &address)
+{
+    return IsForeignAddress(address) && QDesktopServices::openUrl(QUrl(address));
+}
+
 bool OpenFolder(const QString &folder)
 {
     return ExamineFile(folder).IsFolder && QDesktopServices::openUrl(ToUrl(folder));
@@ -108,5 +113,5 @@ QString AssociatedProgram(const QString &document)
 Shell DesktopShell()
 {
     // The desktops have no common file search; the folder's window has one.
-    return {Open, OpenFolder, OpenFolder, ShowProperties, AssociatedProgram};
+    return {Open, Browse, OpenFolder, OpenFolder, ShowProperties, AssociatedProgram};
 }

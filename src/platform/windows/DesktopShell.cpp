@@ -31,6 +31,11 @@ bool Open(const QString &document)
     return ExamineFile(document).Exists && Execute(L"open", ShortWidePath(document));
 }
 
+bool Browse(const QString &address)
+{
+    return IsForeignAddress(address) && Execute(L"open", address.toStdWString());
+}
+
 bool Explore(const QString &folder)
 {
     return ExamineFile(folder).IsFolder && Execute(L"explore", ShortWidePath(folder));
@@ -65,5 +70,5 @@ QString AssociatedProgram(const QString &document)
 
 Shell DesktopShell()
 {
-    return {Open, Explore, Find, ShowProperties, AssociatedProgram};
+    return {Open, Browse, Explore, Find, ShowProperties, AssociatedProgram};
 }
