@@ -26,7 +26,10 @@ void HeldTexts::Show(QWidget *field, const QString &text)
 
 QString HeldTexts::Text(const QWidget *field) const
 {
-    const QString shown = ShownText(field);
-    const auto found = held.constFind(field);
-    return found != held.cend() && found->Shown == shown ? found->Given : shown;
+    return IsEdited(field) ? ShownText(field) : held[field].Given;
+}
+
+bool HeldTexts::IsEdited(const QWidget *field) const
+{
+    return ShownText(field) != held[field].Shown;
 }

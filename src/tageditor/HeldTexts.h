@@ -12,6 +12,7 @@ class HeldTexts
 public:
     void Show(QWidget *field, const QString &text);
     QString Text(const QWidget *field) const;
+    bool IsEdited(const QWidget *field) const;
 
 private:
     struct HeldText {

@@ -90,6 +90,8 @@ void Id3Info::ConnectCommands()
 void Id3Info::ConnectLists()
 {
     connect(ui->ID3v2LstComments, &QTableWidget::itemSelectionChanged, this, &Id3Info::ID3v2LstComments_Click);
+    // The row that is selected already may not be the one whose text is shown.
+    connect(ui->ID3v2LstComments, &QTableWidget::cellClicked, this, &Id3Info::ID3v2LstComments_Click);
     connect(ui->ID3v2LstImages, &QTableWidget::itemSelectionChanged, this, &Id3Info::ID3v2LstImages_Click);
     // A click on the page that is shown already, and a change by click or key.
     connect(ui->Id3MainTab, &QTabWidget::tabBarClicked, this, &Id3Info::Id3MainTab_Click);
@@ -157,6 +159,12 @@ void Id3Info::EnableFields()
          {ui->ID3v2InfoPage, ui->ID3v2CommentsPage, ui->ID3v2LyricsPage, ui->ID3v2ImagesPage, ui->ID3v2MiscPage})
         page->setEnabled(v2);
     ui->ID3v2Duplicate->setEnabled(v2);
+    ShowLostTags();
+}
+
+void Id3Info::ShowLostTags()
+{
+    ui->lbLostTags->setText(lostTags.Text(!ui->ID3v1Present->isChecked(), !ui->ID3v2Present->isChecked()));
 }
 
 void Id3Info::ID3v1Present_Click()
@@ -182,19 +190,26 @@ void Id3Info::ShowOnly(int row)
 
 void Id3Info::CmdPrev_Click()
 {
-    if (FirstIndex >= 2 && FirstIndex - 1 <= main.ListView1.Count())
+    if (FirstIndex >= 2 && FirstIndex - 1 <= main.ListView1.Count() && ConfirmUpdateFirst())
         ShowOnly(FirstIndex - 1);
 }
 
 void Id3Info::CmdNext_Click()
 {
-    if (LastIndex != 0 && LastIndex < main.ListView1.Count())
+    if (LastIndex != 0 && LastIndex < main.ListView1.Count() && ConfirmUpdateFirst())
         ShowOnly(LastIndex + 1);
 }
 
 void Id3Info::CmdRefresh_Click()
 {
-    Form_Activate();
+    if (ConfirmUpdateFirst())
+        Form_Activate();
+}
+
+void Id3Info::CmdClose_Click()
+{
+    if (ConfirmUpdateFirst())
+        ToolForm::CmdClose_Click();
 }
 
 void Id3Info::CmdListen_Click()
@@ -212,12 +227,12 @@ void Id3Info::Comment_DblClick(QWidget *field)
 {
     const QString text = texts.Text(field);
     if (!text.isEmpty())
-        main.World().Shell.Open(WebSearchAddress() + text);
+        main.World().Shell.Browse(WebSearchAddress() + text);
 }
 
 void Id3Info::URL_DblClick(QWidget *field)
 {
-    const QString text = texts.Text(field);
+    const QString text = texts.Text(field).trimmed();
     if (!text.isEmpty())
-        main.World().Shell.Open(text.contains("http://"_L1) ? text : QString("http://"_L1 + text));
+        main.World().Shell.Browse(text.contains("http://"_L1) ? text : QString("http://"_L1 + text));
 }

@@ -3,9 +3,12 @@
 #include "media/MP3File.h"
 #include "session/ToolForm.h"
 #include "tageditor/HeldTexts.h"
+#include "tageditor/LostTags.h"
+#include "tageditor/TagFields.h"
 #include "tageditor/TagPicture.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include <array>
@@ -53,6 +56,7 @@ protected:
 private:
     // Handlers, by control and event.
     void Form_Activate() override;
+    void CmdClose_Click() override;
     void Id3MainTab_Click(int page);
     void ID3v1Present_Click();
     void ID3v2Present_Click();
@@ -115,7 +119,15 @@ private:
     /// The number for the tag of what stands in the track field; 0 for none.
     quint8 TrackNumber() const;
     void StoreImages(MP3File &object);
+    void StoreFrame(MP3File &object, const FrameField &frame, bool copyFlag) const;
     bool UpdateFile(const QString &path, MP3File &object, QString &reason);
+    /// True when every file has taken its tags.
+    bool Update();
+    TagFields Fields() const;
+    /// True when the caller may go on: nothing changed, updated, or not wanted.
+    bool ConfirmUpdateFirst();
+    /// One file's boxes tell enough; of several files the line beside Update does.
+    void ShowLostTags();
     void TellFailures(const QStringList &reasons);
     void SetAttribute(int attribute, bool on);
 
@@ -131,8 +143,14 @@ private:
     std::unique_ptr<Ui::Id3Info> ui;
     HeldTexts texts;
     QHash<QObject *, std::function<void()>> doubleClicks;
+    /// As they were when the files were read.
+    TagFields readFields;
+    LostTags lostTags{[this] { ShowLostTags(); }};
 
     QStringList SelectedPaths;
+    /// The frames that are shown with the text of one that has a description, which is a matter of the file they come
+    /// from: pasted elsewhere they mean the frame without one.
+    QSet<QByteArray> describedFrames;
     /// Row numbers in the grid, in the order of SelectedPaths.
     QList<int> SelectedIndexes;
     /// In lower case, with its full stop; empty when the items are of different kinds.

@@ -36,6 +36,9 @@ void Id3Info::Form_Activate()
         ui->CmdNext->setEnabled(LastIndex != main.ListView1.Count());
         ShowSelection(page);
     }
+    readFields = Fields();
+    const bool several = SelectedExtension == ".mp3"_L1 && !IsOneFile();
+    lostTags.Count(several ? SelectedPaths : QStringList());
     ui->FileInfoReadOnly->show();
     ui->FileInfoArchive->show();
     if (QWidget *field = focused; field != nullptr && field->isEnabled() && field->isVisible())
@@ -300,8 +303,12 @@ void Id3Info::LoadID3v1(const MP3File &object, bool present)
 void Id3Info::LoadID3v2(MP3File &object, bool present, bool pasteFlag)
 {
     ui->ID3v2Present->setChecked(present);
-    for (const auto &[id, field] : FrameFields())
+    describedFrames.clear();
+    for (const auto &[id, field] : FrameFields()) {
         texts.Show(field, present ? object.GetFrame(id) : QString());
+        if (!pasteFlag && object.IsDescribed(id))
+            describedFrames.insert(id);
+    }
     const auto show = [&](QWidget *field, const QString &text, const QString &copied) {
         texts.Show(field, present ? pasteFlag ? copied : text : QString());
     };

@@ -63,8 +63,8 @@ void Id3Info::StoreTagFields(MP3File &object, bool copyFlag)
     }
     if (!v2)
         return;
-    for (const auto &[id, field] : FrameFields())
-        object.SetFrame(id, texts.Text(field));
+    for (const FrameField &frame : FrameFields())
+        StoreFrame(object, frame, copyFlag);
     object.SetPreference(texts.Text(ui->ID3v2Preference));
     object.SetMood(texts.Text(ui->ID3v2Mood));
     object.SetTempo(texts.Text(ui->ID3v2Tempo));
@@ -79,6 +79,17 @@ void Id3Info::StoreTagFields(MP3File &object, bool copyFlag)
     object.Comments().Clear();
     for (const MP3Comment &comment : comments)
         object.Comments().Add(comment.Text, comment.Description);
+}
+
+void Id3Info::StoreFrame(MP3File &object, const FrameField &frame, bool copyFlag) const
+{
+    const QString text = texts.Text(frame.Field);
+    if (!describedFrames.contains(frame.Id))
+        object.SetFrame(frame.Id, text);
+    else if (copyFlag)
+        object.SetFrame(frame.Id, texts.IsEdited(frame.Field) ? text : QString());
+    else
+        object.SetShownFrame(frame.Id, text);
 }
 
 bool Id3Info::WriteTagFile(const QString &path, MP3File &object, QString &reason)
@@ -121,6 +132,11 @@ bool Id3Info::UpdateFile(const QString &path, MP3File &object, QString &reason)
 
 void Id3Info::CmdUpdate_Click()
 {
+    Update();
+}
+
+bool Id3Info::Update()
+{
     const Hourglass hourglass(this);
     const auto clearBar = qScopeGuard([this] { ui->ProgressBar1->setValue(0); });
     ui->ProgressBar1->setRange(0, 2 * static_cast<int>(SelectedPaths.size()));
@@ -140,7 +156,41 @@ void Id3Info::CmdUpdate_Click()
     }
     main.RefreshRows(SelectedIndexes, SelectedPaths);
     TellFailures(reasons);
-    CmdRefresh_Click();
+    Form_Activate();
+    return reasons.isEmpty();
+}
+
+TagFields Id3Info::Fields() const
+{
+    TagFields fields{ui->ID3v1Present->isChecked(), ui->ID3v2Present->isChecked()};
+    const auto take = [&fields](const QWidget *page) {
+        for (const auto *field : page->findChildren<QLineEdit *>())
+            fields.Texts.append(field->text());
+        for (const auto *field : page->findChildren<QPlainTextEdit *>())
+            fields.Texts.append(field->toPlainText());
+        for (const auto *field : page->findChildren<QComboBox *>())
+            fields.Texts.append(field->currentText());
+    };
+    if (fields.HasID3v1)
+        take(ui->ID3v1InfoPage);
+    if (!fields.HasID3v2)
+        return fields;
+    for (const QWidget *page : {ui->ID3v2InfoPage, ui->ID3v2LyricsPage, ui->ID3v2MiscPage})
+        take(page);
+    fields.Comments = QList<MP3Comment>(comments.begin(), comments.end());
+    for (const TagPicture &picture : Id3v2ImageList)
+        fields.Images.append(picture.Image());
+    return fields;
+}
+
+bool Id3Info::ConfirmUpdateFirst()
+{
+    if (Fields() == readFields)
+        return true;
+    const QString text = IsOneFile() ? u"The tags have been changed. Do you want to update the file first?"_s
+                                     : u"The tags have been changed. Do you want to update the files first?"_s;
+    const PromptAnswer answer = main.World().Prompts.Message({text, PromptIcon::Question, PromptButtons::YesNoCancel});
+    return answer == PromptAnswer::Yes ? Update() : answer == PromptAnswer::No;
 }
 
 void Id3Info::TellFailures(const QStringList &reasons)

@@ -1,6 +1,29 @@
 #pragma once
 
+#include "media/MP3File.h"
 #include "support/FormDriver.h"
+
+#include <memory>
+
+inline std::unique_ptr<MP3File> Tags(const QString &path)
+{
+    auto file = std::make_unique<MP3File>();
+    file->ReadTags(path, false);
+    return file;
+}
+
+/// Which tags a file has: "1", "2", "12" or nothing.
+inline QString Kinds(const QString &path)
+{
+    const auto file = Tags(path);
+    return QLatin1StringView(file->HasID3v1() ? "1" : "") + QLatin1StringView(file->HasID3v2() ? "2" : "");
+}
+
+inline constexpr const char *v1Fields = "^ID3v1(Title|Artist|Album|Track|Genre|Year|Comment)$";
+/// All of the second tag but the comment in work.
+inline constexpr const char *v2Fields =
+    "^ID3v2(Title|Artist|Album|Track|Genre|Year|Composer|OrigArtist|Copyright|EncodedBy|Lyrics|UserText|URL|ArtistURL|"
+    "Preference|Mood|Tempo|Situation)$";
 
 /// A main window and the tag editor over it.
 struct TagEditor : FormDriver {
@@ -34,5 +57,27 @@ struct TagEditor : FormDriver {
         F.Prompts.ExpectPath(QString(), path);
         F.Prompts.ExpectPath(QStringLiteral("Enter description."), QString());
         Click("ID3v2ImageAdd");
+    }
+
+    /// The texts of all fields, by their names: pages that are turned to change places.
+    QStringList Fields() const
+    {
+        QStringList texts;
+        for (const QWidget *field : Named(v1Fields) + Named(v2Fields))
+            texts.append(field->objectName() + u'=' + Text(field->objectName().toLatin1().constData()));
+        texts.sort();
+        return texts;
+    }
+
+    /// Before a click that would lose changed fields of one file.
+    void ExpectQuestion(PromptAnswer answer)
+    {
+        F.Prompts.Expect(QStringLiteral("The tags have been changed. Do you want to update the file first?"), answer);
+    }
+    /// Reads the file again, whatever was changed.
+    void Reset()
+    {
+        ExpectQuestion(PromptAnswer::No);
+        Click("CmdRefresh");
     }
 };
