@@ -58,6 +58,9 @@ public:
         const int size = sizes[bytes[2] >> 4];
         return size == 0 || (bytes[2] & 2) == 0 ? size : size + slot;
     }
+    /// Bytes of the shortest and of the longest frame of this stream that can be.
+    int Smallest() const { return sizes[0] != 0 ? sizes[0] : sizes[1]; }
+    int Largest() const { return (sizes[0] != 0 ? sizes[0] : sizes[14]) + slot; }
     /// Bits per second of that frame; 0 for free format.
     int BitRateOf(const unsigned char *bytes) const { return rates[bytes[2] >> 4]; }
 

@@ -39,7 +39,7 @@ bool ID3v2Parser::ReadHeader()
     const std::optional<qint64> size = ID3v2Size(source, "ID3");
     if (!size)
         return Fail(u"has an ID3v2 tag whose size cannot be read"_s);
-    version = source[3];
+    version = static_cast<quint8>(source[3]);
     if (version < 2 || version > 4)
         return Fail(u"has an ID3v2 tag of an unknown version"_s);
     tag.Present = true;

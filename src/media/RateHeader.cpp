@@ -1,20 +1,12 @@
 #include "media/RateHeader.h"
 
-#include <cstring>
-#include <string_view>
+#include "media/StreamBytes.h"
 
 namespace
 {
-using Bytes = std::span<const unsigned char>;
-
 constexpr std::size_t XingPlaces[] = {13, 15, 21, 23, 36, 38};
 constexpr std::size_t VBRIPlace = 36;
 constexpr std::size_t TableBytes = 100;
-
-bool Starts(Bytes bytes, std::string_view mark)
-{
-    return bytes.size() >= mark.size() && std::memcmp(bytes.data(), mark.data(), mark.size()) == 0;
-}
 
 Bytes Behind(Bytes bytes, std::size_t count)
 {

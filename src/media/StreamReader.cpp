@@ -2,17 +2,17 @@
 
 #include "media/FileWindow.h"
 #include "media/RateHeader.h"
+#include "media/StreamBytes.h"
 #include "media/TagEdges.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <optional>
+#include <vector>
 
 namespace
 {
-using Bytes = std::span<const unsigned char>;
-
 // Enough of a file's front to see a tag, and of the audio's front for two frames of any usual rate and what follows:
 // in a long list every kilobyte that is not fetched counts.
 constexpr std::size_t TagBytes = 256;
@@ -22,11 +22,16 @@ constexpr std::size_t BlockBytes = 256 * 1024;
 // Streams up to this size are walked: that costs no more than looking at places.
 constexpr std::int64_t WalkedBytes = 64 * 1024;
 constexpr int Places = 24;
+// So many frames in a row are no chance.
+constexpr int SettledRun = 8;
 // The longest frame of free format that is looked for: 640 kilobits at 16 kilohertz, layer II.
 constexpr std::size_t LongestFree = 5764;
 constexpr std::size_t ShortestFree = 24;
+constexpr int MostFreeKilobits = 640;
 // More syncs in a free format frame than this are no frame.
 constexpr int FreeTries = 4;
+// More streams of free format than this are not followed through one file.
+constexpr int FreeWalks = 4;
 constexpr std::int64_t ID3v1Bytes = 128;
 
 struct Frame {
@@ -36,11 +41,27 @@ struct Frame {
     FramePattern Pattern;
 };
 
+// Where frames of one kind begin, and the longest row of them.
+struct Start {
+    Frame First;
+    int Run = 0;
+};
+
 struct Count {
-    std::int64_t Frames = 0;
+    double Seconds = 0;
     std::int64_t Bytes = 0;
     bool Variable = false;
 };
+
+double SecondsOf(const FrameHeader &kind, std::int64_t samples)
+{
+    return static_cast<double>(samples) / kind.SampleRate;
+}
+
+int KilobitsOf(std::int64_t bytes, double seconds)
+{
+    return static_cast<int>(std::lround(8.0 * static_cast<double>(bytes) / seconds / 1000));
+}
 
 class StreamReader
 {
@@ -51,14 +72,21 @@ public:
 
 private:
     std::int64_t End();
-    bool FindFrame(std::int64_t from, const FramePattern *stream, Frame &frame);
+    bool FindStream();
+    bool FindFrame(std::int64_t from, Frame &frame);
+    bool FindNext(std::int64_t from, Frame &frame);
     std::int64_t FindSync(std::int64_t from);
-    bool Confirm(std::int64_t position, const FramePattern *stream, Frame &frame);
+    bool IsFrame(std::int64_t position, Frame &frame);
+    bool IsNext(std::int64_t position, const Frame &last, Frame &frame);
+    bool IsOtherRate(std::int64_t position, const Frame &last, Frame &frame);
     bool IsFollowed(const Frame &frame);
+    int RunFrom(const Frame &frame);
     int MeasureFree(std::int64_t position, const FrameHeader &kind);
     bool IsThirdFree(std::int64_t position, Bytes bytes, std::size_t place, const FrameHeader &kind);
+    bool FillsAudio(const Frame &frame);
     bool EndsAt(std::int64_t position);
 
+    bool TakeHeader(const Frame &frame);
     bool BelieveHeader();
     bool HeaderFits(std::int64_t surplus, double bytesPerSecond);
     bool IsPlausible() const;
@@ -70,15 +98,18 @@ private:
     bool HasFrameAt(std::int64_t number, std::int64_t padding, std::int64_t &position);
     std::int64_t CountLast(std::int64_t position, std::int64_t audioEnd);
     void Walk();
-    std::int64_t CountRow(std::int64_t position, Count &count);
+    Count CountFrames(Frame frame);
+    std::int64_t CountRow(const Frame &frame, int rate, Count &count);
 
-    void SetLength(std::int64_t frames, std::int64_t silentSamples);
-    int AverageKilobits(std::int64_t bytes, std::int64_t frames) const;
+    double LengthOf(std::int64_t frames) const { return SecondsOf(first.Header, frames * first.Header.Samples); }
     int SteadyKilobits() const;
 
     const InputFile &file;
     FileWindow window;
+    // Behind the leading tags.
+    std::int64_t begin = 0;
     std::optional<std::int64_t> end;
+    int freeWalks = 0;
     // The first frame of all, which may carry a header, and the first one with sound.
     Frame front;
     Frame first;
@@ -89,7 +120,7 @@ private:
 std::int64_t StreamReader::End()
 {
     if (!end)
-        end = FindAudioEnd(file, front.Position);
+        end = FindAudioEnd(file, begin);
     return *end;
 }
 
@@ -126,41 +157,102 @@ std::int64_t StreamReader::FindSync(std::int64_t from)
     }
 }
 
-// The first real frame from a place on; of a given stream when there is one.
-bool StreamReader::FindFrame(std::int64_t from, const FramePattern *stream, Frame &frame)
+// Sets the first frame of all. A short row of frames may be chance: it is the stream's beginning when a long one of its
+// kind follows, and the stream itself when the file has no longer one.
+bool StreamReader::FindStream()
+{
+    std::vector<Start> starts;
+    Start start;
+    for (std::int64_t from = begin; FindFrame(from, start.First); from = start.First.Position + 1) {
+        const auto known = std::find_if(starts.begin(), starts.end(), [&start](const Start &other) {
+            return SameStream(other.First.Header, start.First.Header);
+        });
+        const bool isNew = known == starts.end();
+        front = isNew ? start.First : known->First;
+        if (isNew && TakeHeader(front))
+            return true;
+        // As little as settles it at first; a search needs blocks.
+        window.SetAhead(starts.empty() ? SettledRun * static_cast<std::size_t>(front.Pattern.Largest()) : BlockBytes);
+        start.Run = RunFrom(start.First);
+        if (start.Run == SettledRun)
+            return true;
+        if (isNew)
+            starts.push_back(start);
+        else
+            known->Run = std::max(known->Run, start.Run);
+    }
+    const auto best = std::max_element(starts.begin(), starts.end(),
+                                       [](const Start &one, const Start &other) { return one.Run < other.Run; });
+    if (best == starts.end())
+        return false;
+    front = best->First;
+    return true;
+}
+
+// The first place from there on where a frame is followed by another one of its kind.
+bool StreamReader::FindFrame(std::int64_t from, Frame &frame)
 {
     for (std::int64_t position = FindSync(from); position >= 0; position = FindSync(position + 1)) {
-        if (Confirm(position, stream, frame))
+        if (IsFrame(position, frame))
             return true;
     }
     return false;
 }
 
-bool StreamReader::Confirm(std::int64_t position, const FramePattern *stream, Frame &frame)
+// The same where a stream breaks off, given a frame of it.
+bool StreamReader::FindNext(std::int64_t from, Frame &frame)
+{
+    const Frame last = frame;
+    for (std::int64_t position = FindSync(from); position >= 0; position = FindSync(position + 1)) {
+        if (IsNext(position, last, frame))
+            return true;
+        // At another sample rate at once, or for some time behind something else.
+        if (IsOtherRate(position, last, frame) && (position == from || RunFrom(frame) == SettledRun))
+            return true;
+    }
+    return false;
+}
+
+bool StreamReader::IsFrame(std::int64_t position, Frame &frame)
 {
     const Bytes bytes = window.At(position, FrameHeaderBytes);
-    if (bytes.size() < FrameHeaderBytes || (stream != nullptr && stream->SizeOf(bytes.data()) == 0) ||
-        !ParseFrameHeader(bytes.data(), frame.Header))
+    if (bytes.size() < FrameHeaderBytes || !ParseFrameHeader(bytes.data(), frame.Header))
         return false;
     frame.Position = position;
-    if (stream != nullptr) {
-        frame.Pattern = *stream;
-        frame.Size = stream->SizeOf(bytes.data());
-        return IsFollowed(frame);
-    }
+    int unpadded = 0;
     if (frame.Header.BitRate != 0) {
         frame.Size = frame.Header.Size();
         if (!IsFollowed(frame))
             return false;
-        frame.Pattern = FramePattern(window.At(position, FrameHeaderBytes).data(), 0);
-        return true;
+    } else {
+        unpadded = MeasureFree(position, frame.Header);
+        if (unpadded == 0)
+            return false;
+        frame.Size = unpadded + (frame.Header.Padded ? frame.Header.Slot : 0);
     }
-    const int unpadded = MeasureFree(position, frame.Header);
-    if (unpadded == 0)
-        return false;
-    frame.Size = unpadded + (frame.Header.Padded ? frame.Header.Slot : 0);
     frame.Pattern = FramePattern(window.At(position, FrameHeaderBytes).data(), unpadded);
-    return true;
+    return frame.Header.BitRate != 0 || FillsAudio(frame);
+}
+
+// Whether a frame of the same kind as the last one stands there.
+bool StreamReader::IsNext(std::int64_t position, const Frame &last, Frame &frame)
+{
+    const Bytes bytes = window.At(position, FrameHeaderBytes);
+    if (bytes.size() < FrameHeaderBytes || last.Pattern.SizeOf(bytes.data()) == 0)
+        return false;
+    frame.Position = position;
+    frame.Size = last.Pattern.SizeOf(bytes.data());
+    frame.Pattern = last.Pattern;
+    return ParseFrameHeader(bytes.data(), frame.Header) && IsFollowed(frame);
+}
+
+// Whether the stream can go on there at another sample rate. One of free format does not.
+bool StreamReader::IsOtherRate(std::int64_t position, const Frame &last, Frame &frame)
+{
+    const Bytes bytes = window.At(position, FrameHeaderBytes);
+    FrameHeader kind;
+    return bytes.size() >= FrameHeaderBytes && ParseFrameHeader(bytes.data(), kind) && kind.BitRate != 0 &&
+           last.Header.BitRate != 0 && kind.Layer == last.Header.Layer && IsFrame(position, frame);
 }
 
 bool StreamReader::IsFollowed(const Frame &frame)
@@ -172,6 +264,21 @@ bool StreamReader::IsFollowed(const Frame &frame)
         SameStream(frame.Header, next))
         return true;
     return EndsAt(frame.Position + frame.Size);
+}
+
+// The frames of one kind in a row from there, as far as they matter. Two that reach the audio's end could go on.
+int StreamReader::RunFrom(const Frame &frame)
+{
+    window.At(frame.Position, SettledRun * static_cast<std::size_t>(frame.Pattern.Largest()));
+    std::int64_t position = frame.Position;
+    for (int run = 0; run < SettledRun; ++run) {
+        const Bytes bytes = window.At(position, FrameHeaderBytes);
+        const int size = bytes.size() < FrameHeaderBytes ? 0 : frame.Pattern.SizeOf(bytes.data());
+        if (size == 0)
+            return run > 1 && (position >= End() || EndsAt(position)) ? SettledRun : run;
+        position += size;
+    }
+    return SettledRun;
 }
 
 // The length of an unpadded frame, told by the two frames that follow; 0 when there are none.
@@ -191,6 +298,8 @@ int StreamReader::MeasureFree(std::int64_t position, const FrameHeader &kind)
         if (!ParseFrameHeader(bytes.data() + size, second) || !SameStream(kind, second))
             continue;
         const int unpadded = static_cast<int>(size) - (kind.Padded ? kind.Slot : 0);
+        if (unpadded % kind.Slot != 0 || KilobitsOf(unpadded, SecondsOf(kind, kind.Samples)) > MostFreeKilobits)
+            continue;
         const auto third = size + static_cast<std::size_t>(unpadded + (second.Padded ? second.Slot : 0));
         if (IsThirdFree(position, bytes, third, kind))
             return unpadded;
@@ -208,27 +317,43 @@ bool StreamReader::IsThirdFree(std::int64_t position, Bytes bytes, std::size_t p
     return EndsAt(position + static_cast<std::int64_t>(place));
 }
 
+// What repeats at one distance is found in pictures, in texts and in waves; free format is believed when its frames are
+// most of the file, and in no file of another kind that says so.
+bool StreamReader::FillsAudio(const Frame &frame)
+{
+    if (freeWalks == FreeWalks)
+        return false;
+    ++freeWalks;
+    return 2 * CountFrames(frame).Bytes > End() - begin && !Starts(window.At(begin, 4), "RIFF");
+}
+
 StreamState StreamReader::Read()
 {
     window.At(0, TagBytes);
     window.SetAhead(FrontBytes);
-    const std::int64_t begin = SkipLeadingTags(window, file.Size());
-    if (!FindFrame(begin, nullptr, front))
+    begin = SkipLeadingTags(window, file.Size());
+    if (!FindStream())
         return window.Failed() ? StreamState::Unreadable : StreamState::NoAudio;
     first = front;
-    const auto size = static_cast<std::size_t>(front.Size);
-    const Bytes bytes = window.At(front.Position, size);
-    RateHeader found;
-    if (front.Header.Layer == 3 && bytes.size() >= size && ReadRateHeader(bytes.first(size), found)) {
-        header = found;
-        // A header with nothing behind it still tells the stream's kind.
-        if (!FindFrame(front.Position + front.Size, &front.Pattern, first))
-            first = front;
-    }
+    // A header with nothing behind it still tells the stream's kind.
+    if (header && !FindNext(front.Position + front.Size, first))
+        first = front;
     Facts.First = first.Header;
     if (!BelieveHeader())
         Measure();
     return window.Failed() ? StreamState::Unreadable : StreamState::Known;
+}
+
+// A frame that carries a header of the encoder's has no sound.
+bool StreamReader::TakeHeader(const Frame &frame)
+{
+    const auto size = static_cast<std::size_t>(frame.Size);
+    const Bytes bytes = window.At(frame.Position, size);
+    RateHeader found;
+    if (frame.Header.Layer != 3 || bytes.size() < size || !ReadRateHeader(bytes.first(size), found))
+        return false;
+    header = found;
+    return true;
 }
 
 // Length and rate from the header, when the audio that is there bears it out.
@@ -236,22 +361,22 @@ bool StreamReader::BelieveHeader()
 {
     if (!header || header->Frames <= 0 || header->Bytes <= 0 || !IsPlausible())
         return false;
-    const double seconds = static_cast<double>(header->Frames * first.Header.Samples) / first.Header.SampleRate;
-    const double bytesPerSecond = static_cast<double>(header->Bytes) / seconds;
+    const double bytesPerSecond = static_cast<double>(header->Bytes) / LengthOf(header->Frames);
     const std::int64_t surplus = file.Size() - front.Position - header->Bytes;
     if (!HeaderFits(surplus, bytesPerSecond) && !HeaderFits(surplus - ID3v1Bytes, bytesPerSecond)) {
         const std::int64_t rest = End() - front.Position - header->Bytes;
         if (!HeaderFits(rest, bytesPerSecond)) {
             const std::int64_t allowed = std::max<std::int64_t>(2000, header->Bytes / 50);
-            Frame behind;
+            Frame behind = first;
             // More bytes are well when they hold no frames; fewer mean a cut stream.
-            if (rest < 0 || rest > allowed || FindFrame(front.Position + header->Bytes, &first.Pattern, behind))
+            if (rest < 0 || rest > allowed || FindNext(front.Position + header->Bytes, behind))
                 return false;
         }
     }
-    SetLength(header->Frames, header->Delay + header->Padding);
+    const double seconds = LengthOf(header->Frames);
+    Facts.Seconds = seconds - SecondsOf(first.Header, header->Delay + header->Padding);
     Facts.Variable = IsVariable();
-    Facts.Kilobits = Facts.Variable ? AverageKilobits(header->Bytes - front.Size, header->Frames) : SteadyKilobits();
+    Facts.Kilobits = Facts.Variable ? KilobitsOf(header->Bytes - front.Size, seconds) : SteadyKilobits();
     return true;
 }
 
@@ -267,10 +392,10 @@ bool StreamReader::HeaderFits(std::int64_t surplus, double bytesPerSecond)
 // Whether frames and bytes can belong to one stream of this kind.
 bool StreamReader::IsPlausible() const
 {
-    const std::int64_t samples = header->Frames * first.Header.Samples;
-    const std::int64_t mean = header->Bytes / header->Frames;
-    if (header->Delay + header->Padding >= samples || mean < static_cast<std::int64_t>(ShortestFree) / 2 ||
-        mean > static_cast<std::int64_t>(LongestFree))
+    // Some encoders count the header's frame in one number and not in the other.
+    if (header->Delay + header->Padding >= header->Frames * first.Header.Samples ||
+        header->Bytes + front.Size < header->Frames * first.Pattern.Smallest() ||
+        header->Bytes - front.Size > header->Frames * first.Pattern.Largest())
         return false;
     if (!header->Constant || first.Header.BitRate == 0)
         return true;
@@ -286,7 +411,7 @@ bool StreamReader::IsVariable()
         return false;
     constexpr double Near = 0.02;
     const double rate = first.Header.BitRate;
-    const double seconds = static_cast<double>(header->Frames * first.Header.Samples) / first.Header.SampleRate;
+    const double seconds = LengthOf(header->Frames);
     const double most = 8.0 * static_cast<double>(header->Bytes) / seconds;
     const double least = 8.0 * static_cast<double>(header->Bytes - front.Size) / seconds;
     if (rate > most * (1 + Near) || rate < least * (1 - Near))
@@ -303,7 +428,7 @@ void StreamReader::Measure()
         Walk();
         return;
     }
-    SetLength(frames, 0);
+    Facts.Seconds = LengthOf(frames);
     Facts.Kilobits = SteadyKilobits();
 }
 
@@ -382,62 +507,60 @@ std::int64_t StreamReader::CountLast(std::int64_t position, std::int64_t audioEn
     return count;
 }
 
-// Every frame, from the first with sound on. Where the row of frames breaks, the next real one is looked for.
+// A header with nothing behind it is no sound.
 void StreamReader::Walk()
 {
-    window.SetAhead(BlockBytes);
-    Count count;
-    Frame next = first;
-    // A header with nothing behind it is no sound.
-    bool more = !header || first.Position != front.Position;
-    while (more) {
-        const std::int64_t position = CountRow(next.Position, count);
-        more = FindFrame(position + 1, &first.Pattern, next) && next.Position < End();
-    }
-    SetLength(count.Frames, 0);
+    const Count count = header && first.Position == front.Position ? Count() : CountFrames(first);
+    Facts.Seconds = count.Seconds;
     Facts.Variable = count.Variable;
-    Facts.Kilobits = count.Variable ? AverageKilobits(count.Bytes, count.Frames) : SteadyKilobits();
+    Facts.Kilobits = count.Variable ? KilobitsOf(count.Bytes, count.Seconds) : SteadyKilobits();
 }
 
-// Counts whole frames that follow each other; returns where the row ends.
-std::int64_t StreamReader::CountRow(std::int64_t position, Count &count)
+// Every frame from there on. Where the row of frames breaks, the next real one is looked for.
+Count StreamReader::CountFrames(Frame frame)
+{
+    window.SetAhead(BlockBytes);
+    const int rate = frame.Header.BitRate;
+    Count count;
+    std::int64_t position = 0;
+    do {
+        position = CountRow(frame, rate, count);
+    } while (FindNext(position, frame) && frame.Position < End());
+    return count;
+}
+
+// Counts whole frames of one kind that follow each other; returns where the row ends.
+std::int64_t StreamReader::CountRow(const Frame &frame, int rate, Count &count)
 {
     const std::int64_t audioEnd = End();
-    for (;;) {
+    const FramePattern &pattern = frame.Pattern;
+    std::int64_t position = frame.Position;
+    std::int64_t frames = 0;
+    for (bool more = true; more;) {
         const Bytes bytes = window.At(position, FrameHeaderBytes);
-        std::int64_t offset = 0;
         const auto last = static_cast<std::int64_t>(bytes.size()) - static_cast<std::int64_t>(FrameHeaderBytes);
+        std::int64_t offset = 0;
+        more = false;
         while (offset <= last) {
-            const int size = first.Pattern.SizeOf(bytes.data() + offset);
-            if (size == 0 || position + offset + size > audioEnd)
-                return position + offset;
-            count.Variable = count.Variable || first.Pattern.BitRateOf(bytes.data() + offset) != first.Header.BitRate;
-            count.Bytes += size;
-            ++count.Frames;
+            const int size = pattern.SizeOf(bytes.data() + offset);
+            more = size != 0 && position + offset + size <= audioEnd;
+            if (!more)
+                break;
+            count.Variable = count.Variable || pattern.BitRateOf(bytes.data() + offset) != rate;
             offset += size;
+            ++frames;
         }
-        if (offset == 0)
-            return position;
         position += offset;
     }
-}
-
-void StreamReader::SetLength(std::int64_t frames, std::int64_t silentSamples)
-{
-    Facts.Seconds = static_cast<double>(frames * first.Header.Samples - silentSamples) /
-                    static_cast<double>(first.Header.SampleRate);
+    count.Bytes += position - frame.Position;
+    count.Seconds += SecondsOf(frame.Header, frames * frame.Header.Samples);
+    return position;
 }
 
 int StreamReader::SteadyKilobits() const
 {
     const int unpadded = first.Size - (first.Header.Padded ? first.Header.Slot : 0);
-    return first.Header.BitRate == 0 ? AverageKilobits(unpadded, 1) : first.Header.BitRate / 1000;
-}
-
-int StreamReader::AverageKilobits(std::int64_t bytes, std::int64_t frames) const
-{
-    const double seconds = static_cast<double>(frames * first.Header.Samples) / first.Header.SampleRate;
-    return static_cast<int>(std::lround(8.0 * static_cast<double>(bytes) / seconds / 1000));
+    return first.Header.BitRate == 0 ? KilobitsOf(unpadded, LengthOf(1)) : first.Header.BitRate / 1000;
 }
 } // namespace
 

@@ -1,15 +1,13 @@
 #include "media/TagEdges.h"
 
 #include "media/ID3v2Bytes.h"
+#include "media/StreamBytes.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string_view>
 
 namespace
 {
-using Bytes = std::span<const unsigned char>;
-
 constexpr std::int64_t APEBytes = 32;
 constexpr std::int64_t ID3v1Bytes = 128;
 constexpr std::int64_t EnhancedBytes = 227;
@@ -19,11 +17,6 @@ constexpr std::int64_t LyricsSizeBytes = 6;
 constexpr std::int64_t LyricsLongest = 5100 + 11;
 // Enough for the marks of the tags that usually stand there.
 constexpr std::size_t TailBytes = 512;
-
-bool Starts(Bytes bytes, std::string_view mark)
-{
-    return bytes.size() >= mark.size() && std::memcmp(bytes.data(), mark.data(), mark.size()) == 0;
-}
 
 std::int64_t LittleEndian(const unsigned char *bytes)
 {

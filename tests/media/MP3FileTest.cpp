@@ -19,7 +19,6 @@ class MP3FileTest : public QObject
 
     const QString dataFolder = QStringLiteral(TEST_DATA) + u'/';
     const QTemporaryDir folder;
-    const QString streamPath = FromHostPath(folder.filePath(u"stream.mp3"_s));
     MP3File file;
 
     QByteArray DataFile(const QString &name) const
@@ -32,10 +31,12 @@ class MP3FileTest : public QObject
     /// Reads these bytes from a file; false when they hold no audio.
     bool Read(const QByteArray &content)
     {
+        QFile stream(folder.filePath(u"stream.mp3"_s));
+        if (!stream.open(QIODevice::WriteOnly) || stream.write(content) != content.size())
+            return false;
+        stream.close();
         try {
-            if (!WriteWholeFile(streamPath, content))
-                return false;
-            file.ReadMPEG(streamPath);
+            file.ReadMPEG(FromHostPath(stream.fileName()));
             return true;
         } catch (const MediaError &) {
             return false;
@@ -49,8 +50,9 @@ class MP3FileTest : public QObject
         if (Read(content) != walk.HasAudio)
             return walk.HasAudio ? u"no audio"_s : u"audio where there is none"_s;
         const double rate = file.Bitrate().section(u' ', 0, 0).toDouble();
-        const bool sameRate = walk.Kilobits == 0 || (file.Bitrate().contains(u"VBR"_s) == walk.Variable &&
-                                                     std::abs(rate - walk.Kilobits) <= 2.5);
+        const bool sameRate = file.SampleRate() == walk.SampleRate &&
+                              (walk.Kilobits == 0 || (file.Bitrate().contains(u"VBR"_s) == walk.Variable &&
+                                                      std::abs(rate - walk.Kilobits) <= 2.5));
         if (std::abs(file.SongLength() - walk.Seconds) <= 0.1 && sameRate)
             return QString();
         const QString read = QString::number(file.SongLength()) + u" s, "_s + file.Bitrate();
@@ -129,7 +131,15 @@ private Q_SLOTS:
         const QByteArray steady = SilentStream(9, 10440);
         // Two megabytes of what looks like frames.
         const QByteArray largeTag = QByteArray("ID3\4\0\0\1\0\0\0", 10) + SilentStream(5, 10040).first(1 << 21);
+        // A few frames of other kinds, by chance or by a cut, and then the stream.
+        const QByteArray x(900, 'x');
+        const QByteArray chance = x + SilentStream(12, 3, true, 1) + x + SilentStream(11, 2, true, 2) + x;
+        const QByteArray cut = SilentStream(9, 7) + x;
         const std::pair<QByteArray, QString> cases[] = {
+            {chance + SilentStream(9, 460) + chance, u"128"_s},
+            {cut + chance + SilentStream(12, 8) + chance + cut, u"163 VBR"_s},
+            {SilentStream(5, 900) + SilentStream(5, 900, true, 1) + SilentStream(5, 900, true, 2), u"64"_s},
+            {SilentStream(5, 900) + chance + SilentStream(12, 900, true, 1) + chance + cut, u"141 VBR"_s},
             {steady + tag, u"128"_s},
             {steady.chopped(200) + tag, u"128"_s},
             {SilentStream(2, 3000), u"40"_s},
@@ -155,6 +165,11 @@ private Q_SLOTS:
         QCOMPARE(Difference(changed.replace(counts - 4, 4, QByteArray(4, '\0'))), QString());
         changed = stream;
         QCOMPARE(Difference(changed.replace(counts + 5, 1, "\t")), QString());
+        // Frames of 23 and of 1,500 bytes, which this rate does not have.
+        for (const char frames : {'\x03', '\0'}) {
+            changed = stream;
+            QCOMPARE(Difference(changed.replace(counts + 2, 2, QByteArray{1, frames}.append('\x0F'))), QString());
+        }
         changed = stream;
         QVERIFY(Read(changed.replace(counts, 1, "\1")));
         QVERIFY(std::abs(file.SongLength() - 2.247) < 0.1);
@@ -162,10 +177,16 @@ private Q_SLOTS:
 
     void RefusesWhatIsNoAudio()
     {
-        const QByteArray freeFormat = QByteArray("\xFF\xFB\x00\x00", 4) + QByteArray(6000, '\xFF');
+        const auto FreeFormat = [](qsizetype size, char fill) {
+            return QByteArray("\xFF\xFB\0", 3).leftJustified(size, fill);
+        };
+        // What looks like free format: three frames by chance, waves and texts that repeat, a rate that none has.
+        const QByteArray byChance = QByteArray(9000, 'x') + FreeFormat(500, 'x').repeated(8) + QByteArray(9000, 'x');
+        const QByteArray waves = "RIFF, a wave: " + FreeFormat(400, '\x20').repeated(200);
         for (const QByteArray &content :
              {QByteArray(), QByteArray(4000000, '\xFF'), QByteArray("\xFF\xFB\x90\x00", 4).repeated(1000000),
-              freeFormat.repeated(700), QByteArray("ID3\3\0\0\0\0\0\0", 10).repeated(200000)}) {
+              FreeFormat(6004, '\xFF').repeated(700), QByteArray("ID3\3\0\0\0\0\0\0", 10).repeated(200000), byChance,
+              byChance.repeated(9), waves, FreeFormat(2318, '\0').repeated(90)}) {
             QVERIFY(Read(DataFile(u"cbr128-mpeg1-joint-info.mp3"_s)));
             QVERIFY(!Read(content));
             QCOMPARE(file.FileSize(), content.size());
