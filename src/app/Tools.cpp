@@ -1,6 +1,7 @@
 #include "app/Tools.h"
 
 #include "purge/FilterForm.h"
+#include "reports/ReportForm.h"
 #include "tageditor/Id3Info.h"
 
 namespace
@@ -14,6 +15,7 @@ ToolForm *MakeForm(Main &main)
 constexpr Tool tools[] = {
     {"MEditId3", "Id3Info", &MakeForm<Id3Info>},
     {"MToolsFilter", "FilterForm", &MakeForm<FilterForm>, nullptr, true},
+    {"MToolsReport", "ReportForm", &MakeForm<ReportForm>},
 };
 } // namespace
 

@@ -98,7 +98,8 @@ void PrepareFileDialog(QFileDialog &dialog, const FilePrompt &prompt)
     dialog.setDirectory(folder);
     dialog.setNameFilter(QtFilter(prompt.Filter));
     dialog.setDefaultSuffix(prompt.DefaultExtension);
-    if (!name.isEmpty())
+    // A mask proposes the folder alone.
+    if (!name.isEmpty() && !name.contains(u'*'))
         dialog.selectFile(name);
 }
 

@@ -27,7 +27,8 @@ void LongRun::SetLimits(int minimum, int maximum)
 void LongRun::SetValue(int value)
 {
     current = value;
-    if (pace.Due() || (bar != nullptr && value == bar->maximum()))
+    const bool isLimit = bar != nullptr && (value == bar->minimum() || value == bar->maximum());
+    if (pace.Due() || isLimit)
         Paint();
 }
 

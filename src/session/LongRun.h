@@ -8,7 +8,7 @@
 class QLabel;
 class QProgressBar;
 
-/// A long run of a window while it lives: shows its progress, painted at most 30 times a second and the last value
+/// A long run of a window while it lives: shows its progress, painted at most 30 times a second and the limits
 /// always, keeps the window system served, and is ended by Escape. All other keys and clicks are dropped meanwhile.
 class LongRun : public QObject
 {

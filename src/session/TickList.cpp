@@ -20,6 +20,20 @@ void TickList::TickAll(bool on)
         SetTicked(row, on);
 }
 
+void TickList::SwapRows(int row, int other)
+{
+    QTreeWidgetItem *one = topLevelItem(row);
+    QTreeWidgetItem *two = topLevelItem(other);
+    for (int column = 0; column < columnCount(); ++column) {
+        const QString text = one->text(column);
+        one->setText(column, two->text(column));
+        two->setText(column, text);
+    }
+    const bool ticked = IsTicked(row);
+    SetTicked(row, IsTicked(other));
+    SetTicked(other, ticked);
+}
+
 int TickList::SelectedRow() const
 {
     const QList<QTreeWidgetItem *> rows = selectedItems();

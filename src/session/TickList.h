@@ -17,6 +17,8 @@ public:
     bool IsTicked(int row) const { return topLevelItem(row)->checkState(0) == Qt::Checked; }
     void SetTicked(int row, bool on) { topLevelItem(row)->setCheckState(0, on ? Qt::Checked : Qt::Unchecked); }
     void TickAll(bool on);
+    /// Exchanges texts and ticks of two rows.
+    void SwapRows(int row, int other);
     /// -1 for none.
     int SelectedRow() const;
     void SelectRow(int row);

@@ -67,7 +67,8 @@ struct FormDriver {
     {
         QWidget *control = Reach(name);
         QVERIFY2(control->isVisible(), name);
-        const bool isBox = At<QCheckBox>(name) != nullptr;
+        const auto *button = At<QAbstractButton>(name);
+        const bool isBox = button != nullptr && button->isCheckable();
         QTest::mouseClick(control, Qt::LeftButton, {}, isBox ? QPoint(8, control->height() / 2) : QPoint());
     }
 
@@ -120,7 +121,8 @@ struct FormDriver {
 
     void SelectRow(const char *name, int row) const
     {
-        const auto *list = qobject_cast<QAbstractItemView *>(Reach(name));
+        auto *list = qobject_cast<QAbstractItemView *>(Reach(name));
+        list->scrollTo(list->model()->index(row, 0));
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, CellCentre(*list, row));
     }
     void DoubleClickRow(const char *name, int row) const

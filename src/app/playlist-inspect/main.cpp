@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/Headless.h"
 #include "platform/Host.h"
+#include "reports/WriteReport.h"
 #include "session/Palettes.h"
 #include "session/ProgramName.h"
 
@@ -43,11 +44,14 @@ struct Request {
     QStringList Pages;
     /// What is done in the dialog: a button's control name, or one of a list or field and its value ("MissAction=2").
     QStringList Steps;
+    /// A report of the playlist that is written; empty for none.
+    QString ReportFile;
 };
 
 constexpr QLatin1StringView usage = "usage: playlist-inspect [--picture FILE.png] [--size WIDTHxHEIGHT] [--scale 1-4] "
                                     "[--style dark|light] [--mode normal|compact] [--select all|N] "
-                                    "[--window NAME [--page NAME/NAME] [--steps NAME=VALUE/NAME]] PATH"_L1;
+                                    "[--window NAME [--page NAME/NAME] [--steps NAME=VALUE/NAME]] "
+                                    "[--report FILE.htm|FILE.txt] PATH"_L1;
 
 /// A line break in a host's file name is carried as a private-use character; to a reader it is a control character too.
 bool IsControl(QChar character)
@@ -127,20 +131,22 @@ int ChoiceOf(const QCommandLineParser &parser, const QString &option, const QStr
 std::optional<Request> ParsedRequest(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    for (const QString &option :
-         {u"picture"_s, u"size"_s, u"scale"_s, u"style"_s, u"mode"_s, u"select"_s, u"window"_s, u"page"_s, u"steps"_s})
+    for (const QString &option : {u"picture"_s, u"size"_s, u"scale"_s, u"style"_s, u"mode"_s, u"select"_s, u"window"_s,
+                                  u"page"_s, u"steps"_s, u"report"_s})
         parser.addOption(QCommandLineOption(option, {}, option));
     if (!parser.parse(arguments) || parser.positionalArguments().size() != 1)
         return {};
     Request request;
     request.Path = PathOfArgument(parser.positionalArguments().front().toLatin1());
     request.Picture = PathOfArgument(parser.value(u"picture"_s).toLatin1());
+    request.ReportFile = PathOfArgument(parser.value(u"report"_s).toLatin1());
     if (parser.isSet(u"size"_s))
         request.Size = ParsedSize(parser.value(u"size"_s));
     const int scale = ChoiceOf(parser, u"scale"_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s});
     const int style = ChoiceOf(parser, u"style"_s, {u"light"_s, u"dark"_s});
     const int mode = ChoiceOf(parser, u"mode"_s, {u"normal"_s, u"compact"_s});
-    const bool nameless = parser.isSet(u"picture"_s) && request.Picture.isEmpty();
+    const bool nameless = (parser.isSet(u"picture"_s) && request.Picture.isEmpty()) ||
+                          (parser.isSet(u"report"_s) && request.ReportFile.isEmpty());
     if (request.Size.has_value() != parser.isSet(u"size"_s) || !ParseDialog(parser, request) || scale < 0 ||
         style < 0 || mode < 0 || nameless || request.Path.isEmpty())
         return {};
@@ -241,6 +247,16 @@ bool SavePicture(QWidget &window, const QString &path)
     return window.grab().save(&buffer, "PNG") && WriteWholeFile(path, png);
 }
 
+/// A report with the default settings, as text when the file's name says so.
+bool WriteReportFile(Main &window, const QString &path)
+{
+    window.DestroyFileArray();
+    window.SaveFileArrayFromList(true);
+    ReportSettings settings = DefaultReportSettings();
+    settings.RepType = GetExtension(path).toLower() == ".txt"_L1 ? 1 : 0;
+    return WriteReport(path, window.FileArray, settings, Progress(), window.World().Clock);
+}
+
 /// Reads the drive letters of the user's settings and writes nothing; a message becomes the reason of a failure.
 Host InspectingHost(const QString &path, QStringList &messages)
 {
@@ -281,6 +297,8 @@ int main(int argc, char **argv)
     if (request->LastRow > 0)
         SelectRows(window, request->FirstRow, request->LastRow);
     PrintPlaylist(window);
+    if (!request->ReportFile.isEmpty() && !WriteReportFile(window, request->ReportFile))
+        return Fail(u"cannot write "_s + ToHostPath(request->ReportFile));
     QWidget *pictured = RequestedWindow(window, *request);
     for (const QString &message : std::as_const(messages))
         Complain(message);

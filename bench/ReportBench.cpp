@@ -1,0 +1,153 @@
+#include "BenchSupport.h"
+#include "MediaFiles.h"
+
+#include "media/MP3File.h"
+#include "platform/Drives.h"
+#include "reports/WriteReport.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+// Reports over what they read, and how they grow.
+
+namespace
+{
+constexpr int Files = 10000;
+constexpr int FewRows = 1000;
+constexpr int ManyRows = 32767;
+
+/// Writes reports of files, with all columns or with names, folders and sizes alone.
+class Reporter
+{
+public:
+    Reporter()
+    {
+        time.Now = [] { return QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)); };
+    }
+
+    void Write(const QStringList &files, bool allColumns)
+    {
+        ReportSettings settings = DefaultReportSettings();
+        for (std::size_t place = 0; place < settings.ColumnChecked.size(); ++place) {
+            const ReportColumn column = ReportColumnOf(settings.ColumnOrder[place]);
+            settings.ColumnChecked[place] = allColumns || column == ReportColumn::FileName ||
+                                            column == ReportColumn::Folder || column == ReportColumn::Size;
+        }
+        if (!WriteReport(FromHostPath(folder.filePath(u"report.htm"_s)), files, settings, Progress(), time))
+            throw std::runtime_error("The report cannot be written.");
+    }
+
+private:
+    QTemporaryDir folder;
+    Clock time;
+};
+
+/// Small files in folders of a hundred.
+struct SmallFiles {
+    QTemporaryDir Folder;
+    QStringList Paths;
+    std::vector<std::string> HostPaths;
+
+    SmallFiles()
+    {
+        for (int number = 0; number < ManyRows; ++number) {
+            const QString album = Folder.filePath(u"Artist %1/Album"_s.arg(number / 100));
+            if (number % 100 == 0)
+                QDir().mkpath(album);
+            const QString name = album + u"/%1 - A title of the usual length.wma"_s.arg(number);
+            WriteBenchFile(name, "x");
+            Paths.append(FromHostPath(name));
+            HostPaths.push_back(QFile::encodeName(name).toStdString());
+        }
+    }
+};
+
+const SmallFiles &Small()
+{
+    static const SmallFiles files;
+    return files;
+}
+
+void ReportOverReadingTheFiles(benchmark::State &state)
+{
+    static const MediaFolder library(Files, CommonShape);
+    Reporter reporter;
+    CompareInTurn(
+        state, Files, 1.2,
+        [] {
+            for (const QString &path : library.Paths) {
+                MP3File file;
+                file.ReadTags(path, false);
+                file.ReadMPEG(path);
+                benchmark::DoNotOptimize(file.SongLength());
+            }
+        },
+        [&] { reporter.Write(library.Paths, true); });
+}
+
+void PlainReportOverBareStats(benchmark::State &state)
+{
+    Reporter reporter;
+    CompareInTurn(
+        state, ManyRows, 1.5,
+        [] {
+            struct stat facts;
+            for (const std::string &path : Small().HostPaths)
+                benchmark::DoNotOptimize(stat(path.c_str(), &facts));
+        },
+        [&] { reporter.Write(Small().Paths, false); });
+}
+
+void PlainReportGrowth(benchmark::State &state)
+{
+    Reporter reporter;
+    const QStringList few = Small().Paths.first(FewRows);
+    Compare(state, 1.1, {[&] { reporter.Write(few, false); }, FewRows},
+            {[&] { reporter.Write(Small().Paths, false); }, ManyRows});
+}
+
+/// The most memory that the process has had since the last call, in megabytes.
+double PeakMegabytes()
+{
+    QFile status(u"/proc/self/status"_s);
+    double peak = 0;
+    if (status.open(QIODevice::ReadOnly)) {
+        const QByteArray text = status.readAll();
+        peak = text.mid(text.indexOf("VmHWM:") + 6, 20).trimmed().split(' ').first().toDouble() / 1024;
+    }
+    QFile references(u"/proc/self/clear_refs"_s);
+    if (references.open(QIODevice::WriteOnly))
+        references.write("5");
+    return peak;
+}
+
+/// "ratio" is here the megabytes that a report of all rows takes more than one of few.
+void PlainReportMemory(benchmark::State &state)
+{
+    Reporter reporter;
+    const QStringList few = Small().Paths.first(FewRows);
+    const auto peakOf = [&](const QStringList &files) {
+        PeakMegabytes();
+        reporter.Write(files, false);
+        return PeakMegabytes();
+    };
+    peakOf(Small().Paths);
+    std::vector<double> more;
+    for ([[maybe_unused]] auto round : state) {
+        const double before = peakOf(few);
+        more.push_back(peakOf(Small().Paths) - before);
+    }
+    state.counters["ratio"] = Median(more);
+    state.counters["bound"] = 8;
+    state.SetLabel(Median(more) > 8 ? "OVER ITS BOUND" : "within its bound");
+}
+
+BENCHMARK(ReportOverReadingTheFiles)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(PlainReportOverBareStats)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
+BENCHMARK(PlainReportGrowth)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
+BENCHMARK(PlainReportMemory)->Unit(benchmark::kMillisecond)->Iterations(5);
+} // namespace

@@ -1,0 +1,82 @@
+#include "reports/ReportForm.h"
+
+#include "platform/DiskFile.h"
+#include "platform/Drives.h"
+#include "platform/Files.h"
+#include "reports/WriteReport.h"
+#include "session/Hourglass.h"
+#include "session/LongRun.h"
+#include "session/Main.h"
+#include "text/FormerFile.h"
+#include "text/PathText.h"
+
+#include "ui_ReportForm.h"
+
+using namespace Qt::StringLiterals;
+
+void ReportForm::Generate()
+{
+    const QString commonRoot = TakePlaylist();
+    // Links relative to nothing are absolute ones.
+    const bool relative = ui->SaveRel->isChecked() && !commonRoot.isEmpty();
+    const QString folder = relative ? commonRoot : main.World().ApplicationFolder;
+    const QString name = IsText() ? u"tmp.txt"_s : u"tmp.htm"_s;
+    const QString report = u"Writing file: " + name;
+    Report(ui->lblReport, report);
+    Report(ui->lblReport, report + (relative ? u" to the relative folder..."_s : u" to the application folder..."_s));
+    if (!relative)
+        EnsureFolder(folder);
+    const QString temporary = folder + u'\\' + name;
+    const FormerFile former(temporary);
+    const std::optional<bool> written = WriteTemporary(temporary);
+    if (!written) {
+        Report(ui->lblReport, u"Stopped: no report was written. Click 'Next>' to restart..."_s);
+        return;
+    }
+    if (*written)
+        OfferToKeep(temporary, commonRoot, former);
+    else
+        main.World().Prompts.Message(
+            {u"The file :" + ToHostPath(temporary) + u" could not be written.", PromptIcon::Stop});
+    Report(ui->lblReport, u"Done: Report Generator. Click 'Next>' to restart..."_s);
+}
+
+std::optional<bool> ReportForm::WriteTemporary(const QString &temporary)
+{
+    const Hourglass hourglass(this);
+    ReportSettings record;
+    FillRecordFromControls(record);
+    LongRun run(ui->ProgressBar1, nullptr);
+    const bool written = WriteReport(temporary, main.FileArray, record, run.AsProgress(), main.World().Clock);
+    return run.Stopped() ? std::nullopt : std::optional(written);
+}
+
+void ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot, const FormerFile &former)
+{
+    const Host &world = main.World();
+    if (!world.Shell.Open(temporary))
+        Report(ui->lblReport, u"No program opened the file: "_s + ToHostPath(temporary));
+    if (world.Prompts.Message({u"Do you want to keep the file?"_s, PromptIcon::Question, PromptButtons::YesNo}) !=
+        PromptAnswer::Yes) {
+        former.GiveBack();
+        return;
+    }
+    const bool text = IsText();
+    const QString suggested =
+        (commonRoot.isEmpty() ? QString() : commonRoot + u'\\') + (text ? u"playlist.txt"_s : u"playlist.htm"_s);
+    const auto chosen = world.Prompts.SaveFile(
+        {u"Save As"_s, text ? u"TXT Document (*.txt)|*.txt|"_s : u"HTM Document (*.htm)|*.htm|"_s,
+         text ? u"txt"_s : u"htm"_s, suggested});
+    // Cancel leaves the file where it is.
+    if (!chosen)
+        return;
+    if (main.CheckExists(*chosen)) {
+        former.GiveBack();
+        return;
+    }
+    if (!CopyFilePath(temporary, *chosen))
+        world.Prompts.Message({u"Could not save the file!"_s, PromptIcon::Warning});
+    // Not when it has been kept under its own name.
+    if (DiskFactsOf(temporary) != DiskFactsOf(*chosen))
+        former.GiveBack();
+}
