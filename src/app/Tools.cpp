@@ -1,5 +1,6 @@
 #include "app/Tools.h"
 
+#include "autocreate/AutoCreateWizard.h"
 #include "purge/FilterForm.h"
 #include "reports/ReportForm.h"
 #include "tageditor/Id3Info.h"
@@ -16,6 +17,7 @@ constexpr Tool tools[] = {
     {"MEditId3", "Id3Info", &MakeForm<Id3Info>},
     {"MToolsFilter", "FilterForm", &MakeForm<FilterForm>, nullptr, true},
     {"MToolsReport", "ReportForm", &MakeForm<ReportForm>},
+    {"MToolsM3UWiz", "AutoCreateWizard", &MakeForm<AutoCreateWizard>, nullptr, true},
 };
 } // namespace
 

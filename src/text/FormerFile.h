@@ -11,6 +11,8 @@ public:
 
     /// Whether a file stood there.
     bool Existed() const { return existed; }
+    /// False when a file stood there whose content cannot be given back.
+    bool IsKept() const { return !existed || readable; }
     /// Takes away what stands there now and gives back what it has replaced. False on any failure.
     bool GiveBack() const;
 

@@ -43,6 +43,7 @@ struct FormDriver {
         return qobject_cast<Control *>(At(name));
     }
     bool Enabled(const char *name) const { return At(name)->isEnabled(); }
+    QString Focused() const { return Form->focusWidget()->objectName(); }
     bool Ticked(const char *name) const { return At<QCheckBox>(name)->isChecked(); }
 
     /// Clicks on the tab of a page.
@@ -127,7 +128,8 @@ struct FormDriver {
     }
     void DoubleClickRow(const char *name, int row) const
     {
-        const auto *list = qobject_cast<QAbstractItemView *>(Reach(name));
+        SelectRow(name, row);
+        const auto *list = At<QAbstractItemView>(name);
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, CellCentre(*list, row));
     }
 

@@ -242,6 +242,8 @@ QWidget *RequestedWindow(Main &window, const Request &request)
 
 bool SavePicture(QWidget &window, const QString &path)
 {
+    // What has just been shown gets its layout first.
+    QCoreApplication::processEvents();
     QByteArray png;
     QBuffer buffer(&png);
     return window.grab().save(&buffer, "PNG") && WriteWholeFile(path, png);

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "text/FormerFile.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+/// The files that a run has made, each with what it replaced, so that the run can be taken back: a file that stood
+/// there before is afterwards what it was.
+class MadeFiles
+{
+public:
+    /// Lets write make or replace the file. False when that fails, and when a file stands there whose content cannot be
+    /// kept: it is then not touched.
+    bool Make(const QString &path, const std::function<bool()> &write);
+
+    qsizetype Count() const { return static_cast<qsizetype>(files.size()); }
+    /// The n-th file, from 0, in the order in which they were made.
+    const QString &Path(qsizetype n) const { return files[static_cast<std::size_t>(n)].Path; }
+
+    enum class TakenBack { Failed, Deleted, PutBack };
+    /// Deletes the n-th file, or gives it back what it held before. What has been taken back once fails: another file
+    /// may stand there by then.
+    TakenBack TakeBack(qsizetype n);
+
+    void Clear() { files.clear(); }
+
+private:
+    struct File {
+        QString Path;
+        FormerFile Former;
+        bool IsTakenBack = false;
+    };
+    std::vector<File> files;
+};
