@@ -1,4 +1,6 @@
+#include "BenchRows.h"
 #include "BenchSupport.h"
+#include "BenchTree.h"
 #include "MediaFiles.h"
 
 #include "media/MP3File.h"
@@ -8,8 +10,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <sys/stat.h>
-
 using namespace Qt::StringLiterals;
 
 // Reports over what they read, and how they grow.
@@ -18,7 +18,6 @@ namespace
 {
 constexpr int Files = 10000;
 constexpr int FewRows = 1000;
-constexpr int ManyRows = 32767;
 
 /// Writes reports of files, with all columns or with names, folders and sizes alone.
 class Reporter
@@ -46,30 +45,21 @@ private:
     Clock time;
 };
 
-/// Small files in folders of a hundred.
-struct SmallFiles {
-    QTemporaryDir Folder;
-    QStringList Paths;
-    std::vector<std::string> HostPaths;
-
-    SmallFiles()
-    {
-        for (int number = 0; number < ManyRows; ++number) {
-            const QString album = Folder.filePath(u"Artist %1/Album"_s.arg(number / 100));
-            if (number % 100 == 0)
-                QDir().mkpath(album);
-            const QString name = album + u"/%1 - A title of the usual length.wma"_s.arg(number);
-            WriteBenchFile(name, "x");
-            Paths.append(FromHostPath(name));
-            HostPaths.push_back(QFile::encodeName(name).toStdString());
-        }
-    }
-};
-
-const SmallFiles &Small()
+const ListedFiles &Listed()
 {
-    static const SmallFiles files;
+    static const ListedFiles files;
     return files;
+}
+
+const QStringList &ListedPaths()
+{
+    static const QStringList paths = [] {
+        QStringList list;
+        for (const std::string &path : Listed().AbsolutePaths)
+            list.append(FromHostPath(QString::fromStdString(path)));
+        return list;
+    }();
+    return paths;
 }
 
 void ReportOverReadingTheFiles(benchmark::State &state)
@@ -93,21 +83,15 @@ void PlainReportOverBareStats(benchmark::State &state)
 {
     Reporter reporter;
     CompareInTurn(
-        state, ManyRows, 1.5,
-        [] {
-            struct stat facts;
-            for (const std::string &path : Small().HostPaths)
-                benchmark::DoNotOptimize(stat(path.c_str(), &facts));
-        },
-        [&] { reporter.Write(Small().Paths, false); });
+        state, FullList, 1.5, [] { StatBare(Listed().AbsolutePaths); }, [&] { reporter.Write(ListedPaths(), false); });
 }
 
 void PlainReportGrowth(benchmark::State &state)
 {
     Reporter reporter;
-    const QStringList few = Small().Paths.first(FewRows);
+    const QStringList few = ListedPaths().first(FewRows);
     Compare(state, 1.1, {[&] { reporter.Write(few, false); }, FewRows},
-            {[&] { reporter.Write(Small().Paths, false); }, ManyRows});
+            {[&] { reporter.Write(ListedPaths(), false); }, FullList});
 }
 
 /// The most memory that the process has had since the last call, in megabytes.
@@ -129,17 +113,17 @@ double PeakMegabytes()
 void PlainReportMemory(benchmark::State &state)
 {
     Reporter reporter;
-    const QStringList few = Small().Paths.first(FewRows);
+    const QStringList few = ListedPaths().first(FewRows);
     const auto peakOf = [&](const QStringList &files) {
         PeakMegabytes();
         reporter.Write(files, false);
         return PeakMegabytes();
     };
-    peakOf(Small().Paths);
+    peakOf(ListedPaths());
     std::vector<double> more;
     for ([[maybe_unused]] auto round : state) {
         const double before = peakOf(few);
-        more.push_back(peakOf(Small().Paths) - before);
+        more.push_back(peakOf(ListedPaths()) - before);
     }
     state.counters["ratio"] = Median(more);
     state.counters["bound"] = 8;
@@ -151,3 +135,5 @@ BENCHMARK(PlainReportOverBareStats)->UseManualTime()->Unit(benchmark::kMilliseco
 BENCHMARK(PlainReportGrowth)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
 BENCHMARK(PlainReportMemory)->Unit(benchmark::kMillisecond)->Iterations(5);
 } // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,143 @@
+#include "compilation/BuildCompilation.h"
+
+#include "platform/Files.h"
+#include "reports/WriteReport.h"
+#include "text/FileLists.h"
+#include "text/FormerFile.h"
+#include "text/PathText.h"
+#include "text/TextFiles.h"
+
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+constexpr int stages = 5;
+
+/// One run, with what it has to give back.
+class Build
+{
+public:
+    Build(const CompilationPlan &planOfRun, const Progress &progressOfRun) : plan(planOfRun), progress(progressOfRun) {}
+
+    /// One stage more is done, and this is the next one.
+    void Stage(const QString &text)
+    {
+        progress.SetValue(++stage);
+        progress.SetText(text);
+    }
+
+    /// Writes a file of the compilation's root by a function that tells whether it has. What fails fails the run.
+    bool Make(const QString &name, const std::function<bool(const QString &path)> &write)
+    {
+        const QString path = plan.Folder + u'\\' + name;
+        auto former = std::make_unique<FormerFile>(path);
+        const bool made = write(path);
+        if (made)
+            replaced.push_back(std::move(former));
+        success = success && made;
+        return made;
+    }
+
+    void CopyBrowser()
+    {
+        if (plan.CopyBrowser)
+            Make(BrowserOnDisc, [this](const QString &path) {
+                return CopyFilePath(plan.ProgramFolder + u'\\' + BrowserProgram, path);
+            });
+    }
+
+    void CreateTable(const QStringList &files, ReportSettings &record, const Clock &clock)
+    {
+        if (plan.CreateTable)
+            Make(u"MP3Index.htm"_s, [&](const QString &path) {
+                return WriteReport(path, files, record, progress, clock) && !progress.Stopped();
+            });
+    }
+
+    /// An icon that cannot be saved fails nothing.
+    void SaveIcon()
+    {
+        const bool before = success;
+        Make(u"setup.ico"_s, [this](const QString &path) {
+            return (!plan.IconFile.isEmpty() && CopyFilePath(plan.IconFile, path)) || WriteWholeFile(path, plan.Icon);
+        });
+        success = before;
+    }
+
+    void CreateAutorun(QStringList &files)
+    {
+        QStringList lines{u"[autorun]"_s};
+        if (plan.AutoIcon) {
+            SaveIcon();
+            lines.append(u"icon=setup.ico"_s);
+        }
+        progress.SetText(u"Creating CD playlist..."_s);
+        MakePathsRelative(files, plan.Folder);
+        const bool listed =
+            Make(u"playlist.m3u"_s, [&files](const QString &path) { return WriteLinesToFile(path, files); });
+        if (listed && plan.AutoBigList)
+            lines.append(u"open=start playlist.m3u"_s);
+        if (plan.AutoIndex && plan.CopyBrowser)
+            lines.append(u"open=start "_s + BrowserOnDisc);
+        if (lines.size() > 1)
+            Make(u"autorun.inf"_s, [&lines](const QString &path) { return WriteLinesToFile(path, lines); });
+    }
+
+    QStringList RootEntries() const
+    {
+        FolderEntries entries;
+        ListFolder(plan.Folder, entries);
+        QStringList paths;
+        for (const QString &name : entries.Folders + entries.Files)
+            paths.append(plan.Folder + u'\\' + name);
+        return paths;
+    }
+
+    void GiveBack()
+    {
+        for (auto former = replaced.rbegin(); former != replaced.rend(); ++former)
+            (*former)->GiveBack();
+    }
+
+    bool Success() const { return success; }
+
+private:
+    const CompilationPlan &plan;
+    const Progress &progress;
+    std::vector<std::unique_ptr<FormerFile>> replaced;
+    bool success = true;
+    int stage = 0;
+};
+} // namespace
+
+QString CompilationTitle(const QString &name, const QDateTime &now)
+{
+    return name + now.toString(u"' - Created: 'HH:mm:ss [MM-dd-yyyy]"_s);
+}
+
+bool BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles, QStringList &rootEntries,
+                      ReportSettings &reportRecord, const Progress &progress, const Clock &clock)
+{
+    Build build(plan, progress);
+    progress.SetLimits(0, stages);
+    build.Stage(u"Copying MP3 browser Software..."_s);
+    build.CopyBrowser();
+    reportRecord.SaveRel = true;
+    reportRecord.Title = CompilationTitle(plan.Name, clock.Now());
+    reportRecord.Description = {};
+    build.Stage(u"Creating a table of MP3 Data..."_s);
+    build.CreateTable(compilationFiles, reportRecord, clock);
+    build.Stage(u"Creating the Autorun file..."_s);
+    if (plan.CreateAutorun)
+        build.CreateAutorun(compilationFiles);
+    build.Stage(u"Building list of files to be copied..."_s);
+    rootEntries += build.RootEntries();
+    build.Stage(build.Success() ? u"Saving your settings..."_s : u"Process failed, cleaning up..."_s);
+    if (!build.Success())
+        build.GiveBack();
+    progress.SetValue(0);
+    return build.Success();
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/Host.h"
+#include "reports/ReportSettings.h"
+#include "text/Progress.h"
+
+#include <QStringList>
+
+/// What a compilation gets besides its media files.
+struct CompilationPlan {
+    /// Without a trailing backslash.
+    QString Folder;
+    QString Name;
+    /// Where the browser program lies.
+    QString ProgramFolder;
+    bool CopyBrowser = false;
+    bool CreateTable = false;
+    bool CreateAutorun = false;
+    bool AutoIcon = false;
+    bool AutoBigList = false;
+    bool AutoIndex = false;
+    /// An icon file that is copied as it stands; empty for none.
+    QString IconFile;
+    /// The content of the icon file otherwise.
+    QByteArray Icon;
+};
+
+inline const QString BrowserProgram = QStringLiteral("VTLMP3FB.exe");
+inline const QString BrowserOnDisc = QStringLiteral("vtlmp3fb.exe");
+
+/// The title of a compilation's report.
+QString CompilationTitle(const QString &name, const QDateTime &now);
+
+/// Adds the extra files to the folder of a compilation. The media files become relative to the folder when it gets a
+/// playlist; what then lies in the folder is added
+/// to the root entries, a subfolder as one. False when one of the files could not be written; what the run has made is
+/// then gone again, and what it has replaced is back. Each stage is told as a text.
+bool BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles, QStringList &rootEntries,
+                      ReportSettings &reportRecord, const Progress &progress, const Clock &clock);
