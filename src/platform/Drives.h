@@ -39,10 +39,10 @@ QString FromHostPath(const QString &hostPath);
 /// read back as a comment or as a drive gets "./" before it.
 QString ToPlaylistLine(const QString &path);
 
-/// The inside form of a line of a playlist. Accepts Windows text ("d:\x", "d:/x", "sub\x", "\\server\x") and the
-/// host's ("/x", "sub/x", "./x"). A relative host line that holds a colon is joined to the current directory, since
-/// everything inside takes a colon for a drive's.
-QString FromPlaylistLine(const QString &line);
+/// The inside form of a line of a playlist that lies in the folder. Accepts Windows text ("d:\x", "d:/x", "sub\x",
+/// "\x", "\\server\x") and the host's ("/x", "sub/x", "./x"). A relative host line that holds a colon is joined to the
+/// folder, since everything inside takes a colon for a drive's; others stay relative.
+QString FromPlaylistLine(const QString &line, const QString &folder);
 
 /// The address of a path for a link in a page: with slashes, "file:///" and the host's path for an absolute one.
 /// Blanks and what would end or bend the address are percent-encoded, and so are bytes that are no text; letters of all

@@ -59,8 +59,11 @@ bool NeedsDotPrefix(QStringView line)
 
 QStringView WithoutDotPrefix(QStringView line)
 {
-    while (line.startsWith(u"./") || line.startsWith(u".\\"))
+    while (line.startsWith(u"./") || line.startsWith(u".\\")) {
         line = line.sliced(2);
+        while (line.startsWith(u'/'))
+            line = line.sliced(1);
+    }
     return line;
 }
 
@@ -85,4 +88,22 @@ QString EscapedAddress(QStringView text)
             address += text[i];
     }
     return address;
+}
+
+QString RootOf(const QString &folder)
+{
+    return HasDrive(folder) ? folder.first(2) : folder.section(u'\\', 0, 3);
+}
+
+QString FromWindowsLine(QStringView line, const QString &folder)
+{
+    QString path = line.toString().replace(u'/', u'\\');
+    if (HasDrive(path)) {
+        path[0] = path[0].toLower();
+        if (path.size() > 2 && path[2] != u'\\')
+            path.insert(2, u'\\');
+        return path;
+    }
+    const bool rooted = path.startsWith(u'\\') && !path.startsWith(u"\\\\");
+    return rooted ? QString(RootOf(folder) + path) : path;
 }

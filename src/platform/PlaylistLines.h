@@ -18,10 +18,18 @@ bool IsWebRow(QStringView path);
 /// address, or a byte order mark.
 bool NeedsDotPrefix(QStringView line);
 
-/// A line without "./" or ".\" at its start.
+/// A line without "./" or ".\" at its start, also with more slashes.
 QStringView WithoutDotPrefix(QStringView line);
 
 /// A text with slashes as part of an address that stands without quotes in a page.
 QString EscapedAddress(QStringView text);
 /// A byte as "%" and two digits.
 QString PercentEncoded(unsigned char byte);
+
+/// The drive ("c:") or the share ("\\server\share") that a folder lies on.
+QString RootOf(const QString &folder);
+
+/// The inside form of a line that is a path in the form of Windows, as of a playlist in the folder: one that starts
+/// with a separator counts from the folder's drive, a drive without a separator means its root. A relative one stays
+/// relative.
+QString FromWindowsLine(QStringView line, const QString &folder);

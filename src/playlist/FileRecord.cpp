@@ -15,15 +15,12 @@ namespace
 {
 constexpr double LongestLength = std::numeric_limits<qint32>::max();
 
-QString AbsoluteFolder(const QString &path)
+QString AbsoluteFolder(const QString &path, const QString &current)
 {
     QString folder = GetFolderPart(path);
-    NormalisePath(folder);
-    folder += u'\\';
-    if (path.contains(u':') || path.startsWith(u"\\\\"_s))
-        return folder;
-    const QString current = NormalisedPath(CurrentDirectory());
-    return folder.size() == 1 ? QString(current + u'\\') : QString(current + u'\\' + folder);
+    if (!IsAbsolute(path))
+        folder = AbsolutePath(folder, current);
+    return NormalisePath(folder) + u'\\';
 }
 
 QString FileTypeText(const QString &extension)
@@ -69,15 +66,21 @@ void AnalyseMPEG(const QString &path, FileRecord &record)
 
 FileRecord AnalyseFile(const QString &path)
 {
+    return AnalyseFile(path, CurrentDirectory());
+}
+
+FileRecord AnalyseFile(const QString &path, const QString &folder)
+{
     FileRecord record;
     record.FileName = GetFileName(path);
-    record.Folder = AbsoluteFolder(path);
+    record.Folder = AbsoluteFolder(path, folder);
+    const QString file = AbsolutePath(path, folder);
     const QString extension = GetExtension(record.FileName).toLower();
     if (extension == u".mp3"_s) {
-        AnalyseMPEG(path, record);
+        AnalyseMPEG(file, record);
         return record;
     }
-    const FileFacts facts = ExamineFile(path);
+    const FileFacts facts = ExamineFile(file);
     if (!facts.Exists || facts.IsFolder)
         return record;
     record.Size = facts.Size;

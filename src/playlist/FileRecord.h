@@ -27,5 +27,6 @@ struct FileRecord {
 
 /// Turns a path into the data of a row. Raises nothing: a record that is not Valid holds what could be found out. The
 /// file name is cut from the path wherever it occurs, so a folder that holds the same text loses that too. A relative
-/// path counts from the current directory.
+/// path counts from the folder (without a trailing backslash), or else from the current directory.
+FileRecord AnalyseFile(const QString &path, const QString &folder);
 FileRecord AnalyseFile(const QString &path);

@@ -2,6 +2,7 @@
 
 #include "platform/Drives.h"
 #include "text/FolderWalk.h"
+#include "text/PathText.h"
 #include "text/TextFiles.h"
 
 #include <bit>
@@ -24,30 +25,32 @@ int ExtensionsIn(QStringView line)
     return std::popcount(found);
 }
 
-void AppendEntry(QString line, QStringList &list)
+/// Appends each line that is no comment as often as timesOf(line) says.
+template <typename TimesOf>
+bool ReadEntries(const QString &path, QStringList &list, TimesOf timesOf)
 {
-    int times = ExtensionsIn(line);
-    if (times == 0)
-        return;
-    if (line[1] == u':')
-        line[0] = line[0].toLower();
-    const QString path = FromPlaylistLine(line);
-    for (; times > 0; --times)
-        list.append(path);
+    QStringList lines;
+    if (!ReadLinesFromFile(lines, path))
+        return false;
+    const QString folder = AbsolutePath(FolderOf(path), CurrentDirectory());
+    const qsizetype before = list.size();
+    for (const QString &line : std::as_const(lines)) {
+        const int times = line.isEmpty() || line[0] == u'#' ? 0 : timesOf(line);
+        if (times > 0)
+            list.insert(list.size(), times, FromPlaylistLine(line, folder));
+    }
+    return list.size() > before;
 }
 } // namespace
 
 bool ReadM3UFile(const QString &path, QStringList &list)
 {
-    QStringList lines;
-    if (!ReadLinesFromFile(lines, path))
-        return false;
-    const qsizetype before = list.size();
-    for (QString &line : lines) {
-        if (!line.isEmpty() && line[0] != u'#')
-            AppendEntry(std::move(line), list);
-    }
-    return list.size() > before;
+    return ReadEntries(path, list, ExtensionsIn);
+}
+
+bool ReadSessionFile(const QString &path, QStringList &list)
+{
+    return ReadEntries(path, list, [](QStringView) { return 1; });
 }
 
 bool WritePlaylistFile(const QString &path, const QStringList &paths)

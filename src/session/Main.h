@@ -198,8 +198,9 @@ private:
     void SelectRange(int &first, int last);
     void DropFiles(const QStringList &paths);
     QMimeData *MakeDragData();
-    /// Adds a row for each entry of FileArray; minimum is that of the progress bar.
-    void AddRows(int minimum);
+    /// Adds a row for each entry of FileArray; minimum is that of the progress bar, relative entries count from the
+    /// folder.
+    void AddRows(int minimum, const QString &folder);
     void AddItemsOf(const PathInfo &info);
     void SetCurrentPlaylist(const QString &path);
     /// Clears the grid and loads a playlist, whose name becomes the current one if it gave any rows.

@@ -46,16 +46,16 @@ void Main::DestroyFileArray()
 void Main::LoadFileArrayToList()
 {
     const Hourglass hourglass(view);
-    AddRows(1);
+    AddRows(1, CurrentDirectory());
 }
 
-void Main::AddRows(int minimum)
+void Main::AddRows(int minimum, const QString &folder)
 {
     status->Open(u"Get File Info..."_s, minimum, static_cast<int>(FileArray.size()));
     const auto closeStatus = qScopeGuard([this] { status->Close(); });
-    ListView1.Append(static_cast<std::size_t>(FileArray.size()), [this](std::size_t i) {
+    ListView1.Append(static_cast<std::size_t>(FileArray.size()), [&](std::size_t i) {
         status->SetValue(static_cast<int>(i) + 1);
-        return AnalyseFile(FileArray[static_cast<qsizetype>(i)]);
+        return AnalyseFile(FileArray[static_cast<qsizetype>(i)], folder);
     });
 }
 
@@ -69,14 +69,17 @@ void Main::AddItemsOf(const PathInfo &info)
                 ShowMessage(folder);
         });
         ShowMessage({});
-        AddRows(0);
+        AddRows(0, info.Path);
     } else if (FileTypes().contains(u'*' + info.Extension)) {
         AddFile(info.Path, 0);
     } else if (info.Extension == ".m3u"_L1 || info.Extension == ".bm"_L1) {
-        SetCurrentDirectory(info.Path.chopped(GetFileName(info.Path).size() + 1));
+        // Its entries count from its folder also where that cannot be entered.
+        const QString folder = AbsolutePath(FolderOf(info.Path), CurrentDirectory());
+        SetCurrentDirectory(folder);
         DestroyFileArray();
-        if (ReadM3UFile(info.Path, FileArray))
-            LoadFileArrayToList();
+        const bool ofSession = info.Path == SessionFile();
+        if (ofSession ? ReadSessionFile(info.Path, FileArray) : ReadM3UFile(info.Path, FileArray))
+            AddRows(1, folder);
     }
 }
 

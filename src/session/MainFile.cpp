@@ -21,11 +21,6 @@ FilePrompt PlaylistPrompt(const QString &promptTitle, const QString &proposal)
 {
     return {promptTitle, playlistFilter, playlistExtension, proposal};
 }
-
-QString FolderOf(const QString &path)
-{
-    return path.chopped(GetFileName(path).size() + 1);
-}
 } // namespace
 
 void Main::SetCurrentPlaylist(const QString &path)

@@ -1,6 +1,7 @@
 #include "text/PathText.h"
 
 #include "platform/Files.h"
+#include "platform/PlaylistLines.h"
 
 #include <algorithm>
 
@@ -28,6 +29,25 @@ QString GetFolderPart(const QString &path)
     const QStringView name = QStringView(path).sliced(nameStart);
     const QString folder = path.left(nameStart);
     return name.size() < nameStart ? RemoveText(folder, name) : folder;
+}
+
+QString FolderOf(const QString &path)
+{
+    return path.first(std::max<qsizetype>(path.lastIndexOf(Backslash), 0));
+}
+
+bool IsAbsolute(const QString &path)
+{
+    return path.contains(u':') || path.startsWith(u"\\\\"_s);
+}
+
+QString AbsolutePath(const QString &path, const QString &folder)
+{
+    if (path.isEmpty())
+        return folder;
+    if (IsAbsolute(path))
+        return path;
+    return path.startsWith(Backslash) ? QString(RootOf(folder) + path) : QString(folder + Backslash + path);
 }
 
 QString RemoveText(const QString &text, QStringView part)

@@ -10,6 +10,13 @@ QString GetFileName(const QString &path);
 QString GetExtension(const QString &name);
 /// The path with every occurrence of its file name removed, so a folder ending in a backslash.
 QString GetFolderPart(const QString &path);
+/// The path less a backslash and its file name; empty for a bare name.
+QString FolderOf(const QString &path);
+/// Whether a path counts from no other folder: it holds a drive's colon or names a share.
+bool IsAbsolute(const QString &path);
+/// The path counted from a folder (without a trailing backslash), or from its drive when it starts with a backslash;
+/// the folder for an empty one.
+QString AbsolutePath(const QString &path, const QString &folder);
 /// The text with every occurrence of part removed, from left to right in one pass. An empty part removes nothing.
 QString RemoveText(const QString &text, QStringView part);
 /// The text without the blanks (U+0020) at both its ends.

@@ -74,6 +74,14 @@ private Q_SLOTS:
         QVERIFY(SetCurrentDirectory(root));
         QCOMPARE(AnalyseFile(u"sub\\gone.mp3"_s).Folder, root + u"sub\\"_s);
         QVERIFY(SetCurrentDirectory(startDirectory));
+        QVERIFY(WriteWholeFile(root + u"b.wav", "abc"));
+        const QString inside = root.chopped(1);
+        for (const QString &name : {u"b.wav"_s, QString(root.sliced(2) + u"b.wav")}) {
+            const FileRecord record = AnalyseFile(name, inside);
+            QCOMPARE(record.Folder, root);
+            QCOMPARE(record.Size, 3);
+        }
+        QCOMPARE(AnalyseFile(u"\\gone.wav"_s, u"q:\\lists"_s).Folder, u"q:\\"_s);
     }
 };
 

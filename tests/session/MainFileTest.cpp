@@ -7,6 +7,7 @@
 
 #include <QMimeData>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +33,8 @@ private Q_SLOTS:
     void SavesRelative();
     void FailedSaveKeepsEverything();
     void NothingIsLostWhileADiskIsAway();
+    void LinesCountFromTheListsFolder();
+    void SessionRowsStaySingle();
     void StopsAtTheLastRow();
     void AddsFoldersFilesAndDrops();
     void ClosingAsks();
@@ -240,6 +243,44 @@ void MainFileTest::NothingIsLostWhileADiskIsAway()
     f.Prompts.ExpectPath(f.Inside(u"away.m3u"_s), f.Inside(u"again.m3u"_s));
     f.Trigger("MFileSaveAs");
     QCOMPARE(f.Read(u"again.m3u"_s), lines);
+}
+
+void MainFileTest::LinesCountFromTheListsFolder()
+{
+    MainFixture f;
+    f.Write(u"lists\\a.wma"_s, "1");
+    const QString rooted = f.Inside(u"b.wma"_s).sliced(2);
+    f.Write(u"b.wma"_s, "22");
+    f.Write(u"lists\\sub\\c.wma"_s, "333");
+    const QString list =
+        f.Write(u"lists\\l.m3u"_s, EncodeText(u"a.wma\n"_s + rooted + u"\nQ:gone.mp3\n.\\sub/c.wma\n"));
+    // Whatever becomes of the current directory while the list is read.
+    QTimer::singleShot(0, f.Window.get(), [&f] { SetCurrentDirectory(f.Folder); });
+    f.Prompts.ExpectPath({}, list);
+    f.Trigger("MFileOpen");
+    QStringList paths;
+    for (int row = 1; row <= f.Window->ListView1.Count(); ++row)
+        paths.append(f.Window->ListView1.Item(row).FullPath());
+    QCOMPARE(paths, (QStringList{f.Inside(u"lists\\a.wma"_s), f.Inside(u"b.wma"_s), u"q:\\gone.mp3"_s,
+                                 f.Inside(u"lists\\sub\\c.wma"_s)}));
+    QCOMPARE(f.Window->PanelText(3), u"8 Bytes"_s);
+}
+
+void MainFileTest::SessionRowsStaySingle()
+{
+    MainFixture f;
+    f.Settings[u"SSE/V"_s] = u"1"_s;
+    f.Window->RestoreSession({});
+    f.Window->AddPath(f.Write(u"live.mp3.wma"_s, "1"), false);
+    f.Window->AddPath(f.Write(u"l.m3u"_s, "twice.wav.ogg\n"), false);
+    QCOMPARE(f.Rows(), u"live twice twice"_s);
+    for (int start = 0; start < 2; ++start) {
+        f.Window->PlaylistDirty = false;
+        f.Window->close();
+        f.Restart();
+        f.Window->RestoreSession({});
+        QCOMPARE(f.Rows(), u"live twice twice"_s);
+    }
 }
 
 void MainFileTest::StopsAtTheLastRow()

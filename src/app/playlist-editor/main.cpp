@@ -10,18 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-/// The whole command line is one path, whatever quotes and blanks it holds.
-QByteArray CommandLine(int argc, char **argv)
-{
-    QByteArray line;
-    for (const QByteArray &argument : ProgramArguments(argc, argv))
-        line += (line.isEmpty() ? QByteArray() : QByteArray(" ")) + argument;
-    return line.replace('"', QByteArray());
-}
-} // namespace
-
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
@@ -29,7 +17,7 @@ int main(int argc, char **argv)
     QApplication::setDesktopFileName(u"vantrel-playlist-editor"_s);
     QApplication::setWindowIcon(Icon("app"_L1));
 
-    const QString commandLine = PathOfArgument(CommandLine(argc, argv));
+    const QString commandLine = PathOfCommandLine(ProgramArguments(argc, argv));
     const Host host = QtHost(ApplicationName());
     LoadDriveMappings(host.Settings);
     Main window(host, Tools());

@@ -77,16 +77,6 @@ QString &KnownDirectory()
     return directory;
 }
 
-QString JoinedToCurrent(const QString &relative)
-{
-    return CurrentDirectory() + u'\\' + relative;
-}
-
-QString WithBackslashes(QStringView line)
-{
-    return line.toString().replace(u'/', u'\\');
-}
-
 /// A letter and a colon without a separator is a relative name here: inside, every drive has its backslash.
 bool HasRoot(const QString &path)
 {
@@ -173,18 +163,18 @@ QString ToPlaylistLine(const QString &path)
     return exact || NeedsDotPrefix(line) ? QString(u"./" + line) : line;
 }
 
-QString FromPlaylistLine(const QString &line)
+QString FromPlaylistLine(const QString &line, const QString &folder)
 {
-    if (IsWebAddress(line) || line.contains(QChar::Null))
+    if (IsWebAddress(line))
         return line;
-    if (HasDrive(line))
-        return line[0].toLower() + WithBackslashes(QStringView(line).sliced(1));
-    if (line.startsWith(u'/'))
+    if (line.startsWith(u'/') && !line.contains(QChar::Null))
         return FromHostBytes(BytesFromText(line, Carriage::Line));
     const QStringView rest = WithoutDotPrefix(line);
-    const QString path = line.startsWith(u"./"_s) ? TextFromBytes(BytesFromText(rest, Carriage::Line), Carriage::Inside)
-                                                  : WithBackslashes(rest);
-    return path.contains(u':') ? JoinedToCurrent(path) : path;
+    const bool exact = line.startsWith(u"./") && !line.contains(QChar::Null);
+    QString path =
+        exact ? TextFromBytes(BytesFromText(rest, Carriage::Line), Carriage::Inside) : FromWindowsLine(rest, folder);
+    const bool isName = exact || !(HasDrive(path) || path.startsWith(u"\\\\"));
+    return isName && path.contains(u':') ? QString(folder + u'\\' + path) : path;
 }
 
 QString ShownPath(const QString &path)

@@ -22,19 +22,6 @@ std::wstring WorkingFolder()
     return size < buffer.size() ? std::wstring(buffer.data(), size) : std::wstring();
 }
 
-/// Whether a path counts from the root of the current drive.
-bool IsRooted(QStringView path)
-{
-    return path.startsWith(u'\\') && !path.startsWith(u"\\\\");
-}
-
-/// The current drive as "c:", or the share "\\\\server\\share" that one works in.
-QString CurrentRoot()
-{
-    const QString folder = CurrentDirectory();
-    return HasDrive(folder) ? folder.first(2) : folder.section(u'\\', 0, 3);
-}
-
 } // namespace
 
 void SetDriveMappings(const QMap<QChar, QString> &)
@@ -85,12 +72,9 @@ QString ToPlaylistLine(const QString &path)
     return HasDrive(path) || !NeedsDotPrefix(path) ? path : QString(u".\\" + path);
 }
 
-QString FromPlaylistLine(const QString &line)
+QString FromPlaylistLine(const QString &line, const QString &folder)
 {
-    if (IsWebAddress(line))
-        return line;
-    const QString path = FromHostPath(WithoutDotPrefix(line).toString());
-    return IsRooted(path) ? QString(CurrentRoot() + path) : path;
+    return IsWebAddress(line) ? line : FromWindowsLine(WithoutDotPrefix(line), folder);
 }
 
 QString ShownPath(const QString &path)

@@ -1,5 +1,6 @@
 #include "platform/PlatformTests.h"
 
+#include "platform/Arguments.h"
 #include "platform/CodePage.h"
 #include "platform/Host.h"
 
@@ -30,7 +31,7 @@ class DrivesTest : public FolderTest
         const QString line = ToPlaylistLine(path);
         QVERIFY(!line.contains(u'\n') && !line.contains(u'\r') && !line.startsWith(u'#'));
         QVERIFY(!EncodeText(line).startsWith("\xEF\xBB\xBF"));
-        const QByteArray reached = ToHostBytes(FromPlaylistLine(DecodeText(EncodeText(line))));
+        const QByteArray reached = ToHostBytes(FromPlaylistLine(DecodeText(EncodeText(line)), CurrentDirectory()));
         QCOMPARE(reached.startsWith('/') ? reached : ToHostBytes(CurrentDirectory()) + '/' + reached, bytes);
     }
 
@@ -82,15 +83,14 @@ private Q_SLOTS:
             QVERIFY(ToHostBytes(path).isEmpty());
             QCOMPARE(ToHostPath(path), path);
             QCOMPARE(ToPlaylistLine(path), path);
-            QCOMPARE(FromPlaylistLine(path), path);
+            QCOMPARE(FromPlaylistLine(path, folder), path);
             QVERIFY(!ExamineFile(path).Exists && !WriteWholeFile(path, "x") && FileAttributes(path) == -1);
         }
     }
 
     void LinesAreReadAndWritten()
     {
-        QVERIFY(SetCurrentDirectory(u"z:\\usr"_s));
-        // The line somebody wrote, the path, the line as it is written.
+        // The line that somebody wrote in d:\lists, the path, the line as it is written.
         const std::tuple<QString, QString, QString> cases[] = {
             {u"D:\\Music\\A.MP3"_s, u"d:\\Music\\A.MP3"_s, u"/mnt/d/Music/A.MP3"_s},
             {u"D:/Music/a.mp3"_s, u"d:\\Music\\a.mp3"_s, u"/mnt/d/Music/a.mp3"_s},
@@ -99,15 +99,20 @@ private Q_SLOTS:
             {u"../sub/a.mp3"_s, u"..\\sub\\a.mp3"_s, u"../sub/a.mp3"_s},
             {u"./a.mp3"_s, u"a.mp3"_s, u"a.mp3"_s},
             {u".\\#1 hits\\a.mp3"_s, u"#1 hits\\a.mp3"_s, u"./#1 hits/a.mp3"_s},
-            {u"Song: a.mp3"_s, u"z:\\usr\\Song: a.mp3"_s, u"/usr/Song: a.mp3"_s},
-            {u"./a:b.mp3"_s, u"z:\\usr\\a:b.mp3"_s, u"/usr/a:b.mp3"_s},
+            {u"Song: a.mp3"_s, u"d:\\lists\\Song: a.mp3"_s, u"/mnt/d/lists/Song: a.mp3"_s},
+            {u"./a:b.mp3"_s, u"d:\\lists\\a:b.mp3"_s, u"/mnt/d/lists/a:b.mp3"_s},
+            {u".//a.mp3"_s, u"a.mp3"_s, u"a.mp3"_s},
+            {u"\\Music/a.mp3"_s, u"d:\\Music\\a.mp3"_s, u"/mnt/d/Music/a.mp3"_s},
+            {u"E:a.mp3"_s, u"e:\\a.mp3"_s, u"/mnt/d/deep/a.mp3"_s},
+            {u"Q:"_s, u"q:"_s, u"q:"_s},
             {QString(), QString(), QString()},
         };
         for (const auto &[line, path, written] : cases) {
-            QCOMPARE(FromPlaylistLine(line), path);
+            QCOMPARE(FromPlaylistLine(line, u"d:\\lists"_s), path);
             QCOMPARE(ToPlaylistLine(path), written);
         }
-        QCOMPARE(FromPlaylistLine(u"http://host/a.mp3"_s), u"http://host/a.mp3"_s);
+        QCOMPARE(FromPlaylistLine(u"\\a.mp3"_s, u"\\\\server\\share\\lists"_s), u"\\\\server\\share\\a.mp3"_s);
+        QCOMPARE(FromPlaylistLine(u"http://host/a.mp3"_s, folder), u"http://host/a.mp3"_s);
         QCOMPARE(ToPlaylistLine(u"a:c.mp3"_s), u"./a:c.mp3"_s);
         // Other programs find the file by the line.
         QCOMPARE(ToPlaylistLine(u"z:\\\uF0EF\uF081\uF09C"_s), u"/\uF05C"_s);
@@ -156,6 +161,19 @@ private Q_SLOTS:
         QVERIFY(WriteWholeFile(path, "replaced") && RenameFile(path, path + u".x"));
         QCOMPARE(std::filesystem::file_size(bytes.toStdString() + ".x"), 8U);
         QVERIFY(!std::filesystem::exists(bytes.toStdString()));
+    }
+
+    void CommandLineIsOnePath()
+    {
+        QVERIFY(SetCurrentDirectory(folder) && Write(u"12\" single.m3u"_s, "x"));
+        const std::pair<std::vector<QByteArray>, QString> cases[] = {
+            {{}, QString()},
+            {{"12\"", "single.m3u"}, In(u"12\" single.m3u"_s)},
+            {{"\"/a b/./x.m3u\""}, u"z:\\a b\\x.m3u"_s},
+            {{"../gone/"}, folder.first(folder.lastIndexOf(u'\\')) + u"\\gone"},
+        };
+        for (const auto &[arguments, path] : cases)
+            QCOMPARE(PathOfCommandLine(arguments), path);
     }
 
     void CarriersAreAsTold()

@@ -53,11 +53,11 @@ private Q_SLOTS:
 
     void LinesAreReadAndWritten()
     {
-        QVERIFY(SetCurrentDirectory(folder));
-        // The line somebody wrote, the path.
+        // The line that somebody wrote in the folder, the path.
         const std::pair<QString, QString> read[] = {
             {u"D:\\Music\\A.MP3"_s, u"d:\\Music\\A.MP3"_s},
             {u"D:/Music/a.mp3"_s, u"d:\\Music\\a.mp3"_s},
+            {u"D:a.mp3"_s, u"d:\\a.mp3"_s},
             {u"\\Music\\a.mp3"_s, u"{drive}\\Music\\a.mp3"_s},
             {u"/Music/a.mp3"_s, u"{drive}\\Music\\a.mp3"_s},
             {u"//server/share/a.mp3"_s, u"\\\\server\\share\\a.mp3"_s},
@@ -67,7 +67,7 @@ private Q_SLOTS:
             {QString(), QString()},
         };
         for (const auto &[line, path] : read)
-            QCOMPARE(FromPlaylistLine(line), Expanded(path));
+            QCOMPARE(FromPlaylistLine(line, folder), Expanded(path));
         // The path, the line as it is written.
         const std::pair<QString, QString> written[] = {
             {u"d:\\a b\\c.mp3"_s, u"d:\\a b\\c.mp3"_s},
@@ -77,7 +77,7 @@ private Q_SLOTS:
         };
         for (const auto &[path, line] : written) {
             QCOMPARE(ToPlaylistLine(path), line);
-            QCOMPARE(FromPlaylistLine(line), path);
+            QCOMPARE(FromPlaylistLine(line, folder), path);
         }
     }
 
@@ -93,6 +93,7 @@ private Q_SLOTS:
         };
         for (const auto &[argument, path] : cases)
             QCOMPARE(PathOfArgument(argument), Expanded(path));
+        QCOMPARE(PathOfCommandLine({"\"D:\\a", "b.m3u\""}), u"d:\\a b.m3u"_s);
     }
 
     void SharesAreNamedAndNotFound()
