@@ -131,7 +131,7 @@ Prompts UnansweredPrompts()
 Shell RefusingShell()
 {
     const auto refuse = [](const QString &) { return false; };
-    return {refuse, refuse, refuse, refuse, refuse, [](const QString &) { return QString(); }};
+    return {refuse, refuse, refuse, refuse, refuse, refuse, [](const QString &) { return QString(); }};
 }
 
 QStringList DriveRoots()

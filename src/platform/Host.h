@@ -60,6 +60,8 @@ struct Shell {
     std::function<bool(const QString &)> Open;
     /// A text from a file as a web address, whatever it says; what would be no address but a file is refused.
     std::function<bool(const QString &)> Browse;
+    /// A document with the first program registered for it that is not this one; false for none.
+    std::function<bool(const QString &)> OpenElsewhere;
     /// A folder window.
     std::function<bool(const QString &)> Explore;
     /// The desktop's file search, starting in a folder.

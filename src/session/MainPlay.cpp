@@ -26,12 +26,11 @@ void Main::PrevM3U(PreviewMode mode)
         return;
     }
     EnsureFolder(host.ApplicationFolder);
-    if (WritePlaylistFile(SessionFile(), FileArray)) {
-        host.Shell.Open(SessionFile());
-        return;
-    }
-    for (const QString &path : std::as_const(FileArray))
-        host.Shell.Open(path);
+    const QStringList documents = WritePlaylistFile(SessionFile(), FileArray) ? QStringList{SessionFile()} : FileArray;
+    bool opened = false;
+    for (const QString &path : documents)
+        opened |= host.Shell.OpenElsewhere(path);
+    ShowMessage(opened ? QString() : u"No player is registered for playlists"_s);
 }
 
 void Main::MEditPlaySel_Click()

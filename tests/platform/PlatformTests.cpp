@@ -1,6 +1,7 @@
 #include "platform/PlatformTests.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QTest>
 
 std::vector<TestMaker> &PlatformTests()
@@ -11,9 +12,10 @@ std::vector<TestMaker> &PlatformTests()
 
 int main(int argc, char **argv)
 {
-    // Nothing of the user's is read or written.
+    // Nothing of the user's is read or written, and no program of the system's is started.
     const QTemporaryDir home;
-    for (const char *variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
+    QFile::link(QStringLiteral("/usr/share/mime"), home.filePath(QStringLiteral("mime")));
+    for (const char *variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_DATA_DIRS"})
         qputenv(variable, home.path().toLocal8Bit());
     const QApplication application(argc, argv);
     int failures = 0;

@@ -343,6 +343,14 @@ void WindowTest::PreviewsThroughTheRegisteredProgram()
     QCOMPARE(f.Read(u"app\\tmp.m3u"_s), last);
     f.Trigger("MEditSelFol");
     QCOMPARE(f.Rows(), u"A B C"_s);
+    // The desktop would hand the list to this program itself.
+    f.NoPlayer = true;
+    f.Trigger("MEditPlayList");
+    QCOMPARE(f.Window->PanelText(4), u"No player is registered for playlists"_s);
+    QCOMPARE(f.ShellCalls.size(), 6);
+    f.NoPlayer = false;
+    f.Trigger("MEditPlayList");
+    QCOMPARE(f.Window->PanelText(4), QString());
 }
 
 void WindowTest::RefreshReadsAgain()

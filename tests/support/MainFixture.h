@@ -23,6 +23,8 @@ struct MainFixture {
     QMap<QString, QString> Settings;
     QStringList ShellCalls;
     QString Player;
+    /// The desktop has no program for playlists but this one.
+    bool NoPlayer = false;
     QList<double> Draws;
     /// What a search over the drives walks.
     std::function<QStringList()> Roots = [this] { return QStringList{Folder + u'\\'}; };
@@ -138,6 +140,9 @@ private:
         };
         host.Shell.Open = record("open");
         host.Shell.Browse = record("browse");
+        host.Shell.OpenElsewhere = [this, open = record("open")](const QString &path) {
+            return !NoPlayer && open(path);
+        };
         host.Shell.Explore = record("explore");
         host.Shell.Properties = record("properties");
         host.Shell.AssociatedProgram = [this](const QString &) { return Player; };

@@ -2,6 +2,10 @@
 
 #include <QList>
 
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
 QByteArray DesktopValue(const QByteArray &content, QByteArrayView section, QByteArrayView key)
 {
     bool inside = false;
@@ -17,17 +21,46 @@ QByteArray DesktopValue(const QByteArray &content, QByteArrayView section, QByte
     return {};
 }
 
-QString ProgramOfDesktopEntry(const QByteArray &entry)
+QStringList CommandOfDesktopEntry(const QByteArray &entry)
 {
     // The value of a key has a backslash doubled; within quotes a further one stands before what it protects.
     const QByteArray exec = DesktopValue(entry, "[Desktop Entry]", "Exec").replace("\\\\", "\\");
-    if (!exec.startsWith('"'))
-        return QString::fromUtf8(exec.first(exec.indexOf(' ') < 0 ? exec.size() : exec.indexOf(' ')));
-    QByteArray program;
-    for (qsizetype i = 1; i < exec.size() && exec[i] != '"'; ++i) {
-        if (exec[i] == '\\' && i + 1 < exec.size())
-            ++i;
-        program.append(exec[i]);
+    QList<QByteArray> words;
+    bool quoted = false;
+    bool inside = false;
+    for (qsizetype i = 0; i < exec.size(); ++i) {
+        if (exec[i] == ' ' && !quoted) {
+            inside = false;
+            continue;
+        }
+        if (!std::exchange(inside, true))
+            words.append(QByteArray());
+        if (exec[i] == '"')
+            quoted = !quoted;
+        else if (exec[i] == '\\' && quoted && i + 1 < exec.size())
+            words.last().append(exec[++i]);
+        else
+            words.last().append(exec[i]);
     }
-    return QString::fromUtf8(program);
+    QStringList command;
+    for (const QByteArray &word : std::as_const(words))
+        command.append(QString::fromUtf8(word));
+    return command;
+}
+
+QStringList ArgumentsFor(const QStringList &command, const QString &path, const QString &address)
+{
+    QStringList arguments;
+    bool placed = false;
+    for (QString argument : command.sliced(1)) {
+        const bool isPath = argument.contains(u"%f"_s, Qt::CaseInsensitive);
+        const bool isAddress = argument.contains(u"%u"_s, Qt::CaseInsensitive);
+        placed |= isPath || isAddress;
+        // Icon, name and the like are the desktop's affair.
+        if (argument.size() == 2 && argument[0] == u'%' && !isPath && !isAddress)
+            continue;
+        argument.replace(u"%f"_s, path, Qt::CaseInsensitive);
+        arguments.append(isPath ? argument : argument.replace(u"%u"_s, address, Qt::CaseInsensitive));
+    }
+    return placed ? arguments : arguments << path;
 }

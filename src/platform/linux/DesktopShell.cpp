@@ -6,11 +6,15 @@
 #include "platform/linux/DesktopEntry.h"
 
 #include <QDesktopServices>
+#include <QFileInfo>
+#include <QGuiApplication>
 #include <QMimeDatabase>
 #include <QProcess>
 #include <QStandardPaths>
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -72,40 +76,96 @@ QString LocateEntry(QString name)
     }
 }
 
-/// The name of the desktop entry that the desktop opens a type of file with: the user's and the system's choices come
-/// before what the installed programs offer.
-QString DefaultEntry(const QByteArray &type)
+/// The files of a name where the user's come before the system's, and those of the desktop that runs before the others.
+QStringList ChoiceFiles()
 {
-    const auto firstOf = [&](const QStringList &files, QByteArrayView section) {
+    QStringList names;
+    for (const QString &desktop : qEnvironmentVariable("XDG_CURRENT_DESKTOP").toLower().split(u':', Qt::SkipEmptyParts))
+        names.append(desktop + u"-mimeapps.list");
+    names.append(u"mimeapps.list"_s);
+    QStringList files;
+    for (const auto place : {QStandardPaths::GenericConfigLocation, QStandardPaths::ApplicationsLocation}) {
+        for (const QString &name : std::as_const(names))
+            files += QStandardPaths::locateAll(place, name);
+    }
+    return files;
+}
+
+/// A program that the desktop has for a document.
+struct Registered {
+    /// The name of its desktop entry.
+    QString Name;
+    /// The program and its arguments.
+    QStringList Command;
+    bool NeedsTerminal = false;
+};
+
+/// The programs registered for a document, the desktop's default one first: the user's and the system's choices come
+/// before what the installed programs offer.
+std::vector<Registered> ProgramsFor(const QString &document)
+{
+    const QMimeType type = QMimeDatabase().mimeTypeForFile(ToHostPath(document));
+    QStringList names;
+    const auto append = [&](const QStringList &files, QByteArrayView section) {
         for (const QString &file : files) {
             QByteArray content;
             ReadWholeFile(FromHostPath(file), content);
-            const QByteArray name = DesktopValue(content, section, type).split(';').first();
-            if (!name.isEmpty())
-                return QString::fromUtf8(name);
+            for (const QString &each : QStringList{type.name()} + type.aliases())
+                names += QString::fromUtf8(DesktopValue(content, section, each.toUtf8())).split(u';');
         }
-        return QString();
     };
-    const QString choices = u"mimeapps.list"_s;
-    const QString chosen = firstOf(QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, choices) +
-                                       QStandardPaths::locateAll(QStandardPaths::ApplicationsLocation, choices),
-                                   "[Default Applications]");
-    return chosen.isEmpty()
-               ? firstOf(QStandardPaths::locateAll(QStandardPaths::ApplicationsLocation, u"mimeinfo.cache"_s),
-                         "[MIME Cache]")
-               : chosen;
+    const QStringList choices = ChoiceFiles();
+    append(choices, "[Default Applications]");
+    append(choices, "[Added Associations]");
+    append(QStandardPaths::locateAll(QStandardPaths::ApplicationsLocation, u"mimeinfo.cache"_s), "[MIME Cache]");
+    names.removeDuplicates();
+    std::vector<Registered> programs;
+    for (const QString &name : std::as_const(names)) {
+        QByteArray entry;
+        const QString file = name.isEmpty() ? QString() : LocateEntry(name);
+        const bool read = !file.isEmpty() && ReadWholeFile(FromHostPath(file), entry);
+        const QStringList command = read ? CommandOfDesktopEntry(entry) : QStringList();
+        if (!command.isEmpty())
+            programs.push_back({name, command, DesktopValue(entry, "[Desktop Entry]", "Terminal") == "true"});
+    }
+    return programs;
 }
 
 QString AssociatedProgram(const QString &document)
 {
-    const QString name = DefaultEntry(QMimeDatabase().mimeTypeForFile(ToHostPath(document)).name().toUtf8());
-    const QString file = name.isEmpty() ? QString() : LocateEntry(name);
-    QByteArray content;
-    if (file.isEmpty() || !ReadWholeFile(FromHostPath(file), content))
+    const std::vector<Registered> programs = ProgramsFor(document);
+    if (programs.empty())
         return {};
-    const QString program = ProgramOfDesktopEntry(content);
-    const QString found = program.isEmpty() ? QString() : QStandardPaths::findExecutable(program);
+    const QString &program = programs.front().Command.front();
+    const QString found = QStandardPaths::findExecutable(program);
     return FromHostPath(found.isEmpty() ? program : found);
+}
+
+/// Also for another copy of this program.
+bool IsThisProgram(const Registered &program)
+{
+    const QString executable = QStandardPaths::findExecutable(program.Command.front());
+    return program.Name == QString(QGuiApplication::desktopFileName() + u".desktop") ||
+           QFileInfo(executable).canonicalFilePath() ==
+               QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
+}
+
+bool OpenElsewhere(const QString &document)
+{
+    const std::vector<Registered> programs = ProgramsFor(document);
+    for (const Registered &program : programs) {
+        if (IsThisProgram(program))
+            continue;
+        // The desktop opens the default one as it does everywhere; to others it cannot be pointed.
+        if (&program == &programs.front())
+            return Open(document);
+        const QString executable = QStandardPaths::findExecutable(program.Command.front());
+        const QString address = QString::fromLatin1(ToUrl(document).toEncoded());
+        if (!executable.isEmpty() && !program.NeedsTerminal &&
+            QProcess::startDetached(executable, ArgumentsFor(program.Command, ToHostPath(document), address)))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -113,5 +173,5 @@ QString AssociatedProgram(const QString &document)
 Shell DesktopShell()
 {
     // The desktops have no common file search; the folder's window has one.
-    return {Open, Browse, OpenFolder, OpenFolder, ShowProperties, AssociatedProgram};
+    return {Open, Browse, OpenElsewhere, OpenFolder, OpenFolder, ShowProperties, AssociatedProgram};
 }

@@ -1,9 +1,12 @@
 #include "platform/PlatformTests.h"
 
+#include "platform/DesktopShell.h"
 #include "platform/RebuiltFile.h"
-#include "platform/linux/DesktopEntry.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
+#include <QMimeDatabase>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <csignal>
@@ -192,11 +195,51 @@ private Q_SLOTS:
         QCOMPARE(ExamineFile(target + u"\\there").Size, 3);
     }
 
-    void ProgramsOfDesktopEntries()
+    void PreviewsGoToAnotherProgram()
     {
-        const QByteArray quoted = "Exec = \"/opt/My \\\\\"Player/run\" %f";
-        QCOMPARE(ProgramOfDesktopEntry("[Desktop Entry]\nName=Player\n" + quoted), u"/opt/My \"Player/run"_s);
-        QCOMPARE(ProgramOfDesktopEntry("[Desktop Entry]\nTryExec=a\n[Desktop Action New]\nExec=b"), QString());
+        const QString applications = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
+        const QString entries = FromHostPath(applications) + u'\\';
+        const auto enter = [&](const QString &file, const QByteArray &content) {
+            const QString path = entries + file;
+            return EnsureFolder(path.first(path.lastIndexOf(u'\\'))) && WriteWholeFile(path, content);
+        };
+        const QString list = In(u"a list.m3u"_s);
+        const QString player = In(u"my \"player"_s);
+        QVERIFY(Write(u"a list.m3u"_s, "x") &&
+                Write(u"my \"player"_s, "#!/bin/sh\nprintf '%s|' \"$@\" > \"$0.got\"\n"));
+        QVERIFY(SetMode("my \"player", 0755));
+        const QByteArray type = QMimeDatabase().mimeTypeForFile(ToHostPath(list)).name().toUtf8();
+        if (type.isEmpty())
+            QSKIP("The system knows no types of files");
+        const Shell shell = DesktopShell();
+        QVERIFY(!shell.OpenElsewhere(list) && shell.AssociatedProgram(list).isEmpty());
+        // The default program is this one, further ones are gone or need a terminal.
+        const QByteArray own = QCoreApplication::applicationFilePath().toUtf8();
+        QVERIFY(enter(u"own.desktop"_s, "[Desktop Entry]\nExec=" + own + " %f\n"));
+        QVERIFY(enter(u"gone.desktop"_s, "[Desktop Entry]\nTryExec=sh\nExec=/gone %f\n[Desktop Action New]\nExec=sh"));
+        QVERIFY(enter(u"text.desktop"_s, "[Desktop Entry]\nExec=sh -c true\nTerminal=true\n"));
+        QVERIFY(enter(u"mimeapps.list"_s, "[Default Applications]\n" + type + "=none.desktop;own.desktop;\n"));
+        QVERIFY(
+            enter(u"mimeinfo.cache"_s, "[MIME Cache]\n" + type + "=gone.desktop;text.desktop;my-player.desktop;\n"));
+        QCOMPARE(shell.AssociatedProgram(list), FromHostPath(QString::fromUtf8(own)));
+        QVERIFY(!shell.OpenElsewhere(list));
+        const QByteArray path = directory->path().toUtf8();
+        const QByteArray address = ToUrl(list).toEncoded();
+        const std::pair<QByteArray, QByteArray> cases[] = {
+            {" \"-n a\" %c --file=%f", "-n a|--file=" + path + "/a list.m3u|"},
+            {" %U  %k", address + '|'},
+            {" -q", "-q|" + path + "/a list.m3u|"},
+        };
+        for (const auto &[arguments, got] : cases) {
+            const QByteArray exec = '"' + path + R"(/my \\"player")" + arguments;
+            QVERIFY(enter(u"my\\player.desktop"_s, "[Desktop Entry]\nName=My\nExec = " + exec + '\n'));
+            QVERIFY(shell.OpenElsewhere(list));
+            QTRY_COMPARE(Content(u"my \"player.got"_s), got);
+            QVERIFY(DeleteFile(player + u".got"));
+        }
+        QVERIFY(enter(u"mimeapps.list"_s, ""));
+        QVERIFY(enter(u"mimeinfo.cache"_s, "[MIME Cache]\n" + type + "=my-player.desktop;\n"));
+        QCOMPARE(shell.AssociatedProgram(list), player);
     }
 };
 
