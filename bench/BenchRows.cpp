@@ -1,6 +1,7 @@
 #include "BenchRows.h"
 
 #include "playlist/M3UFile.h"
+#include "text/PathText.h"
 
 #include <random>
 
@@ -59,7 +60,8 @@ void LoadPlaylist(Grid &grid, const QString &path)
     ReadM3UFile(path, paths);
     std::vector<FileRecord> records;
     records.reserve(static_cast<std::size_t>(paths.size()));
+    RowFolders folders(FolderOf(path));
     for (const QString &entry : std::as_const(paths))
-        records.push_back(AnalyseFile(entry));
+        records.push_back(AnalyseFile(entry, folders));
     grid.Append(records);
 }

@@ -1,5 +1,6 @@
 #include "platform/Carriers.h"
 
+#include <algorithm>
 #include <array>
 
 namespace
@@ -28,6 +29,17 @@ constexpr AsciiUnits MakeAsciiUnits(Carriage carriage)
 
 constexpr AsciiUnits InsideUnits = MakeAsciiUnits(Carriage::Inside);
 constexpr AsciiUnits LineUnits = MakeAsciiUnits(Carriage::Line);
+
+/// Whether a text holds neither control characters nor anything beyond ASCII, as nearly all do. Without a branch, so
+/// that the compiler lets it look at many characters at once; so are the loops over such a text.
+bool IsPlain(QStringView text)
+{
+    // Beyond ASCII a unit has a high bit, below the blank its distance from the blank has.
+    unsigned short bits = 0;
+    for (const QChar c : text)
+        bits = static_cast<unsigned short>(bits | c.unicode() | static_cast<unsigned short>(c.unicode() - 0x20));
+    return bits < 0x80;
+}
 
 bool IsCarrier(char32_t c, Carriage carriage)
 {
@@ -111,9 +123,10 @@ void EncodeCharacter(char32_t c, char *&out)
     put(0x80 | (c & 0x3F));
 }
 
-/// The slow half of BytesFromText: from the first character beyond ASCII on.
-QByteArray EncodeRest(QByteArray done, QStringView text, Carriage carriage)
+/// BytesFromText for any text.
+QByteArray EncodeAnyText(QByteArrayView prefix, QStringView text, Carriage carriage)
 {
+    QByteArray done = prefix.toByteArray();
     const qsizetype start = done.size();
     done.resize(start + 3 * text.size());
     char *out = done.data() + start;
@@ -164,22 +177,32 @@ QString TextFromBytes(QByteArrayView bytes, Carriage carriage, QStringView prefi
 
 QByteArray BytesFromText(QStringView text, Carriage carriage, QByteArrayView prefix)
 {
+    if (!IsPlain(text))
+        return EncodeAnyText(prefix, text, carriage);
     QByteArray bytes(prefix.size() + text.size(), Qt::Uninitialized);
-    char *out = bytes.data();
-    for (const char c : prefix)
-        *out++ = c;
+    char *out = std::copy(prefix.begin(), prefix.end(), bytes.data());
     const char separator = carriage == Carriage::Inside ? '/' : '\\';
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t c = text[i].unicode();
-        if (c == 0)
-            return {};
-        if (c >= 0x80) {
-            bytes.truncate(prefix.size() + i);
-            return EncodeRest(std::move(bytes), text.sliced(i), carriage);
-        }
-        *out++ = c == u'\\' ? separator : static_cast<char>(c);
+        const auto c = static_cast<char>(text.utf16()[i]);
+        out[i] = c == '\\' ? separator : c;
     }
     return bytes;
+}
+
+QString InsideFromLine(QStringView line, QStringView prefix)
+{
+    if (!IsPlain(line)) {
+        const QByteArray bytes = BytesFromText(line, Carriage::Line);
+        return bytes.isEmpty() ? QString() : TextFromBytes(bytes, Carriage::Inside, prefix);
+    }
+    QString text(prefix.size() + line.size(), Qt::Uninitialized);
+    auto *out = reinterpret_cast<char16_t *>(std::copy(prefix.begin(), prefix.end(), text.data()));
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        const char16_t unit = line.utf16()[i];
+        const char16_t turned = unit == u'/' ? u'\\' : unit;
+        out[i] = unit == u'\\' ? CarriedBackslash : turned;
+    }
+    return text;
 }
 
 std::optional<unsigned char> CarriedByte(QChar character, Carriage carriage)

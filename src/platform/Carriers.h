@@ -27,5 +27,9 @@ QByteArray BytesFromText(QStringView text, Carriage carriage, QByteArrayView pre
 /// The byte that a character carries; nothing for one that stands for itself.
 std::optional<unsigned char> CarriedByte(QChar character, Carriage carriage);
 
+/// The inside text for a line of a playlist in the host's form, after a prefix: what TextFromBytes makes of the line's
+/// bytes. Empty where there are none.
+QString InsideFromLine(QStringView line, QStringView prefix = {});
+
 /// The text with its carriers as a person should see them.
 QString ShownText(const QString &text);

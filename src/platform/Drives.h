@@ -42,7 +42,7 @@ QString ToPlaylistLine(const QString &path);
 /// The inside form of a line of a playlist that lies in the folder. Accepts Windows text ("d:\x", "d:/x", "sub\x",
 /// "\x", "\\server\x") and the host's ("/x", "sub/x", "./x"). A relative host line that holds a colon is joined to the
 /// folder, since everything inside takes a colon for a drive's; others stay relative.
-QString FromPlaylistLine(const QString &line, const QString &folder);
+QString FromPlaylistLine(QStringView line, const QString &folder);
 
 /// The address of a path for a link in a page: with slashes, "file:///" and the host's path for an absolute one.
 /// Blanks and what would end or bend the address are percent-encoded, and so are bytes that are no text; letters of all

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -22,16 +25,23 @@ constexpr std::array<char16_t, 128> MakeAsciiFolds()
 
 constexpr std::array<char16_t, 128> AsciiFolds = MakeAsciiFolds();
 
+/// FoldedUnit, to be inlined here.
+inline char16_t Folded(char16_t unit)
+{
+    return unit < 0x80 ? AsciiFolds[unit] : static_cast<char16_t>(QChar::toCaseFolded(static_cast<char32_t>(unit)));
+}
+
 bool HasWildcard(QStringView mask)
 {
     return mask.contains(u'*') || mask.contains(u'?');
 }
 
-bool EqualFolded(QStringView left, QStringView right)
+/// Whether a name has an ending; from the end on, where names differ sooner.
+bool EndsFolded(QStringView name, QStringView ending)
 {
-    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(), [](QChar a, QChar b) {
-               return a == b || FoldedUnit(a.unicode()) == FoldedUnit(b.unicode());
-           });
+    return name.size() >= ending.size() &&
+           std::equal(ending.rbegin(), ending.rend(), name.rbegin(),
+                      [](QChar a, QChar b) { return Folded(a.unicode()) == Folded(b.unicode()); });
 }
 
 /// Greedy matching: on a mismatch the last "*" takes one character more.
@@ -45,8 +55,7 @@ bool MatchesWildcards(QStringView name, QStringView mask)
         if (m < mask.size() && mask[m] == u'*') {
             starMask = m++;
             starName = n;
-        } else if (m < mask.size() &&
-                   (mask[m] == u'?' || FoldedUnit(mask[m].unicode()) == FoldedUnit(name[n].unicode()))) {
+        } else if (m < mask.size() && (mask[m] == u'?' || Folded(mask[m].unicode()) == Folded(name[n].unicode()))) {
             ++m;
             ++n;
         } else if (starMask >= 0) {
@@ -65,10 +74,15 @@ bool MatchesWildcards(QStringView name, QStringView mask)
 
 char16_t FoldedUnit(char16_t unit)
 {
-    if (unit < 0x80)
-        return AsciiFolds[unit];
-    const char32_t folded = QChar::toCaseFolded(static_cast<char32_t>(unit));
-    return static_cast<char16_t>(folded);
+    return Folded(unit);
+}
+
+quint64 FoldedPiece(QStringView text, qsizetype from)
+{
+    quint64 piece = 0;
+    for (qsizetype i = from; i < from + 4; ++i)
+        piece = piece << 16 | (i < text.size() ? Folded(text[i].unicode()) : 0);
+    return piece;
 }
 
 QString FoldedName(QStringView name)
@@ -84,11 +98,15 @@ bool NameBefore(QStringView left, QStringView right)
     const char16_t *l = left.utf16();
     const char16_t *r = right.utf16();
     const qsizetype common = std::min(left.size(), right.size());
-    for (qsizetype i = 0; i < common; ++i) {
+    qsizetype i = 0;
+    // Names of one folder often start alike.
+    while (i + 4 <= common && std::memcmp(l + i, r + i, 4 * sizeof *l) == 0)
+        i += 4;
+    for (; i < common; ++i) {
         if (l[i] == r[i])
             continue;
-        const char16_t foldedLeft = FoldedUnit(l[i]);
-        const char16_t foldedRight = FoldedUnit(r[i]);
+        const char16_t foldedLeft = Folded(l[i]);
+        const char16_t foldedRight = Folded(r[i]);
         if (foldedLeft != foldedRight)
             return foldedLeft < foldedRight;
     }
@@ -99,17 +117,36 @@ bool NameBefore(QStringView left, QStringView right)
 
 void SortNames(QStringList &names)
 {
-    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) { return NameBefore(a, b); });
+    // Numbers are compared sooner than texts, and mostly tell already.
+    std::vector<std::pair<quint64, QString>> keyed;
+    keyed.reserve(static_cast<std::size_t>(names.size()));
+    for (QString &name : names)
+        keyed.emplace_back(FoldedPiece(name, 0), std::move(name));
+    std::sort(keyed.begin(), keyed.end(), [](const auto &a, const auto &b) {
+        return a.first != b.first ? a.first < b.first : NameBefore(a.second, b.second);
+    });
+    std::transform(keyed.begin(), keyed.end(), names.begin(), [](auto &each) { return std::move(each.second); });
+}
+
+NameMask::NameMask(QStringView mask) : text(mask)
+{
+    // "*.*" is every name on Windows, also one without a dot.
+    if (mask == u"*.*"_s)
+        kind = All;
+    else if (mask.startsWith(u'*') && !HasWildcard(mask.sliced(1)))
+        kind = Ending;
+    if (kind == Ending)
+        text = mask.sliced(1);
+}
+
+bool NameMask::Matches(QStringView name) const
+{
+    if (kind == Ending)
+        return EndsFolded(name, text);
+    return kind == All || MatchesWildcards(name, text);
 }
 
 bool MatchesMask(QStringView name, QStringView mask)
 {
-    // "*.*" is every name on Windows, also one without a dot.
-    if (mask == u"*.*"_s)
-        return true;
-    if (mask.startsWith(u'*') && !HasWildcard(mask.sliced(1))) {
-        const QStringView ending = mask.sliced(1);
-        return name.size() >= ending.size() && EqualFolded(name.last(ending.size()), ending);
-    }
-    return MatchesWildcards(name, mask);
+    return NameMask(mask).Matches(name);
 }

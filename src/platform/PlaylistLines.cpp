@@ -34,6 +34,11 @@ bool HasDrive(QStringView path)
     return path.size() >= 2 && path[1] == u':' && IsLetter(path[0]);
 }
 
+bool IsOnShare(QStringView path)
+{
+    return path.size() >= 2 && path[0] == u'\\' && path[1] == u'\\';
+}
+
 bool IsWebAddress(QStringView line)
 {
     const QStringView scheme = SchemeOf(line);
@@ -59,7 +64,7 @@ bool NeedsDotPrefix(QStringView line)
 
 QStringView WithoutDotPrefix(QStringView line)
 {
-    while (line.startsWith(u"./") || line.startsWith(u".\\")) {
+    while (line.startsWith(u'.') && (line.startsWith(u"./") || line.startsWith(u".\\"))) {
         line = line.sliced(2);
         while (line.startsWith(u'/'))
             line = line.sliced(1);
@@ -97,13 +102,14 @@ QString RootOf(const QString &folder)
 
 QString FromWindowsLine(QStringView line, const QString &folder)
 {
-    QString path = line.toString().replace(u'/', u'\\');
+    QString path(line.size(), Qt::Uninitialized);
+    std::replace_copy(line.begin(), line.end(), path.begin(), QChar(u'/'), QChar(u'\\'));
     if (HasDrive(path)) {
         path[0] = path[0].toLower();
         if (path.size() > 2 && path[2] != u'\\')
             path.insert(2, u'\\');
         return path;
     }
-    const bool rooted = path.startsWith(u'\\') && !path.startsWith(u"\\\\");
+    const bool rooted = path.startsWith(u'\\') && !IsOnShare(path);
     return rooted ? QString(RootOf(folder) + path) : path;
 }

@@ -5,6 +5,8 @@
 
 /// Whether a text starts with an ASCII letter and a colon.
 bool HasDrive(QStringView path);
+/// Whether a text starts with two backslashes, as a path on another computer does.
+bool IsOnShare(QStringView path);
 
 /// Whether a line is a web address: a scheme of two letters or more and "://".
 bool IsWebAddress(QStringView line);

@@ -3,6 +3,8 @@
 #include "media/MP3File.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "platform/Names.h"
+#include "platform/PlaylistLines.h"
 #include "text/PathText.h"
 
 #include <algorithm>
@@ -17,21 +19,30 @@ constexpr double LongestLength = std::numeric_limits<qint32>::max();
 
 QString AbsoluteFolder(const QString &path, const QString &current)
 {
-    QString folder = GetFolderPart(path);
-    if (!IsAbsolute(path))
-        folder = AbsolutePath(folder, current);
-    return NormalisePath(folder) + u'\\';
+    const QString folder = NormalisedPath(GetFolderPart(path));
+    if (IsAbsolute(path))
+        return folder + u'\\';
+    const QString base = path.startsWith(u'\\') ? RootOf(current) : current;
+    const bool needsSeparator = !folder.isEmpty() && !folder.startsWith(u'\\');
+    return base + (needsSeparator ? u"\\" : u"") + folder + u'\\';
 }
 
-QString FileTypeText(const QString &extension)
+/// The ending of a name, a full stop and three letters without regard to case.
+quint64 EndingOf(QStringView name)
 {
-    if (extension == u".ogg"_s)
+    return name.size() < 4 ? 0 : FoldedPiece(name, name.size() - 4);
+}
+
+QString FileTypeText(quint64 ending)
+{
+    static const quint64 ogg = EndingOf(u".ogg");
+    static const quint64 wav = EndingOf(u".wav");
+    static const quint64 vqf = EndingOf(u".vqf");
+    if (ending == ogg)
         return u"OGG Vorbis"_s;
-    if (extension == u".wav"_s)
+    if (ending == wav)
         return u"WAV File"_s;
-    if (extension == u".vqf"_s)
-        return u"VQF File"_s;
-    return QString();
+    return ending == vqf ? u"VQF File"_s : QString();
 }
 
 void TakeStreamData(const MP3File &file, FileRecord &record)
@@ -64,19 +75,42 @@ void AnalyseMPEG(const QString &path, FileRecord &record)
 }
 } // namespace
 
-FileRecord AnalyseFile(const QString &path)
+QString RowFolders::Of(const QString &path, qsizetype nameStart)
 {
-    return AnalyseFile(path, CurrentDirectory());
+    const QStringView part = QStringView(path).first(nameStart);
+    const QStringView name = QStringView(path).sliced(nameStart);
+    if (part != lastPart) {
+        lastPart = part.toString();
+        holdsStop = part.contains(u'.');
+        isAbsolute = IsAbsolute(lastPart);
+        last.clear();
+    }
+    // A name that is cut out of the folder, or whose colon makes the path absolute. Few folders hold a full stop, and
+    // without one no name that has one.
+    const bool hasStop = name.size() >= 4 && name[name.size() - 4] == u'.';
+    if (((holdsStop || !hasStop) && part.contains(name)) || (!isAbsolute && IsAbsolute(path)))
+        return AbsoluteFolder(path, base);
+    if (last.isEmpty())
+        last = AbsoluteFolder(path, base);
+    return last;
 }
 
-FileRecord AnalyseFile(const QString &path, const QString &folder)
+FileRecord AnalyseFile(const QString &path)
 {
+    RowFolders folders(CurrentDirectory());
+    return AnalyseFile(path, folders);
+}
+
+FileRecord AnalyseFile(const QString &path, RowFolders &folders)
+{
+    static const quint64 mp3 = EndingOf(u".mp3");
+    const qsizetype nameStart = FileNameStart(path);
     FileRecord record;
-    record.FileName = GetFileName(path);
-    record.Folder = AbsoluteFolder(path, folder);
-    const QString file = AbsolutePath(path, folder);
-    const QString extension = GetExtension(record.FileName).toLower();
-    if (extension == u".mp3"_s) {
+    record.FileName = path.sliced(nameStart);
+    record.Folder = folders.Of(path, nameStart);
+    const QString file = AbsolutePath(path, folders.Base());
+    const quint64 ending = EndingOf(record.FileName);
+    if (ending == mp3) {
         AnalyseMPEG(file, record);
         return record;
     }
@@ -84,7 +118,7 @@ FileRecord AnalyseFile(const QString &path, const QString &folder)
     if (!facts.Exists || facts.IsFolder)
         return record;
     record.Size = facts.Size;
-    record.FileType = FileTypeText(extension);
+    record.FileType = FileTypeText(ending);
     record.Valid = true;
     return record;
 }

@@ -25,8 +25,29 @@ struct FileRecord {
     QString ModeText;
 };
 
+/// The folders of rows, as they follow one another: neighbours mostly share theirs, so the last one is kept.
+class RowFolders
+{
+public:
+    /// The folder, without a trailing backslash, that relative paths count from.
+    explicit RowFolders(const QString &folder) : base(folder) {}
+
+    const QString &Base() const { return base; }
+    /// The absolute folder of a row, ending in a backslash, by its path and where the name starts there.
+    QString Of(const QString &path, qsizetype nameStart);
+
+private:
+    QString base;
+    /// The folder as the last path had it.
+    QString lastPart;
+    bool holdsStop = false;
+    bool isAbsolute = false;
+    /// As its rows have it; empty while none asked.
+    QString last;
+};
+
 /// Turns a path into the data of a row. Raises nothing: a record that is not Valid holds what could be found out. The
 /// file name is cut from the path wherever it occurs, so a folder that holds the same text loses that too. A relative
-/// path counts from the folder (without a trailing backslash), or else from the current directory.
-FileRecord AnalyseFile(const QString &path, const QString &folder);
+/// path counts from the base of the folders, or else from the current directory.
+FileRecord AnalyseFile(const QString &path, RowFolders &folders);
 FileRecord AnalyseFile(const QString &path);

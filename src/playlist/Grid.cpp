@@ -4,6 +4,7 @@
 #include "text/FormatText.h"
 
 #include <algorithm>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +33,13 @@ constexpr std::array<ColumnInfo, ColumnCount> columns{{
     {u"HiddenSize", 0, left},
     {u"Original Order", 50, left},
 }};
+
+/// Quicker than a comparison that can tell which text comes first.
+bool IsSame(const QString &one, const QString &other)
+{
+    return one.size() == other.size() &&
+           std::memcmp(one.constData(), other.constData(), static_cast<std::size_t>(one.size()) * sizeof(QChar)) == 0;
+}
 
 const ColumnInfo &Info(int column)
 {
@@ -94,8 +102,8 @@ PlaylistItem Grid::MakeItem(const FileRecord &record, int index)
 {
     PlaylistItem item;
     item.Text = record.FileName;
-    // Neighbours mostly share their folder.
-    if (pool[lastFolder] != record.Folder)
+    // Neighbours mostly share their folder and are of one kind.
+    if (!IsSame(pool[lastFolder], record.Folder))
         lastFolder = Pooled(record.Folder);
     item.FolderNumber = lastFolder;
     item.Folder = pool[lastFolder];
@@ -106,8 +114,13 @@ PlaylistItem Grid::MakeItem(const FileRecord &record, int index)
     }
     item.Size = record.Size;
     item.Length = record.Length;
-    item.StreamTexts = {Pooled(record.FileType), Pooled(record.LayerText), Pooled(record.BitrateText),
-                        Pooled(record.SampleRateText), Pooled(record.ModeText)};
+    const std::array texts{&record.FileType, &record.LayerText, &record.BitrateText, &record.SampleRateText,
+                           &record.ModeText};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (!IsSame(pool[lastTexts[i]], *texts[i]))
+            lastTexts[i] = Pooled(*texts[i]);
+    }
+    item.StreamTexts = lastTexts;
     item.OriginalOrder = static_cast<qint16>(index);
     return item;
 }

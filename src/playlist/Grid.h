@@ -149,7 +149,9 @@ private:
     std::vector<PlaylistItem> rows;
     std::vector<QString> pool;
     QHash<QString, quint32> poolPlaces;
+    /// Folder, and stream texts, of the row made last.
     quint32 lastFolder = 0;
+    std::array<quint32, 5> lastTexts{};
     int focusedRow = 0;
 };
 

@@ -1,26 +1,40 @@
 #include "playlist/M3UFile.h"
 
 #include "platform/Drives.h"
+#include "platform/Names.h"
 #include "text/FolderWalk.h"
 #include "text/PathText.h"
 #include "text/TextFiles.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-/// How many of the extensions of FileTypes a line holds, each anywhere and counted once. They all start with a full
-/// stop and hold no second one, so that each full stop of the line is looked at once.
+constexpr std::size_t TypeCount = 4;
+
+/// The extensions of FileTypes, a full stop and three letters each, as FoldedPiece tells them.
+std::array<quint64, TypeCount> ExtensionPieces()
+{
+    std::array<quint64, TypeCount> pieces{};
+    std::transform(FileTypes().begin(), FileTypes().end(), pieces.begin(),
+                   [](const QString &mask) { return FoldedPiece(mask, 1); });
+    return pieces;
+}
+
+/// How many of the extensions of FileTypes a line holds, each anywhere and counted once.
 int ExtensionsIn(QStringView line)
 {
-    const QStringList &masks = FileTypes();
+    static const std::array<quint64, TypeCount> extensions = ExtensionPieces();
     unsigned found = 0;
-    for (qsizetype stop = line.indexOf(u'.'); stop >= 0; stop = line.indexOf(u'.', stop + 1)) {
-        const QStringView rest = line.sliced(stop);
-        for (qsizetype i = 0; i < masks.size(); ++i)
-            found |= rest.startsWith(QStringView(masks[i]).sliced(1), Qt::CaseInsensitive) ? 1U << i : 0U;
+    for (auto stop = std::find(line.begin(), line.end(), u'.'); stop != line.end();
+         stop = std::find(stop + 1, line.end(), u'.')) {
+        const quint64 piece = FoldedPiece(line, stop - line.begin());
+        for (std::size_t i = 0; i < TypeCount; ++i)
+            found |= piece == extensions[i] ? 1U << i : 0U;
     }
     return std::popcount(found);
 }
@@ -29,16 +43,18 @@ int ExtensionsIn(QStringView line)
 template <typename TimesOf>
 bool ReadEntries(const QString &path, QStringList &list, TimesOf timesOf)
 {
-    QStringList lines;
-    if (!ReadLinesFromFile(lines, path))
+    QString text;
+    if (!ReadTextFile(path, text))
         return false;
     const QString folder = AbsolutePath(FolderOf(path), CurrentDirectory());
     const qsizetype before = list.size();
-    for (const QString &line : std::as_const(lines)) {
+    ForEachLine(text, [&](QStringView line) {
         const int times = line.isEmpty() || line[0] == u'#' ? 0 : timesOf(line);
         if (times > 0)
-            list.insert(list.size(), times, FromPlaylistLine(line, folder));
-    }
+            list.append(FromPlaylistLine(line, folder));
+        for (int more = 1; more < times; ++more)
+            list.append(list.constLast());
+    });
     return list.size() > before;
 }
 } // namespace

@@ -72,15 +72,6 @@ struct TextKey {
 };
 constexpr qsizetype pieceSize = 4;
 
-/// Four characters without regard to case as one number; 0 stands behind the end.
-quint64 FoldedPiece(QStringView text, qsizetype from)
-{
-    quint64 piece = 0;
-    for (qsizetype i = from; i < from + pieceSize; ++i)
-        piece = piece << 16 | (i < text.size() ? FoldedUnit(text[i].unicode()) : 0);
-    return piece;
-}
-
 /// Whether the code units of a text compare like its characters, and none of them is 0.
 bool HoldsPlainUnits(QStringView text)
 {

@@ -53,9 +53,10 @@ void Main::AddRows(int minimum, const QString &folder)
 {
     status->Open(u"Get File Info..."_s, minimum, static_cast<int>(FileArray.size()));
     const auto closeStatus = qScopeGuard([this] { status->Close(); });
+    RowFolders folders(folder);
     ListView1.Append(static_cast<std::size_t>(FileArray.size()), [&](std::size_t i) {
         status->SetValue(static_cast<int>(i) + 1);
-        return AnalyseFile(FileArray[static_cast<qsizetype>(i)], folder);
+        return AnalyseFile(FileArray[static_cast<qsizetype>(i)], folders);
     });
 }
 

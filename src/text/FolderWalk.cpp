@@ -1,5 +1,7 @@
 #include "text/FolderWalk.h"
 
+#include "platform/Names.h"
+
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -11,13 +13,20 @@ QString WithBackslash(const QString &folder)
     return folder.endsWith(u'\\') ? folder : folder + u'\\';
 }
 
+struct FolderMask {
+    explicit FolderMask(const QString &mask) : Match(mask), Shown(FileTypes().contains(mask) ? QString() : mask) {}
+
+    NameMask Match;
+    /// What stands for the names found; empty for the names themselves.
+    QString Shown;
+};
+
 // The folder ends in a backslash.
-void AppendMatches(const QString &folder, const QStringList &names, const QString &mask, QStringList &list)
+void AppendMatches(QStringView folder, const QStringList &names, const FolderMask &mask, QStringList &list)
 {
-    const bool known = FileTypes().contains(mask);
     for (const QString &name : names) {
-        if (MatchesMask(name, mask))
-            list.append(folder + (known ? name : mask));
+        if (mask.Match.Matches(name))
+            list.append(folder + (mask.Shown.isEmpty() ? name : mask.Shown));
     }
 }
 } // namespace
@@ -32,7 +41,7 @@ void ListFolderFiles(const QString &folder, const QString &mask, QStringList &li
 {
     FolderEntries entries;
     if (ListFolder(folder, entries))
-        AppendMatches(WithBackslash(folder), entries.Files, mask, list);
+        AppendMatches(WithBackslash(folder), entries.Files, FolderMask(mask), list);
 }
 
 void WalkTree(const QString &root, const std::function<bool(const QString &folder)> &enter,
@@ -63,8 +72,9 @@ void WalkFolder(const QString &folder, const QStringList &masks, QStringList &li
             onFolder(current);
         return true;
     };
+    const std::vector<FolderMask> folderMasks(masks.begin(), masks.end());
     WalkTree(folder, enter, [&](const QString &prefix, const FolderEntries &entries) {
-        for (const QString &mask : masks)
+        for (const FolderMask &mask : folderMasks)
             AppendMatches(prefix, entries.Files, mask, list);
     });
 }

@@ -12,9 +12,17 @@ namespace
 constexpr QChar Backslash = u'\\';
 } // namespace
 
+qsizetype FileNameStart(QStringView path)
+{
+    qsizetype start = path.size();
+    while (start > 0 && path[start - 1] != Backslash)
+        --start;
+    return start;
+}
+
 QString GetFileName(const QString &path)
 {
-    return path.mid(path.lastIndexOf(Backslash) + 1);
+    return path.sliced(FileNameStart(path));
 }
 
 QString GetExtension(const QString &name)
@@ -25,7 +33,7 @@ QString GetExtension(const QString &name)
 
 QString GetFolderPart(const QString &path)
 {
-    const qsizetype nameStart = path.lastIndexOf(Backslash) + 1;
+    const qsizetype nameStart = FileNameStart(path);
     const QStringView name = QStringView(path).sliced(nameStart);
     const QString folder = path.left(nameStart);
     return name.size() < nameStart ? RemoveText(folder, name) : folder;
@@ -33,12 +41,12 @@ QString GetFolderPart(const QString &path)
 
 QString FolderOf(const QString &path)
 {
-    return path.first(std::max<qsizetype>(path.lastIndexOf(Backslash), 0));
+    return path.first(std::max<qsizetype>(FileNameStart(path) - 1, 0));
 }
 
 bool IsAbsolute(const QString &path)
 {
-    return path.contains(u':') || path.startsWith(u"\\\\"_s);
+    return HasDrive(path) || IsOnShare(path) || std::find(path.begin(), path.end(), u':') != path.end();
 }
 
 QString AbsolutePath(const QString &path, const QString &folder)

@@ -4,6 +4,8 @@
 
 // Splitting, normalising and testing of inside paths. Comparison of text is exact in all of them.
 
+/// Where the file name of a path starts: behind the last backslash.
+qsizetype FileNameStart(QStringView path);
 /// What stands behind the last backslash; the whole text if it holds none.
 QString GetFileName(const QString &path);
 /// From the last full stop of a file name on, with the full stop; empty if the name has none.

@@ -8,19 +8,7 @@ using namespace Qt::StringLiterals;
 QStringList SplitLines(const QString &text)
 {
     QStringList lines;
-    const QStringView view(text);
-    qsizetype start = text.startsWith(QChar::ByteOrderMark) ? 1 : 0;
-    for (qsizetype i = start; i < view.size(); ++i) {
-        const QChar character = view[i];
-        if (character != u'\r' && character != u'\n')
-            continue;
-        lines.append(text.mid(start, i - start));
-        if (character == u'\r' && i + 1 < view.size() && view[i + 1] == u'\n')
-            ++i;
-        start = i + 1;
-    }
-    if (start < view.size())
-        lines.append(text.mid(start));
+    ForEachLine(text, [&lines](QStringView line) { lines.append(line.toString()); });
     return lines;
 }
 
@@ -32,11 +20,20 @@ bool WriteLinesToFile(const QString &path, const QStringList &lines)
     return WriteWholeFile(path, EncodeText(text));
 }
 
-bool ReadLinesFromFile(QStringList &list, const QString &path)
+bool ReadTextFile(const QString &path, QString &text)
 {
     QByteArray content;
     if (!ReadWholeFile(path, content))
         return false;
-    list.append(SplitLines(DecodeText(content)));
+    text = DecodeText(content);
+    return true;
+}
+
+bool ReadLinesFromFile(QStringList &list, const QString &path)
+{
+    QString text;
+    if (!ReadTextFile(path, text))
+        return false;
+    list.append(SplitLines(text));
     return true;
 }

@@ -74,14 +74,29 @@ private Q_SLOTS:
         QVERIFY(SetCurrentDirectory(root));
         QCOMPARE(AnalyseFile(u"sub\\gone.mp3"_s).Folder, root + u"sub\\"_s);
         QVERIFY(SetCurrentDirectory(startDirectory));
-        QVERIFY(WriteWholeFile(root + u"b.wav", "abc"));
-        const QString inside = root.chopped(1);
-        for (const QString &name : {u"b.wav"_s, QString(root.sliced(2) + u"b.wav")}) {
-            const FileRecord record = AnalyseFile(name, inside);
-            QCOMPARE(record.Folder, root);
-            QCOMPARE(record.Size, 3);
+        // A run of rows: neighbours in one folder, names that are cut out of it, a drive, a root.
+        QVERIFY(EnsureFolder(root + u"f.wav") && WriteWholeFile(root + u"f.wav\\b.wav", "abc"));
+        QVERIFY(WriteWholeFile(root + u"b.wav", "ab"));
+        RowFolders folders(root.chopped(1));
+        const std::tuple<QString, QString, qint64> cases[] = {
+            {u"b.wav"_s, root, 2},
+            {u"gone.wav"_s, root, 0},
+            {u"f.wav\\b.wav"_s, root + u"f.wav\\", 3},
+            {u"f.wav\\f.wav"_s, root, 0},
+            {u"f.wav\\e.wav"_s, root + u"f.wav\\", 0},
+            {u"f.wav\\c:d.wav"_s, u"f.wav\\"_s, 0},
+            {u"f.wav\\b.wav"_s, root + u"f.wav\\", 3},
+            {root.sliced(2) + u"b.wav", root, 2},
+            {u"\\gone"_s, root.first(2) + u'\\', 0},
+            {u"Q:\\x\\y:z.wma"_s, u"q:\\x\\"_s, 0},
+            {u"lists\\l"_s, root + u"ists\\", 0},
+            {u"lists\\k"_s, root + u"lists\\", 0},
+        };
+        for (const auto &[path, folder, size] : cases) {
+            const FileRecord record = AnalyseFile(path, folders);
+            QCOMPARE(record.Folder, folder);
+            QCOMPARE(record.Size, size);
         }
-        QCOMPARE(AnalyseFile(u"\\gone.wav"_s, u"q:\\lists"_s).Folder, u"q:\\"_s);
     }
 };
 

@@ -63,6 +63,16 @@ QString FromAbsoluteBytes(QByteArrayView path)
     return TextFromBytes(path, Carriage::Inside, u"z:");
 }
 
+/// The inside form of a line that is an absolute path of the host; empty for one that no path can be.
+QString FromHostLine(QStringView line)
+{
+    if (!Current().LongestFirst.empty())
+        return FromHostBytes(BytesFromText(line, Carriage::Line));
+    while (line.size() > 1 && line[1] == u'/')
+        line = line.sliced(1);
+    return InsideFromLine(line, u"z:");
+}
+
 QByteArray WorkingFolder()
 {
     const std::unique_ptr<char, decltype(&std::free)> folder(::getcwd(nullptr, 0), &std::free);
@@ -118,7 +128,7 @@ QByteArray ToHostBytes(const QString &path)
 {
     if (!HasDrive(path)) {
         // No network path can be reached through a system call.
-        return path.startsWith(u"\\\\"_s) ? QByteArray() : BytesFromText(path, Carriage::Inside);
+        return IsOnShare(path) ? QByteArray() : BytesFromText(path, Carriage::Inside);
     }
     const QByteArray &folder = Current().Folders[LetterIndex(path[0])];
     if (folder.isNull())
@@ -163,18 +173,23 @@ QString ToPlaylistLine(const QString &path)
     return exact || NeedsDotPrefix(line) ? QString(u"./" + line) : line;
 }
 
-QString FromPlaylistLine(const QString &line, const QString &folder)
+QString FromPlaylistLine(QStringView line, const QString &folder)
 {
-    if (IsWebAddress(line))
-        return line;
-    if (line.startsWith(u'/') && !line.contains(QChar::Null))
-        return FromHostBytes(BytesFromText(line, Carriage::Line));
+    const bool hasColon = std::find(line.begin(), line.end(), u':') != line.end();
+    if (hasColon && IsWebAddress(line))
+        return line.toString();
+    if (line.startsWith(u'/')) {
+        const QString path = FromHostLine(line);
+        if (!path.isEmpty())
+            return path;
+    }
     const QStringView rest = WithoutDotPrefix(line);
-    const bool exact = line.startsWith(u"./") && !line.contains(QChar::Null);
-    QString path =
-        exact ? TextFromBytes(BytesFromText(rest, Carriage::Line), Carriage::Inside) : FromWindowsLine(rest, folder);
-    const bool isName = exact || !(HasDrive(path) || path.startsWith(u"\\\\"));
-    return isName && path.contains(u':') ? QString(folder + u'\\' + path) : path;
+    const bool exact = rest.size() < line.size() && line.startsWith(u"./");
+    QString path = exact ? InsideFromLine(rest) : QString();
+    if (path.isEmpty())
+        path = FromWindowsLine(rest, folder);
+    const bool isName = hasColon && (exact || !(HasDrive(path) || IsOnShare(path)));
+    return isName ? QString(folder + u'\\' + path) : path;
 }
 
 QString ShownPath(const QString &path)

@@ -72,9 +72,9 @@ QString ToPlaylistLine(const QString &path)
     return HasDrive(path) || !NeedsDotPrefix(path) ? path : QString(u".\\" + path);
 }
 
-QString FromPlaylistLine(const QString &line, const QString &folder)
+QString FromPlaylistLine(QStringView line, const QString &folder)
 {
-    return IsWebAddress(line) ? line : FromWindowsLine(WithoutDotPrefix(line), folder);
+    return IsWebAddress(line) ? line.toString() : FromWindowsLine(WithoutDotPrefix(line), folder);
 }
 
 QString ShownPath(const QString &path)
