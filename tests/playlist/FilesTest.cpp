@@ -3,6 +3,7 @@
 #include "platform/Drives.h"
 #include "playlist/FileRecord.h"
 #include "playlist/M3UFile.h"
+#include "playlist/NamingFormat.h"
 #include "support/HostNames.h"
 #include "text/FileLists.h"
 #include "text/FolderWalk.h"
@@ -102,6 +103,109 @@ private Q_SLOTS:
             QCOMPARE(record.Folder + record.FileName, paths[i]);
             QCOMPARE(record.Size, i < missing ? 0 : 1);
         }
+    }
+
+    void ReadsStreamData()
+    {
+        // MPEG 1 Layer III, 44100 Hz, joint stereo: 128 and 192 kbit/s.
+        const QByteArray frame128 = QByteArray("\xFF\xFB\x90\x64", 4) + QByteArray(413, '\0');
+        const QByteArray frame192 = QByteArray("\xFF\xFB\xB0\x64", 4) + QByteArray(622, '\0');
+        const std::pair<QByteArray, QString> cases[] = {{frame128.repeated(96), u"128 Kbit"_s},
+                                                        {QByteArray(frame128 + frame192).repeated(48), u"160 VBR"_s}};
+        for (const auto &[content, rate] : cases) {
+            const FileRecord record = AnalyseFile(MakeFile(u"a.MP3"_s, content));
+            QVERIFY(record.Valid);
+            QCOMPARE(record.Folder + record.FileName, In(u"a.MP3"_s));
+            QCOMPARE(record.Size, content.size());
+            QCOMPARE(record.Length, 3);
+            QCOMPARE(QStringList({record.FileType, record.LayerText, record.BitrateText, record.SampleRateText,
+                                  record.ModeText}),
+                     QStringList({u"MPEG 1.0"_s, u"Layer III"_s, rate, u"44100 Hz"_s, u"Joint Stereo"_s}));
+        }
+    }
+
+    void TellsTypes()
+    {
+        QVERIFY(EnsureFolder(In(u"folder.mp3"_s)) && EnsureFolder(In(u"folder.ogg"_s)));
+        // The content; "none" for a file that is not made.
+        const std::tuple<QString, QByteArray, bool, QString> cases[] = {
+            {u"a.Ogg"_s, "x", true, u"OGG Vorbis"_s},    {u"a.wav"_s, "", true, u"WAV File"_s},
+            {u"a.vqf"_s, "x", true, u"VQF File"_s},      {u"a.wma"_s, "x", true, QString()},
+            {u"noextension"_s, "xyz", true, QString()},  {u"a.mp3"_s, "no audio", false, QString()},
+            {u"empty.mp3"_s, "", false, QString()},      {u"folder.mp3"_s, "none", false, QString()},
+            {u"folder.ogg"_s, "none", false, QString()}, {u"gone.mp3"_s, "none", false, QString()},
+            {u"gone.ogg"_s, "none", false, QString()},   {u"ogg"_s, "x", true, QString()},
+        };
+        for (const auto &[name, content, valid, type] : cases) {
+            const bool made = content != "none";
+            const FileRecord record = AnalyseFile(made ? MakeFile(name, content) : In(name));
+            QCOMPARE(record.Valid, valid);
+            QCOMPARE(record.FileType, type);
+            QCOMPARE(record.Size, made ? content.size() : 0);
+            QCOMPARE(record.Length, 0);
+            QCOMPARE(record.Folder + record.FileName, In(name));
+            QCOMPARE(record.LayerText + record.BitrateText + record.SampleRateText + record.ModeText, QString());
+        }
+    }
+
+    void RowsKnowTheirFolders()
+    {
+        QCOMPARE(AnalyseFile(In(u"a.wav\\a.wav"_s)).Folder, root + u"\\\\");
+        QCOMPARE(AnalyseFile(u"\\\\server\\Share\\a.ogg"_s).Folder, u"\\\\server\\Share\\"_s);
+        QVERIFY(SetCurrentDirectory(root));
+        QCOMPARE(AnalyseFile(u"sub\\gone.mp3"_s).Folder, In(u"sub\\"_s));
+        // A run of rows: neighbours in one folder, names that are cut out of it, a drive, a root.
+        QVERIFY(EnsureFolder(In(u"f.wav"_s)));
+        MakeFile(u"f.wav\\b.wav"_s, "abc");
+        MakeFile(u"b.wav"_s, "ab");
+        const QString base = root + u'\\';
+        RowFolders folders(root);
+        const std::tuple<QString, QString, qint64> cases[] = {
+            {u"b.wav"_s, base, 2},
+            {u"gone.wav"_s, base, 0},
+            {u"f.wav\\b.wav"_s, base + u"f.wav\\", 3},
+            {u"f.wav\\f.wav"_s, base, 0},
+            {u"f.wav\\e.wav"_s, base + u"f.wav\\", 0},
+            {u"f.wav\\c:d.wav"_s, u"f.wav\\"_s, 0},
+            {u"f.wav\\b.wav"_s, base + u"f.wav\\", 3},
+            {base.sliced(2) + u"b.wav", base, 2},
+            {u"\\gone"_s, base.first(2) + u'\\', 0},
+            {u"Q:\\x\\y:z.wma"_s, u"q:\\x\\"_s, 0},
+            {u"lists\\l"_s, base + u"ists\\", 0},
+            {u"lists\\k"_s, base + u"lists\\", 0},
+        };
+        for (const auto &[path, folder, size] : cases) {
+            const FileRecord record = AnalyseFile(path, folders);
+            QCOMPARE(record.Folder, folder);
+            QCOMPARE(record.Size, size);
+        }
+    }
+
+    void NamingFormatsExpand()
+    {
+        QString growing;
+        for (int i = 9; i >= 1; --i)
+            growing += u"%"_s.append(QString::number(i + 1)).repeated(100) + u'\\';
+        const QString title = u"c:\\test\\mp3s\\artist\\title\\"_s;
+        // Format, path, file name.
+        const QStringList cases[] = {
+            {u"%0-%1"_s, title.chopped(1), u"title-artist.m3u"_s},
+            {QString(), title, u"-title-artist-mp3s-test-c-----.m3u"_s},
+            {u"c:\\a/b"_s, title, u"cab.m3u"_s},
+            {u" %9 "_s, u"c:\\a\\"_s, QString()},
+            {u"%0"_s, u"c:"_s, u"c.m3u"_s},
+            {u"%0"_s, QString(), QString()},
+            {u"%DATE %TIME %date"_s, title, u"03-09-2004 17-05-08 %date.m3u"_s},
+            {u"%10"_s, u"a\\b\\c\\d\\e\\f\\g\\h\\i\\j\\k\\l\\"_s, u"l0.m3u"_s},
+            {u"%1"_s, u"c:\\up\\is %2\\"_s, u"is up.m3u"_s},
+            {u"%1"_s, u"c:\\up\\is %1\\"_s, u"is.m3u"_s},
+            {u" : %1 "_s, title, u" title.m3u"_s},
+            {u"%1 ♫"_s, u"c:\\夜\\"_s, u"夜 ♫.m3u"_s},
+            {u"%1"_s, growing, QString()},
+        };
+        const QDateTime now(QDate(2004, 3, 9), QTime(17, 5, 8));
+        for (const QStringList &texts : cases)
+            QCOMPARE(ExpandNamingFormat(texts[0], texts[1], now), texts[2]);
     }
 
     void LinesReadBack()

@@ -1,29 +1,34 @@
 #include "playlist/RowCommands.h"
-#include "playlist/Preview.h"
+#include "playlist/RankList.h"
 #include "playlist/Sorting.h"
 
 #include <QTest>
 
+#include <numeric>
 #include <random>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-/// Rows named by the words; a word in capitals is selected.
-void Fill(Grid &grid, const QString &words)
+/// Rows by their paths; one whose name is in capitals is selected, one without a size is missing.
+void Fill(Grid &grid, const QString &words, const QList<int> &lengths = {}, const QString &folder = u"c:\\"_s)
 {
+    const int before = grid.Count();
+    const QStringList names = words.split(u' ');
     std::vector<FileRecord> records;
-    for (const QString &word : words.split(u' ')) {
+    for (const QString &name : names) {
         FileRecord record;
-        record.FileName = word.toLower();
-        record.Folder = u"c:\\"_s;
-        record.Size = 1;
+        record.FileName = name.toLower();
+        record.Folder = folder;
+        record.Length = lengths.value(static_cast<qsizetype>(records.size()));
+        record.Size = lengths.isEmpty() || record.Length > 0 ? 1 : 0;
         records.push_back(record);
     }
     grid.Append(records);
-    const QStringList names = words.split(u' ');
-    grid.Reselect([&](int row, const PlaylistItem &) { return names[row - 1].front().isUpper(); });
+    grid.Reselect([&](int row, const PlaylistItem &item) {
+        return row > before ? names[row - 1 - before].front().isUpper() : item.Selected;
+    });
 }
 
 QString Words(const Grid &grid)
@@ -41,25 +46,6 @@ Clock FixedClock(std::vector<double> draws)
     clock.Random = [draws = std::move(draws), next = std::size_t{0}]() mutable { return draws[next++ % draws.size()]; };
     return clock;
 }
-
-/// The shuffle as a person would do it with slips of paper: slow and plain.
-std::vector<int> PlainShuffle(const std::vector<int> &positions, const std::vector<double> &draws)
-{
-    std::vector<int> picked = positions;
-    const auto count = static_cast<int>(picked.size());
-    std::size_t next = 0;
-    int place = 0;
-    int previous = 0;
-    for (int round = 0; round < count; ++round) {
-        for (int attempts = 0; (place == 0 || place == previous) && attempts < 10 * count; ++attempts)
-            place = static_cast<int>(draws[next++ % draws.size()] * count);
-        previous = picked[static_cast<std::size_t>(place - 1)];
-        picked.erase(picked.begin() + place - 1);
-        picked.push_back(previous);
-        place = previous;
-    }
-    return picked;
-}
 } // namespace
 
 class RowCommandsTest : public QObject
@@ -67,206 +53,164 @@ class RowCommandsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void Moves_data();
-    void Moves();
-    void Selections_data();
-    void Selections();
-    void RandomSelectionStopsAboveHalf();
-    void ShuffleExchangesInTurn();
-    void ShuffleThatFailsChangesNothing();
-    void MarksNeverReplaceMissing();
-    void SelectionGrowsToItsFolders();
-    void SortsNumbersAndTextStably();
-    void SortsAnyTextAsQtCompares();
-};
-
-using Command = void (*)(Grid &);
-
-void RowCommandsTest::Moves_data()
-{
-    QTest::addColumn<Command>("command");
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("after");
-    const Command up = [](Grid &grid) { MoveUp(grid); };
-    const Command down = [](Grid &grid) { MoveDown(grid); };
-    const Command top = [](Grid &grid) { MoveToTop(grid); };
-    const Command bottom = [](Grid &grid) { MoveToBottom(grid); };
-    QTest::newRow("up, as blocks") << up << u"a B C d E"_s << u"B C a E d"_s;
-    QTest::newRow("up, nothing while row 1 is selected") << up << u"A b C"_s << u"A b C"_s;
-    QTest::newRow("down, as blocks") << down << u"A B c D e"_s << u"c A B e D"_s;
-    QTest::newRow("down, nothing while the last is selected") << down << u"A b C"_s << u"A b C"_s;
-    QTest::newRow("top") << top << u"a B c D e"_s << u"B D a c e"_s;
-    QTest::newRow("bottom") << bottom << u"a B c D e"_s << u"a c e B D"_s;
-    QTest::newRow("top, nothing selected") << top << u"a b"_s << u"a b"_s;
-}
-
-void RowCommandsTest::Moves()
-{
-    QFETCH(Command, command);
-    QFETCH(QString, before);
-    Grid grid;
-    Fill(grid, before);
-    grid.SetFocusedRow(2);
-    const QString focused = grid.Item(2).Text;
-    command(grid);
-    QTEST(Words(grid), "after");
-    QCOMPARE(grid.Item(grid.FocusedRow()).Text, focused);
-}
-
-void RowCommandsTest::Selections_data()
-{
-    QTest::addColumn<Command>("command");
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("after");
-    QTest::newRow("all") << Command(SelectAll) << u"a B c"_s << u"A B C"_s;
-    QTest::newRow("none") << Command(SelectNone) << u"a B c"_s << u"a b c"_s;
-    QTest::newRow("invert") << Command(InvertSelection) << u"a B c"_s << u"A b C"_s;
-    QTest::newRow("alternate drops from the bottom") << Command(AlternateSelection) << u"A B c D E"_s << u"A b c D e"_s;
-    QTest::newRow("alternate of three") << Command(AlternateSelection) << u"A B C"_s << u"a B c"_s;
-}
-
-void RowCommandsTest::Selections()
-{
-    QFETCH(Command, command);
-    QFETCH(QString, before);
-    Grid grid;
-    Fill(grid, before);
-    command(grid);
-    QTEST(Words(grid), "after");
-}
-
-void RowCommandsTest::RandomSelectionStopsAboveHalf()
-{
-    Grid grid;
-    Fill(grid, u"a b c d e f g h i J"_s);
-    RandomSelection(grid, FixedClock({0.9}));
-    QCOMPARE(Words(grid), u"A B C D E F g h i j"_s);
-    RandomSelection(grid, FixedClock({0.49, 0.5}));
-    QCOMPARE(Words(grid), u"a B c D e F g H i J"_s);
-}
-
-void RowCommandsTest::ShuffleExchangesInTurn()
-{
-    std::mt19937 engine(7);
-    std::uniform_real_distribution<double> draw(0, 1);
-    for (const int count : {3, 10, 400, 3000}) {
-        std::vector<double> draws(static_cast<std::size_t>(count) * 40);
-        std::generate(draws.begin(), draws.end(), [&] { return draw(engine); });
-        Grid grid;
-        grid.Append(std::vector<FileRecord>(static_cast<std::size_t>(count) * 2));
-        grid.Reselect([](int row, const PlaylistItem &) { return row % 2 == 0; });
-        grid.UpdateIcons(
-            [number = 0](PlaylistItem &item) mutable { item.OriginalOrder = static_cast<qint16>(++number); });
-        std::vector<int> positions;
-        std::vector<int> expected;
-        for (int row = 1; row <= grid.Count(); ++row) {
-            expected.push_back(row);
-            if (row % 2 == 0)
-                positions.push_back(row);
+    void RowsMove()
+    {
+        // The command, the rows before and after, the row that the view follows.
+        const std::tuple<RowMove (*)(Grid &), QString, QString, int> cases[] = {
+            {MoveUp, u"a B C d E"_s, u"B C a E d"_s, 4},
+            {MoveUp, u"A b C"_s, u"A b C"_s, 0},
+            {MoveDown, u"A B c D e"_s, u"c A B e D"_s, 2},
+            {MoveDown, u"A b C"_s, u"A b C"_s, 0},
+            {MoveToTop, u"a B c D e"_s, u"B D a c e"_s, 2},
+            {MoveToTop, u"a b"_s, u"a b"_s, 0},
+            {MoveToBottom, u"a B c D e"_s, u"a c e B D"_s, 5},
+            {MoveToBottom, u"a b"_s, u"a b"_s, 0},
+            {MoveUp, u"a b"_s, u"a b"_s, 0},
+            {MoveDown, u"a b"_s, u"a b"_s, 0},
+        };
+        for (const auto &[command, before, after, lastRow] : cases) {
+            Grid grid;
+            QVERIFY(!command(grid).Moved);
+            Fill(grid, before);
+            grid.SetFocusedRow(2);
+            const QString focused = grid.Item(2).Text;
+            const RowMove move = command(grid);
+            QCOMPARE(Words(grid), after);
+            QCOMPARE(move.LastRow, lastRow);
+            QCOMPARE(move.Moved, lastRow > 0);
+            QCOMPARE(grid.Item(grid.FocusedRow()).Text, focused);
         }
-        const std::vector<int> partners = PlainShuffle(positions, draws);
-        for (std::size_t i = 0; i < positions.size(); ++i)
-            std::swap(expected[static_cast<std::size_t>(positions[i] - 1)],
-                      expected[static_cast<std::size_t>(partners[i] - 1)]);
-        QVERIFY(ShuffleSelection(grid, FixedClock(draws)).Moved);
-        for (int row = 1; row <= grid.Count(); ++row)
-            QCOMPARE(int(grid.Item(row).OriginalOrder), expected[static_cast<std::size_t>(row - 1)]);
     }
-}
 
-void RowCommandsTest::ShuffleThatFailsChangesNothing()
-{
-    Grid grid;
-    Fill(grid, u"A B c"_s);
-    // Rows 1 and 2: after the first round place 1 is no valid draw, and the last draw is place 0.
-    QVERIFY_THROWS_EXCEPTION(ShuffleFailed, ShuffleSelection(grid, FixedClock({0.6, 0.6, 0.1})));
-    QCOMPARE(Words(grid), u"A B c"_s);
-    QVERIFY(ShuffleSelection(grid, FixedClock({0.6})).Moved);
-    grid.Reselect([](int row, const PlaylistItem &) { return row == 1; });
-    QVERIFY(!ShuffleSelection(grid, FixedClock({0.6})).Moved);
-}
-
-void RowCommandsTest::MarksNeverReplaceMissing()
-{
-    Grid grid;
-    Fill(grid, u"A B c"_s);
-    FileRecord missing;
-    missing.FileName = u"gone"_s;
-    grid.Insert(missing);
-    grid.Reselect([](int row, const PlaylistItem &) { return row != 3; });
-    SetCheckMark(grid, IconGreen);
-    QVERIFY(grid.Item(1).SmallIcon == IconGreen && grid.Item(3).SmallIcon == IconNormal);
-    QCOMPARE(grid.Item(4).SmallIcon, IconMissing);
-    grid.Reselect([](int row, const PlaylistItem &) { return row == 2; });
-    SetCheckMark(grid, IconNormal);
-    SelectCheckMarked(grid);
-    QCOMPARE(Words(grid), u"A b c gone"_s);
-}
-
-void RowCommandsTest::SortsNumbersAndTextStably()
-{
-    Grid grid;
-    std::vector<FileRecord> records(4);
-    const QStringList names{u"b.mp3"_s, u"A.mp3"_s, u"a.mp3"_s, u"C.mp3"_s};
-    const QList<int> lengths{9, 100, 0, 10};
-    for (std::size_t i = 0; i < 4; ++i) {
-        records[i].FileName = names[qsizetype(i)];
-        records[i].Length = lengths[qsizetype(i)];
-        records[i].Size = i == 2 ? 0 : 1; // The third is missing: its cells are empty and count as 0.
+    void SelectionsChange()
+    {
+        const std::tuple<std::function<void(Grid &)>, QString, QString> cases[] = {
+            {SelectAll, u"a B c"_s, u"A B C"_s},
+            {SelectNone, u"a B c"_s, u"a b c"_s},
+            {InvertSelection, u"a B c"_s, u"A b C"_s},
+            {AlternateSelection, u"A B c D E"_s, u"A b c D e"_s},
+            {AlternateSelection, u"A B C"_s, u"a B c"_s},
+            {[](Grid &grid) { RandomSelection(grid, FixedClock({0.9})); }, u"a b c d e f g h i J"_s,
+             u"A B C D E F g h i j"_s},
+            {[](Grid &grid) {
+                 RandomSelection(grid, FixedClock({0.49, 0.5}));
+             },
+             u"A b C d"_s, u"a B c D"_s},
+        };
+        for (const auto &[command, before, after] : cases) {
+            Grid grid;
+            Fill(grid, before);
+            command(grid);
+            QCOMPARE(Words(grid), after);
+        }
+        Grid grid;
+        Fill(grid, u"A b"_s);
+        Fill(grid, u"c d"_s, {}, u"c:\\x\\"_s);
+        Fill(grid, u"e F"_s, {}, u"C:\\"_s);
+        Fill(grid, u"g"_s);
+        SelectInFolder(grid);
+        QCOMPARE(Words(grid), u"A B c d E F G"_s);
     }
-    grid.Append(records);
-    const auto sorted = [&](int clicked) {
-        const SortChoice choice = SortChoiceOf(clicked);
-        SortGrid(grid, choice.Column, choice.Type);
-        return Words(grid).remove(u".mp3"_s);
-    };
-    QCOMPARE(sorted(ColumnTime), u"a b C A"_s);
-    QCOMPARE(sorted(ColumnTime), u"A C b a"_s);
-    QCOMPARE(sorted(ColumnFileName), u"A a b C"_s);
-    QCOMPARE(sorted(ColumnFileName), u"C b A a"_s);
-    QCOMPARE(sorted(ColumnOriginalOrder), u"a b A C"_s);
-    QVERIFY_THROWS_EXCEPTION(NotSortable, SortGrid(grid, ColumnFileName, SortNumber));
-    QCOMPARE(grid.SortKey, ColumnOriginalOrder - 1);
-}
 
-void RowCommandsTest::SelectionGrowsToItsFolders()
-{
-    Grid grid;
-    std::vector<FileRecord> records;
-    for (const QString &path : {u"c:\\x\\a"_s, u"c:\\y\\b"_s, u"c:\\X\\c"_s, u"c:\\x\\d"_s, u"c:\\z\\e"_s}) {
-        FileRecord record;
-        record.Folder = path.chopped(1);
-        record.FileName = path.right(1);
-        records.push_back(record);
+    void ShuffleExchangesInTurn()
+    {
+        // The rows before, the draws, the rows after, the row exchanged last.
+        const std::tuple<QString, std::vector<double>, QString, int> cases[] = {
+            {u"a B C d E"_s, {.4, .9, .7, .5}, u"a B C d E"_s, 5},
+            {u"a B C D e F g H"_s, {.9, .3, .0, .5, .7}, u"a C B H e D g F"_s, 3},
+            {u"a b C D E F G"_s, {.2, .9, .5, .61, .4}, u"a b F G E C D"_s, 6},
+            {u"A B c"_s, {.6}, u"A B c"_s, 2},
+            {u"A b"_s, {.6}, u"A b"_s, 0},
+        };
+        for (const auto &[before, draws, after, lastRow] : cases) {
+            Grid grid;
+            Fill(grid, before);
+            QCOMPARE(ShuffleSelection(grid, FixedClock(draws)).LastRow, lastRow);
+            QCOMPARE(Words(grid), after);
+        }
+        Grid grid;
+        Fill(grid, u"A B c"_s);
+        // Rows 1 and 2: after the first round place 1 is no valid draw, and the last draw is place 0.
+        QVERIFY_THROWS_EXCEPTION(ShuffleFailed, ShuffleSelection(grid, FixedClock({.6, .6, .1})));
+        QCOMPARE(Words(grid), u"A B c"_s);
     }
-    grid.Append(records);
-    grid.Reselect([](int row, const PlaylistItem &) { return row == 1 || row == 5; });
-    SelectInFolder(grid);
-    QCOMPARE(Words(grid), u"A b c D E"_s);
-}
 
-void RowCommandsTest::SortsAnyTextAsQtCompares()
-{
-    std::mt19937 engine(3);
-    const QString letters = u"aAb\u00c4\u00e4\u0416\U0001f3b5 ."_s;
-    QStringList names;
-    for (int i = 0; i < 500; ++i) {
-        QString name = QString(engine() % 3 == 0 ? 300 : 0, u'x');
-        for (auto length = engine() % 9; length > 0; --length)
-            name += letters[static_cast<qsizetype>(engine() % static_cast<unsigned>(letters.size()))];
-        names.append(name);
+    void AnyPlaceMovesToTheEnd()
+    {
+        std::mt19937 engine(7);
+        std::vector<int> plain(3000);
+        std::iota(plain.begin(), plain.end(), 1);
+        RankList ranks(plain);
+        for (int i = 0; i < 5000; ++i) {
+            const auto place = static_cast<int>(engine() % 3000);
+            std::rotate(plain.begin() + place, plain.begin() + place + 1, plain.end());
+            QCOMPARE(ranks.MoveToEnd(place + 1), plain.back());
+        }
+        QVERIFY(ranks.Values() == plain);
     }
-    Grid grid;
-    std::vector<FileRecord> records(500);
-    for (std::size_t i = 0; i < records.size(); ++i)
-        records[i].FileName = names[static_cast<qsizetype>(i)];
-    grid.Append(records);
-    SortGrid(grid, ColumnFileName, SortText);
-    std::stable_sort(names.begin(), names.end(),
-                     [](const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) < 0; });
-    for (int row = 1; row <= grid.Count(); ++row)
-        QCOMPARE(grid.Item(row).Text, names[row - 1]);
-}
+
+    void MarksNeverReplaceMissing()
+    {
+        Grid grid;
+        Fill(grid, u"A B c GONE"_s, {1, 1, 1, 0});
+        SetCheckMark(grid, IconGreen);
+        QVERIFY(grid.Item(1).SmallIcon == IconGreen && grid.Item(3).SmallIcon == IconNormal);
+        QCOMPARE(grid.Item(4).SmallIcon, IconMissing);
+        grid.Reselect([](int row, const PlaylistItem &) { return row == 2; });
+        SetCheckMark(grid, IconNormal);
+        SelectCheckMarked(grid);
+        QCOMPARE(Words(grid), u"A b c gone"_s);
+        grid.UpdateIcons([](PlaylistItem &item) { item.SmallIcon = IconBlue; });
+        SelectCheckMarked(grid);
+        QCOMPARE(Words(grid), u"A B C GONE"_s);
+    }
+
+    void SortsNumbersAndTextStably()
+    {
+        Grid grid;
+        Fill(grid, u"b a A C"_s, {9, 100, 0, 10}); // The third is missing: its cells are empty and count as 0.
+        const auto sorted = [&](int clicked) {
+            const SortChoice choice = SortChoiceOf(clicked);
+            SortGrid(grid, choice.Column, choice.Type);
+            return Words(grid);
+        };
+        QCOMPARE(sorted(ColumnTime), u"A b C a"_s);
+        QCOMPARE(sorted(ColumnTime), u"a C b A"_s);
+        QCOMPARE(sorted(ColumnFileName), u"a A b C"_s);
+        QCOMPARE(sorted(ColumnFileName), u"C b a A"_s);
+        QCOMPARE(sorted(ColumnOriginalOrder), u"A b a C"_s);
+        QCOMPARE(sorted(ColumnSize), u"A b a C"_s);
+        QCOMPARE(sorted(ColumnSize), u"b a C A"_s);
+        QVERIFY_THROWS_EXCEPTION(NotSortable, SortGrid(grid, ColumnFileName, SortNumber));
+        QVERIFY_THROWS_EXCEPTION(NotSortable, SortGrid(grid, ColumnFileName, SortDate));
+        QCOMPARE(grid.SortKey, ColumnHiddenSize - 1);
+    }
+
+    void SortsAnyTextAsQtCompares()
+    {
+        std::mt19937 engine(3);
+        const QString letters = u"aAb\u00c4\u00e4\u0416\U0001f3b5."_s;
+        for (const bool plain : {true, false}) {
+            QStringList names;
+            for (int i = 0; i < 500; ++i) {
+                QString name = QString(engine() % 3 == 0 ? 300 : 1, u'x');
+                for (auto length = engine() % 9; length > 0; --length)
+                    name += letters[static_cast<qsizetype>(engine() % (plain ? 6 : letters.size()))];
+                names.append(name);
+            }
+            std::vector<FileRecord> records(500);
+            for (std::size_t i = 0; i < records.size(); ++i)
+                records[i].FileName = names[static_cast<qsizetype>(i)];
+            Grid grid;
+            grid.Append(records);
+            SortGrid(grid, ColumnFileName, SortText);
+            std::stable_sort(names.begin(), names.end(),
+                             [](const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) < 0; });
+            for (int row = 1; row <= grid.Count(); ++row)
+                QCOMPARE(grid.Item(row).Text, names[row - 1]);
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(RowCommandsTest)
 #include "RowCommandsTest.moc"
