@@ -124,27 +124,6 @@ private Q_SLOTS:
             }
         }
     }
-
-    void CommandLineEditorAgrees()
-    {
-        const QString editor = QStandardPaths::findExecutable(u"id3v2"_s);
-        if (editor.isEmpty())
-            QSKIP("id3v2 is not installed");
-        WriteEverything(3, u"Grusse 1997"_s);
-        const QByteArray list = Run(editor, {u"-l"_s, hostPath});
-        for (const char *line : {"TIT2 (Title/songname/content description): Grusse 1997", "TYER (Year): 1997",
-                                 "TRCK (Track number/Position in set): 3/12",
-                                 "COMM (Comments): (short)[eng]: Grusse 1997", "Title  : Title 1", "Track: 3"})
-            QVERIFY2(list.contains(line), QByteArray(list + line).constData());
-        Run(editor, {u"-t"_s, u"Theirs"_s, u"-g"_s, u"8"_s, hostPath});
-        MP3File file;
-        file.ReadTags(path, true);
-        QCOMPARE(QString(file.GetFrame("TIT2") + u'|' + file.GetFrame("TCON") + u'|' + file.Title() + u'|' +
-                         file.GetFrame("TPE1")),
-                 u"Theirs|Jazz|Theirs|Grusse 1997"_s);
-        QCOMPARE(file.Genre(), quint8{8});
-        QCOMPARE(file.Bitrate(), u"128"_s);
-    }
 };
 
 QTEST_GUILESS_MAIN(TagToolsTest)

@@ -1,5 +1,4 @@
 #include "media/TagBytes.h"
-#include "tageditor/PictureFrame.h"
 #include "tageditor/SetAttributes.h"
 
 #include "tageditor/TagEditor.h"
@@ -93,22 +92,6 @@ private Q_SLOTS:
 
     void WritesAndSpreadsEveryField()
     {
-        const std::tuple<const char *, const char *, QString> texts[] = {
-            {"ID3v2Title", "TIT2", u"Тихая гавань"_s},
-            {"ID3v2Artist", "TPE1", u"夜の散歩"_s},
-            {"ID3v2Album", "TALB", u"שלום עולם"_s},
-            {"ID3v2Year", "TYER", u"1999"_s},
-            {"ID3v2Track", "TRCK", u"3/12"_s},
-            {"ID3v2Composer", "TCOM", u"🎵👩‍👩‍👧"_s},
-            {"ID3v2OrigArtist", "TOPE", u"a & <b>"_s},
-            {"ID3v2Copyright", "TCOP", u"1999 them"_s},
-            {"ID3v2EncodedBy", "TENC", QString(40'000, u'x')},
-            {"ID3v2Genre", "TCON", u"Own genre"_s},
-            {"ID3v2Lyrics", "USLT", u"one\ntwo"_s},
-            {"ID3v2UserText", "TXXX", u"user"_s},
-            {"ID3v2URL", "WXXX", u"http://file"_s},
-            {"ID3v2ArtistURL", "WOAR", u"http://artist"_s},
-        };
         TagEditor e;
         const QString path = e.OpenUntagged();
         const QStringList others{e.Take(u"b.mp3"_s, "tag-id3v23.mp3"), e.Take(u"c.mp3"_s, "tag-apev2.mp3")};
@@ -116,41 +99,28 @@ private Q_SLOTS:
         QVERIFY(!e.Enabled("ID3v2Title") && !e.Enabled("ID3v2Duplicate") && e.Commands() == u"Update"_s);
         e.Click("ID3v2Present");
         QVERIFY(e.Enabled("ID3v2Title") && e.Enabled("ID3v2Duplicate") && e.Commands() == u"Copy Update"_s);
-        for (const auto &[field, id, text] : texts)
-            e.Enter(field, text);
-        for (const char *field : {"ID3v2Preference", "ID3v2Mood", "ID3v2Tempo", "ID3v2Situation"})
-            e.Enter(field, QLatin1StringView(field + 5));
         e.Click("ID3v1Present");
-        for (const char *field : {"ID3v1Title", "ID3v1Artist", "ID3v1Album", "ID3v1Year", "ID3v1Comment"})
-            e.Enter(field, QLatin1StringView(field + 5).first(4));
-        e.Enter("ID3v1Track", u"254"_s);
+        QVERIFY(e.Enabled("ID3v1Title") && e.Enabled("ID3v1Duplicate"));
+        // Each field gets a text of its own, in all scripts and one of them long.
+        QStringList texts;
+        for (qsizetype i = 0; i < tagFields.size(); ++i) {
+            const QByteArray name = tagFields[i].first;
+            const bool isLatin = name.startsWith("ID3v1") || name.endsWith("URL");
+            texts.append(QString::number(10 + i) + (name.endsWith("Track") || isLatin ? QString() : scripts[i % 5]));
+            texts.last() += name == "ID3v2Lyrics" ? u"\n"_s + QString(40'000, u'x') : QString();
+            e.Enter(name.constData(), texts.last());
+        }
         QTest::keyClicks(e.At("ID3v1Genre"), u"Polka"_s);
         e.F.Window->PlaylistDirty = false;
         e.Click("CmdUpdate");
-
-        const auto check = [&](const QString &file) {
-            const auto tags = Tags(file);
-            for (const auto &[field, id, text] : texts)
-                QCOMPARE(tags->GetFrame(id), text);
-            QCOMPARE((QStringList{tags->Preference(), tags->Mood(), tags->Tempo(), tags->Situation()}).join(u' '),
-                     u"Preference Mood Tempo Situation"_s);
-            QCOMPARE(
-                (QStringList{tags->Title(), tags->Artist(), tags->Album(), tags->Year(), tags->Comment()}).join(u' '),
-                u"Titl Arti Albu Year Comm"_s);
-            QCOMPARE(int(tags->Track()), 254);
-            QCOMPARE(MP3File::GenreList().split(u'|').at(tags->Genre()), u"Polka"_s);
-        };
-        check(path);
+        QCOMPARE(TagTexts(path), texts + QStringList{u"Polka"_s});
         QVERIFY(e.F.Read(u"a.mp3"_s).contains(audio));
         // The row shows the file as it is now, and is selected; the editor stays where it was.
         const PlaylistItem &row = e.F.Window->ListView1.Item(1);
         QVERIFY(row.Selected && row.Size == e.F.Read(u"a.mp3"_s).size() && !e.F.Window->PlaylistDirty);
         QCOMPARE(e.At<QTabWidget>("Id3MainTab")->currentIndex(), 1);
         QCOMPARE(e.At<QProgressBar>("ProgressBar1")->value(), 0);
-        for (const auto &[field, id, text] : texts)
-            QCOMPARE(e.Text(field), text);
-        const QStringList fields = e.Fields();
-        QVERIFY(fields.contains(u"ID3v1Track=254"_s) && fields.contains(u"ID3v2Mood=Mood"_s));
+        QCOMPARE(e.Fields(), texts);
 
         e.AddImage(e.F.Write(u"cover.bmp"_s, Encoded(Qt::red, "BMP")));
         e.F.Prompts.ExpectPath(u"Enter description."_s, u"d"_s);
@@ -161,14 +131,14 @@ private Q_SLOTS:
         e.Click("CmdClose");
         e.Open({2, 3});
         QCOMPARE(e.Commands(), u"Prev Paste Update"_s);
-        QCOMPARE(e.Text("ID3v2Title") + e.Text("ID3v1Title"), QString());
+        QCOMPARE(e.Fields().join(QString()) + e.Text("ID3v1Genre"), QString());
         e.Click("CmdPaste");
         QVERIFY(e.Ticked("ID3v1Present") && e.Ticked("ID3v2Present") && e.Enabled("ID3v2Title"));
         QCOMPARE(e.Commands(), u"Prev Copy Paste Update"_s);
-        QCOMPARE(e.Fields(), fields);
+        QCOMPARE(e.Fields(), texts);
         e.Click("CmdUpdate");
         for (const QString &other : others) {
-            check(other);
+            QCOMPARE(TagTexts(other), texts + QStringList{u"Polka"_s});
             QCOMPARE(Comments(other), QStringList{u"d|c"_s});
             QCOMPARE(Tags(other)->Images().Count(), 1);
         }
@@ -180,8 +150,8 @@ private Q_SLOTS:
         e.Click("CmdCopy");
         e.Reset();
         e.Click("CmdPaste");
-        QVERIFY(e.Ticked("ID3v1Present") && !e.Ticked("ID3v2Present") && e.Text("ID3v2Title").isEmpty());
-        QCOMPARE(e.Text("ID3v1Title"), u"Titl"_s);
+        QVERIFY(e.Ticked("ID3v1Present") && !e.Ticked("ID3v2Present"));
+        QVERIFY(!e.Text("ID3v1Title").isEmpty() && e.Text("ID3v2Title").isEmpty());
     }
 
     void AsksBeforeChangesAreLost()
@@ -198,37 +168,31 @@ private Q_SLOTS:
         file.WriteTags(path, MP3File::TagChange::Write, MP3File::TagChange::Write);
         const QByteArray before = e.F.Read(u"b.mp3"_s);
         e.Open({2});
-        // What was not changed, or changed back, is nothing to ask about.
-        e.Enter("ID3v2Lyrics", e.Text("ID3v2Lyrics"));
+        // What was changed back is nothing to ask about.
         e.Click("ID3v1Present");
         e.Enter("ID3v2Title", e.Text("ID3v2Title"));
         e.Click("ID3v1Present");
         e.Click("CmdNext");
         e.Click("CmdPrev");
-        const std::function<void()> changes[] = {
-            [&] { e.Click("ID3v1Present"); },
-            [&] { e.Click("ID3v2Present"); },
-            [&] { e.Enter("ID3v1Comment", u"x"_s); },
-            [&] { e.Enter("ID3v2Genre", u"x"_s); },
-            [&] { e.Enter("ID3v2Lyrics", u"x"_s); },
-            [&] { e.Enter("ID3v2Mood", u"x"_s); },
-            [&] { e.Click("ID3v2RemoveComment"); },
-            [&] { e.Click("ID3v2ImageRemove"); },
-            [&] { QTest::keyClick(e.Reach("ID3v1Genre"), Qt::Key_Home); },
-        };
-        for (const auto &change : changes) {
+        // A key enters a text, clicks a button that leads nowhere else, or changes the genre.
+        for (const char *field : {"ID3v1Present", "ID3v2Present", "ID3v2RemoveComment", "ID3v2ImageRemove",
+                                  "ID3v1Genre", "ID3v1Comment", "ID3v2Genre", "ID3v2Lyrics", "ID3v2Mood"}) {
             const QStringList texts = e.Fields();
-            change();
+            if (e.At<QAbstractButton>(field) != nullptr)
+                e.Click(field);
+            else
+                QTest::keyClick(e.Reach(field), Qt::Key_A);
             const QStringList changed = e.Fields();
-            for (const char *way : {"CmdNext", "CmdPrev", "CmdRefresh", "CmdClose"}) {
+            for (const char *way : {"CmdNext", "CmdPrev", "CmdRefresh", "CmdClose", "Escape", "Cross"}) {
                 e.ExpectQuestion(PromptAnswer::Cancel);
-                e.Click(way);
+                if (QByteArrayView(way) == "Escape")
+                    QTest::keyClick(e.Form, Qt::Key_Escape);
+                else if (QByteArrayView(way) == "Cross")
+                    e.Form->close();
+                else
+                    e.Click(way);
             }
-            e.ExpectQuestion(PromptAnswer::Cancel);
-            QTest::keyClick(e.Form, Qt::Key_Escape);
-            e.ExpectQuestion(PromptAnswer::Cancel);
-            e.Form->close();
-            QVERIFY(e.Form->isVisible());
+            QVERIFY(e.Form->isVisible() && e.F.Prompts.IsEmpty());
             QCOMPARE(e.Fields(), changed);
             e.Reset();
             QCOMPARE(e.Fields(), texts);
@@ -373,45 +337,42 @@ private Q_SLOTS:
         const QString path = e.OpenUntagged();
         QVERIFY(!e.Enabled("ID3v1Duplicate"));
         e.Click("ID3v1Present");
-        for (const char *field : {"ID3v1Title", "ID3v1Artist", "ID3v1Album", "ID3v1Comment"})
-            e.Enter(field, QString(QLatin1Char(field[6])));
-        e.Enter("ID3v1Year", u"1984"_s);
+        for (const char *field : {"Title", "Artist", "Album", "Year", "Comment"})
+            e.Enter(QByteArray("ID3v1"_ba + field).constData(), QLatin1StringView(field));
         e.Enter("ID3v1Track", u"9"_s);
         QTest::keyClicks(e.At("ID3v1Genre"), u"Jazz"_s);
         e.Click("ID3v1Duplicate");
         e.Click("ID3v1Duplicate");
-        QVERIFY(e.Ticked("ID3v2Present") && e.Enabled("ID3v2Title"));
-        QCOMPARE(e.Texts("^ID3v2(Title|Artist|Album|Track|Genre|Year)$"), u"i|r|l|9|Jazz|1984"_s);
-        QCOMPARE(e.Cells("ID3v2LstComments"), (QStringList{u"|o"_s, u"|o"_s}));
         e.Enter("ID3v1Comment", {});
         e.Click("ID3v1Duplicate"); // An empty comment adds none.
+        QVERIFY(e.Ticked("ID3v2Present") && e.Enabled("ID3v2Title"));
+        const char *fields = "^ID3v2(Title|Artist|Album|Track|Genre|Year)$";
+        QCOMPARE(e.Texts(fields), u"Title|Artist|Album|9|Jazz|Year"_s);
+        QCOMPARE(e.Text("ID3v2Comment"), u"Comment"_s);
         e.Click("CmdUpdate");
-        QCOMPARE(Comments(path), (QStringList{u"|o"_s, u"|o"_s}));
-        QTest::keyClick(e.Reach("ID3v1Genre"), Qt::Key_Home);
-        QCOMPARE(e.Text("ID3v1Genre"), QString());
-        e.Reset();
+        QCOMPARE(Comments(path), (QStringList{u"|Comment"_s, u"|Comment"_s}));
 
         // Back again: track, genre, what the other tag then says.
         const std::tuple<QString, QString, QString> cases[] = {
-            {u"/12"_s, u"nothing known"_s, u"T|R|L|9|Jazz|2001|o"_s},
-            {u"x/12"_s, QString(), u"T|R|L|9|Jazz|2001|o"_s},
-            {u"12"_s, u"blues"_s, u"T|R|L|12|Blues|2001|o"_s},
-            {u"3/12"_s, u"Hard Rock"_s, u"T|R|L|3|Rock|2001|o"_s},
+            {u"/12"_s, u"nothing known"_s, u"T|R|L|9|Jazz|2001|Comment"_s},
+            {u"x/12"_s, QString(), u"T|R|L|9|Jazz|2001|Comment"_s},
+            {u"12"_s, u"blues"_s, u"T|R|L|12|Blues|2001|Comment"_s},
+            {u"3/12"_s, u"Hard Rock"_s, u"T|R|L|3|Rock|2001|Comment"_s},
         };
-        e.Enter("ID3v2Title", u"T"_s);
-        e.Enter("ID3v2Artist", u"R"_s);
-        e.Enter("ID3v2Album", u"L"_s);
-        e.Enter("ID3v2Year", u"2001"_s);
+        const auto enter = [&e](const char *field, const char *text) { e.Enter(field, QLatin1StringView(text)); };
+        enter("ID3v2Title", "T");
+        enter("ID3v2Artist", "R");
+        enter("ID3v2Album", "L");
+        enter("ID3v2Year", "2001");
+        e.Click("ID3v1Present");
         for (const auto &[track, genre, texts] : cases) {
             e.Enter("ID3v2Track", track);
             e.Enter("ID3v2Genre", genre);
-            e.Enter("ID3v1Comment", {});
             e.Click("ID3v2Duplicate");
-            QCOMPARE(e.Texts(v1Fields), texts);
+            QCOMPARE(e.Texts("^ID3v1(Title|Artist|Album|Track|Genre|Year|Comment)$"), texts);
+            QVERIFY(e.Ticked("ID3v1Present") && e.Enabled("ID3v1Title"));
+            e.Enter("ID3v1Comment", {});
         }
-        e.Click("ID3v1Present");
-        e.Click("ID3v2Duplicate");
-        QVERIFY(e.Ticked("ID3v1Present") && e.Enabled("ID3v1Title"));
     }
 
     void KeepsAListOfComments()
@@ -478,10 +439,13 @@ private Q_SLOTS:
         const QStringList rows = e.Cells("ID3v2LstImages");
         QCOMPARE(rows.size(), 4);
         QVERIFY(rows[0].startsWith(u"odd|10 Bytes|") && rows[2].endsWith(u"|image/JPG"));
-        auto *shown = dynamic_cast<PictureFrame *>(e.At("ID3v2Image"));
-        QCOMPARE(shown->Picture().pixelColor(1, 1), QColor(Qt::green));
+        const auto shown = [&e] {
+            const QImage image = e.At("ID3v2Image")->grab().toImage();
+            return image.pixelColor(image.rect().center());
+        };
+        QCOMPARE(shown(), QColor(Qt::green));
         e.SelectRow("ID3v2LstImages", 1);
-        QCOMPARE(shown->Picture().pixelColor(0, 0), QColor(Qt::red));
+        QCOMPARE(shown(), QColor(Qt::red));
 
         e.F.Prompts.ExpectPath(QString(), e.F.Inside(u"a.gif"_s));
         e.F.Prompts.Expect(ShownPath(e.F.Inside(u"a.gif"_s)) + u" exists, do you want to replace it?",
@@ -498,7 +462,7 @@ private Q_SLOTS:
 
         e.SelectRow("ID3v2LstImages", 2);
         e.Click("ID3v2ImageRemove");
-        QCOMPARE(shown->Picture().pixelColor(0, 0), QColor(Qt::red));
+        QCOMPARE(shown(), QColor(Qt::red));
         e.Click("CmdUpdate");
         QVERIFY(!PathExists(temporary));
         const QList<MP3Image> images = Tags(path)->Images().Items();
@@ -508,7 +472,7 @@ private Q_SLOTS:
         QCOMPARE(images[2].Data, e.F.Read(u"c.bmp"_s));
         for (int i = 0; i < 3; ++i)
             e.Click("ID3v2ImageRemove");
-        QVERIFY(shown->Picture().isNull());
+        QVERIFY(shown() != QColor(Qt::red) && shown() != QColor(Qt::green));
         e.Click("ID3v2ImageOpen");
         QCOMPARE(e.F.ShellCalls.size(), 1);
     }
@@ -584,10 +548,7 @@ private Q_SLOTS:
         const int kept = FileAttributes(paths[1]) & AttributeArchive;
         // Attributes before, requests, attributes after.
         const std::tuple<int, AttributeRequests, int> cases[] = {
-            {all, {}, all},
-            {all, {.ReadOnly = u"CLR"_s}, all & ~AttributeReadOnly},
             {all, {.Archive = u"CLR"_s, .Hidden = u"CLR"_s}, AttributeReadOnly | AttributeSystem},
-            {AttributeNormal, {.System = u"SET"_s}, AttributeSystem},
             {AttributeHidden, {u"SET"_s, u"SET"_s, u"SET"_s, u"SET"_s, u"CLR"_s}, all & ~AttributeHidden},
             {AttributeReadOnly, {u"CLR"_s, u"CLR"_s, u"CLR"_s, u"CLR"_s, u"CLR"_s}, AttributeNormal},
         };
@@ -595,31 +556,28 @@ private Q_SLOTS:
             QVERIFY(SetFileAttributes(paths[0], before) && SetAttributes(paths[0], requests));
             QCOMPARE(FileAttributes(paths[0]) & ~kept, kept == 0 ? after : after & ~(kept | AttributeNormal));
         }
-        QVERIFY(!SetAttributes(paths[0] + u"gone"_s, {}));
-
-        // The two boxes, each for its own attribute.
-        const std::pair<const char *, int> boxes[] = {{"FileInfoReadOnly", AttributeReadOnly},
-                                                      {"FileInfoArchive", AttributeArchive & ~kept}};
-        for (const auto &[box, attribute] : boxes) {
+        // The two boxes, each for its own attribute; the others stay.
+        constexpr int others = AttributeSystem | AttributeHidden;
+        SetFileAttributes(paths[0], others);
+        for (const char *box : {"FileInfoReadOnly", "FileInfoArchive"}) {
+            const bool isArchive = QByteArrayView(box) == "FileInfoArchive";
+            const int attribute = isArchive ? AttributeArchive & ~kept : AttributeReadOnly;
+            const auto held = [&paths](int file) { return FileAttributes(paths[file]) & ~AttributeNormal; };
+            const auto state = [&] { return e.At<QCheckBox>(box)->checkState(); };
             if (attribute == 0)
                 continue;
-            const auto held = [&paths] {
-                return QList<int>{FileAttributes(paths[0]) & ~AttributeNormal,
-                                  FileAttributes(paths[1]) & ~AttributeNormal};
-            };
-            const auto state = [&e, name = box] { return e.At<QCheckBox>(name)->checkState(); };
             e.Open({1});
             e.Click(box);
             QCOMPARE(state(), Qt::Checked);
             e.Open({1, 2});
             QCOMPARE(state(), Qt::PartiallyChecked);
-            QCOMPARE(held(), (QList<int>{attribute | kept, kept}));
+            QVERIFY(held(0) == (others | attribute | kept) && held(1) == kept);
             e.Click(box);
             QCOMPARE(state(), Qt::Checked);
-            QCOMPARE(held(), (QList<int>{attribute | kept, attribute | kept}));
+            QVERIFY(held(0) == (others | attribute | kept) && held(1) == (attribute | kept));
             e.Click(box);
             QCOMPARE(state(), Qt::Unchecked);
-            QCOMPARE(held(), (QList<int>{kept, kept}));
+            QVERIFY(held(0) == (others | kept) && held(1) == kept);
         }
         // What could not be changed is shown as it is.
         DeleteFile(paths[0]);
@@ -662,11 +620,12 @@ private Q_SLOTS:
         QCOMPARE(e.F.ShellCalls.size(), 6);
     }
 
-    void MnemonicsAreDistinct()
+    void IsPlainToSee()
     {
         TagEditor e;
-        e.Take(u"a.mp3"_s);
-        e.Open({1});
+        e.OpenUntagged();
+        const QPalette palette = e.At("ID3v1Title")->palette();
+        QCOMPARE(palette.color(QPalette::Disabled, QPalette::Base), palette.color(QPalette::Active, QPalette::Button));
         // The two plain pages, then those within the third.
         for (int page = 0; page < 7; ++page) {
             e.Page(std::min(page, 2));

@@ -19,11 +19,26 @@ inline QString Kinds(const QString &path)
     return QLatin1StringView(file->HasID3v1() ? "1" : "") + QLatin1StringView(file->HasID3v2() ? "2" : "");
 }
 
-inline constexpr const char *v1Fields = "^ID3v1(Title|Artist|Album|Track|Genre|Year|Comment)$";
-/// All of the second tag but the comment in work.
-inline constexpr const char *v2Fields =
-    "^ID3v2(Title|Artist|Album|Track|Genre|Year|Composer|OrigArtist|Copyright|EncodedBy|Lyrics|UserText|URL|ArtistURL|"
-    "Preference|Mood|Tempo|Situation)$";
+/// The fields that a text can be typed into, and what they are in a file: a frame, or else a value by the field's name.
+inline const QList<std::pair<const char *, const char *>> tagFields{
+    {"ID3v2Title", "TIT2"},     {"ID3v2Artist", "TPE1"},   {"ID3v2Album", "TALB"},      {"ID3v2Year", "TYER"},
+    {"ID3v2Track", "TRCK"},     {"ID3v2Composer", "TCOM"}, {"ID3v2OrigArtist", "TOPE"}, {"ID3v2Copyright", "TCOP"},
+    {"ID3v2EncodedBy", "TENC"}, {"ID3v2URL", "WXXX"},      {"ID3v2Lyrics", "USLT"},     {"ID3v2UserText", "TXXX"},
+    {"ID3v2ArtistURL", "WOAR"}, {"ID3v2Genre", "TCON"},    {"ID3v2Preference", ""},     {"ID3v2Mood", ""},
+    {"ID3v2Tempo", ""},         {"ID3v2Situation", ""},    {"ID3v1Title", ""},          {"ID3v1Artist", ""},
+    {"ID3v1Album", ""},         {"ID3v1Year", ""},         {"ID3v1Comment", ""},        {"ID3v1Track", ""}};
+
+/// What a file holds for these fields, and the name of its genre.
+inline QStringList TagTexts(const QString &path)
+{
+    const auto file = Tags(path);
+    QStringList texts;
+    for (qsizetype i = 0; i < 14; ++i)
+        texts.append(file->GetFrame(tagFields[i].second));
+    texts += {file->Preference(), file->Mood(), file->Tempo(), file->Situation()};
+    texts += {file->Title(), file->Artist(), file->Album(), file->Year(), file->Comment()};
+    return texts << QString::number(file->Track()) << MP3File::GenreList().split(u'|').value(file->Genre());
+}
 
 /// A main window and the tag editor over it.
 struct TagEditor : FormDriver {
@@ -59,13 +74,11 @@ struct TagEditor : FormDriver {
         Click("ID3v2ImageAdd");
     }
 
-    /// The texts of all fields, by their names: pages that are turned to change places.
     QStringList Fields() const
     {
         QStringList texts;
-        for (const QWidget *field : Named(v1Fields) + Named(v2Fields))
-            texts.append(field->objectName() + u'=' + Text(field->objectName().toLatin1().constData()));
-        texts.sort();
+        for (const auto &[field, frame] : tagFields)
+            texts.append(Text(field));
         return texts;
     }
 
