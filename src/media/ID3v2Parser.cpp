@@ -48,8 +48,9 @@ bool ID3v2Parser::ReadHeader()
     const bool unsynchronised = (flags & unsynchronisedFlag) != 0;
     if (version == 2 && (flags & extendedFlag) != 0)
         return Fail(u"has a compressed ID3v2 tag"_s);
-    body = source.sliced(ID3v2HeaderBytes, std::min<qsizetype>(SyncSafe(QByteArrayView(source).sliced(6, 4)),
-                                                               source.size() - ID3v2HeaderBytes));
+    body = QByteArray::fromRawData(
+        source.constData() + ID3v2HeaderBytes,
+        std::min<qsizetype>(SyncSafe(QByteArrayView(source).sliced(6, 4)), source.size() - ID3v2HeaderBytes));
     if (unsynchronised && version < 4)
         body = Resynchronise(body);
     if (version > 2) {
@@ -97,17 +98,17 @@ bool ID3v2Parser::ReadExtendedHeader4()
     if (body.size() < leastBytes || HasHighBit(QByteArrayView(body).first(4)))
         return false;
     const qsizetype size = SyncSafe(QByteArrayView(body).first(4));
-    if (size < leastBytes || size > body.size() || body[4] != '\x01')
+    if (size < leastBytes || size > body.size() || body.at(4) != '\x01')
         return false;
-    const auto flags = static_cast<quint8>(body[5]);
+    const auto flags = static_cast<quint8>(body.at(5));
     QByteArray kept;
     qsizetype at = leastBytes;
     for (const quint8 flag : {updateFlag, checksumFlag, restrictionsFlag}) {
         if ((flags & flag) == 0)
             continue;
-        if (at >= size || at + 1 + static_cast<quint8>(body[at]) > size)
+        if (at >= size || at + 1 + static_cast<quint8>(body.at(at)) > size)
             return false;
-        const qsizetype bytes = 1 + static_cast<quint8>(body[at]);
+        const qsizetype bytes = 1 + static_cast<quint8>(body.at(at));
         if (flag != checksumFlag)
             kept += body.sliced(at, bytes);
         at += bytes;
@@ -120,7 +121,7 @@ bool ID3v2Parser::ReadExtendedHeader4()
 
 void ID3v2Parser::ReadFrames()
 {
-    while (position < body.size() && body[position] != '\0') {
+    while (position < body.size() && body.at(position) != '\0') {
         if (!ReadFrame())
             return;
     }
@@ -141,7 +142,8 @@ bool ID3v2Parser::ReadFrame()
     const QByteArray id = body.sliced(position, version == 2 ? 3 : 4);
     const auto flags =
         version == 2 ? quint16{0} : static_cast<quint16>(BigEndian(QByteArrayView(body).sliced(position + 8, 2)));
-    AddFrame(id, flags, body.sliced(position + headerBytes, size));
+    if (keepsFrames)
+        AddFrame(id, flags, body.sliced(position + headerBytes, size));
     position += headerBytes + size;
     return true;
 }

@@ -6,7 +6,8 @@
 class ID3v2Parser
 {
 public:
-    explicit ID3v2Parser(const QByteArray &bytes) : source(bytes) {}
+    /// The bytes must outlive the parser.
+    explicit ID3v2Parser(const QByteArray &bytes, bool keepFrames = true) : source(bytes), keepsFrames(keepFrames) {}
 
     ID3v2Tag Parse();
 
@@ -26,10 +27,11 @@ private:
     bool Fail(const QString &fault);
 
     const QByteArray &source;
+    bool keepsFrames;
     ID3v2Tag tag;
     /// Version as in the header, 2 to 4.
     int version = 0;
-    /// Everything between header and footer.
+    /// Everything between header and footer, in the source where no unsynchronisation is taken off.
     QByteArray body;
     qsizetype position = 0;
 };

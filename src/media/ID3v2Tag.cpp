@@ -68,13 +68,14 @@ std::optional<FrameBody> BodyOf(const TagFrame &frame, int version, bool unsynch
     return version == 4 ? BodyOf4(frame, unsynchronised) : BodyOf3(frame);
 }
 
-QByteArray FrameBytes(const TagFrame &frame, int version)
+void AppendFrame(QByteArray &bytes, const TagFrame &frame, int version)
 {
     const auto size = static_cast<quint32>(frame.Data.size());
-    QByteArray flags(2, '\0');
-    flags[0] = static_cast<char>(frame.Flags >> 8);
-    flags[1] = static_cast<char>(frame.Flags & 0xFF);
-    return frame.Id + (version == 4 ? SyncSafeBytes(size) : BigEndianBytes(size)) + flags + frame.Data;
+    bytes += frame.Id;
+    bytes += version == 4 ? SyncSafeBytes(size) : BigEndianBytes(size);
+    bytes += static_cast<char>(frame.Flags >> 8);
+    bytes += static_cast<char>(frame.Flags & 0xFF);
+    bytes += frame.Data;
 }
 } // namespace
 
@@ -83,36 +84,57 @@ ID3v2Tag ID3v2Tag::FromBytes(const QByteArray &bytes)
     return ID3v2Parser(bytes).Parse();
 }
 
-QByteArray ID3v2Tag::Body() const
+QString ID3v2Tag::FaultOf(const QByteArray &bytes)
 {
-    QByteArray body = extendedHeader;
+    return ID3v2Parser(bytes, false).Parse().Fault;
+}
+
+void ID3v2Tag::AppendBody(QByteArray &bytes) const
+{
+    bytes += extendedHeader;
     for (const TagFrame &frame : Frames) {
         if (!frame.Dropped)
-            body += FrameBytes(frame, Version);
+            AppendFrame(bytes, frame, Version);
     }
-    return WholeUnsynchronised() ? Unsynchronise(body) : body;
+}
+
+QByteArray ID3v2Tag::UnsynchronisedBody() const
+{
+    QByteArray body;
+    AppendBody(body);
+    return Unsynchronise(body);
 }
 
 qint64 ID3v2Tag::Size() const
 {
-    return ID3v2HeaderBytes + Body().size();
+    if (WholeUnsynchronised())
+        return ID3v2HeaderBytes + UnsynchronisedBody().size();
+    qint64 size = ID3v2HeaderBytes + extendedHeader.size();
+    for (const TagFrame &frame : Frames)
+        size += frame.Dropped ? 0 : ID3v2HeaderBytes + frame.Data.size();
+    return size;
 }
 
+// Pictures can be large, so the bytes are put together where they stay.
 QByteArray ID3v2Tag::Bytes(qint64 size) const
 {
-    QByteArray body = Body();
-    const qint64 padding = size - ID3v2HeaderBytes - body.size();
+    QByteArray bytes("ID3");
+    bytes.reserve(size);
+    bytes += static_cast<char>(Version);
+    bytes += static_cast<char>(revision);
+    bytes += static_cast<char>((unsynchronised ? unsynchronisedFlag : 0) |
+                               (extendedHeader.isEmpty() ? 0 : extendedFlag) | (experimental ? experimentalFlag : 0));
+    bytes += SyncSafeBytes(static_cast<quint32>(size - ID3v2HeaderBytes));
+    if (WholeUnsynchronised())
+        bytes += UnsynchronisedBody();
+    else
+        AppendBody(bytes);
+    const qint64 padding = size - bytes.size();
     // A 2.3 tag's extended header tells the size of the padding in its last four bytes. An unsynchronised one is left
     // at zero, since the size could need a byte more there.
     if (Version == 3 && !extendedHeader.isEmpty() && !WholeUnsynchronised())
-        body.replace(extendedHeader.size() - 4, 4, BigEndianBytes(static_cast<quint32>(padding)));
-    body += QByteArray(padding, '\0');
-    QByteArray header("ID3");
-    header += static_cast<char>(Version);
-    header += static_cast<char>(revision);
-    header += static_cast<char>((unsynchronised ? unsynchronisedFlag : 0) |
-                                (extendedHeader.isEmpty() ? 0 : extendedFlag) | (experimental ? experimentalFlag : 0));
-    return header + SyncSafeBytes(static_cast<quint32>(body.size())) + body;
+        bytes.replace(ID3v2HeaderBytes + extendedHeader.size() - 4, 4, BigEndianBytes(static_cast<quint32>(padding)));
+    return bytes.append(padding, '\0');
 }
 
 std::optional<QByteArray> ID3v2Tag::Content(const TagFrame &frame) const

@@ -40,6 +40,8 @@ public:
 
     /// A tag from its bytes: header, frames, padding, and the footer if it has one.
     static ID3v2Tag FromBytes(const QByteArray &bytes);
+    /// The fault alone, without a copy of the frames.
+    static QString FaultOf(const QByteArray &bytes);
 
     /// Bytes that the tag needs without padding.
     qint64 Size() const;
@@ -66,7 +68,8 @@ private:
 
     bool WholeUnsynchronised() const { return unsynchronised && Version == 3; }
     void LimitPacked();
-    QByteArray Body() const;
+    void AppendBody(QByteArray &bytes) const;
+    QByteArray UnsynchronisedBody() const;
 
     quint8 revision = 0;
     /// Every 2.4 frame is unsynchronised, or the whole 2.3 tag.

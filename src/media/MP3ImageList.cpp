@@ -40,14 +40,41 @@ bool IsImage(const ID3v2Tag &tag, const TagFrame &frame)
     return frame.Id == "APIC" && tag.Content(frame);
 }
 
-std::optional<MP3Image> ImageOf(const ID3v2Tag &tag, const TagFrame &frame)
+/// Where in a picture frame the picture begins; its end where that cannot be told.
+qsizetype PicturePlace(const QByteArray &content)
+{
+    const qsizetype description = content.indexOf('\0', 1) + 2;
+    const char encoding = content.isEmpty() ? '\0' : content.front();
+    const qsizetype unit = encoding == TagLib::String::UTF16 || encoding == TagLib::String::UTF16BE ? 2 : 1;
+    for (qsizetype end = description; description > 1 && end + unit <= content.size(); end += unit) {
+        if (content[end] == '\0' && content[end + unit - 1] == '\0')
+            return end + unit;
+    }
+    return content.size();
+}
+
+/// A picture frame's content, whose data can be large and stays there.
+struct PictureParts {
+    QByteArrayView Data;
+    QString Description;
+    QString Type;
+};
+
+PictureParts PartsOf(const QByteArray &content)
+{
+    const qsizetype place = PicturePlace(content);
+    const AttachedPictureFrame head(PlainFrame("APIC", content.first(place)));
+    return {QByteArrayView(content).sliced(place), FromTagLib(head.description()),
+            TypeName(FromTagLib(head.mimeType()))};
+}
+
+bool IsSame(const ID3v2Tag &tag, const TagFrame &frame, const QByteArray &data, const QString &description)
 {
     const std::optional<QByteArray> content = frame.Id == "APIC" ? tag.Content(frame) : std::nullopt;
     if (!content)
-        return std::nullopt;
-    const AttachedPictureFrame picture(PlainFrame(frame.Id, *content));
-    return MP3Image{FromTagLib(picture.picture()), FromTagLib(picture.description()),
-                    TypeName(FromTagLib(picture.mimeType()))};
+        return false;
+    const PictureParts parts = PartsOf(*content);
+    return parts.Data == data && parts.Description == description;
 }
 } // namespace
 
@@ -62,18 +89,14 @@ void MP3ImageList::Add(const QString &path, const QString &description)
     if (!ReadWholeFile(path, data))
         throw MediaError(ShownPath(path) % u" cannot be read."_s);
     const auto isImage = [this](const TagFrame &frame) { return IsImage(tag, frame); };
-    const auto isSame = [&](const TagFrame &frame) {
-        const std::optional<MP3Image> old = ImageOf(tag, frame);
-        return old && old->Data == data && old->Description == description;
-    };
+    const auto isSame = [&](const TagFrame &frame) { return IsSame(tag, frame, data, description); };
     tag.PutBehind(isImage, isSame, "APIC", [&] {
-        AttachedPictureFrame picture;
-        picture.setMimeType(ToTagLib(TypeOfData(data)));
-        picture.setType(Count() == 0 ? AttachedPictureFrame::FrontCover : AttachedPictureFrame::Other);
-        picture.setTextEncoding(EncodingFor(description, tag.Version));
-        picture.setDescription(ToTagLib(description));
-        picture.setPicture(ToTagLib(data));
-        return ContentOf(picture);
+        AttachedPictureFrame head;
+        head.setMimeType(ToTagLib(TypeOfData(data)));
+        head.setType(Count() == 0 ? AttachedPictureFrame::FrontCover : AttachedPictureFrame::Other);
+        head.setTextEncoding(EncodingFor(description, tag.Version));
+        head.setDescription(ToTagLib(description));
+        return QByteArray(ContentOf(head) + data);
     });
 }
 
@@ -98,8 +121,11 @@ QList<MP3Image> MP3ImageList::Items() const
 {
     QList<MP3Image> items;
     for (const TagFrame &frame : tag.Frames) {
-        if (const std::optional<MP3Image> image = frame.Dropped ? std::nullopt : ImageOf(tag, frame))
-            items.append(*image);
+        if (frame.Dropped || !IsImage(tag, frame))
+            continue;
+        const QByteArray content = *tag.Content(frame);
+        const PictureParts parts = PartsOf(content);
+        items.append({parts.Data.toByteArray(), parts.Description, parts.Type});
     }
     return items;
 }

@@ -82,7 +82,7 @@ QByteArray TaggedFile::ID3v2BytesAt(qint64 offset) const
         return QByteArray();
     const qint64 size = ID3v2Size(bytes, "ID3").value_or(bytes.size());
     if (size > bytes.size())
-        bytes += Read(offset + bytes.size(), size - bytes.size());
+        return Read(offset, size);
     bytes.truncate(size);
     return bytes;
 }
@@ -116,16 +116,16 @@ TagPresence TaggedFile::Tags() const
     return {!ID3v1Bytes().isEmpty(), ID3v2Size(Read(0, ID3v2HeaderBytes), "ID3").has_value()};
 }
 
-void TaggedFile::RequireWhole(const ID3v2Tag &tag) const
+void TaggedFile::RequireWhole(const QString &fault) const
 {
-    if (!tag.Fault.isEmpty())
-        throw MediaError(ShownPath(path) % u' ' % tag.Fault % u", so it is not written over."_s);
+    if (!fault.isEmpty())
+        throw MediaError(ShownPath(path) % u' ' % fault % u", so it is not written over."_s);
 }
 
 void TaggedFile::RequireSize(const QByteArray &bytes) const
 {
     if (ID3v2Size(bytes, "ID3") != std::optional<qint64>(bytes.size()))
-        RequireWhole(ID3v2Tag::FromBytes(bytes));
+        RequireWhole(ID3v2Tag::FaultOf(bytes));
 }
 
 void TaggedFile::PutID3v1(const ID3v1Tag &tag)
@@ -143,15 +143,17 @@ void TaggedFile::DropID3v1()
 
 void TaggedFile::PutID3v2(const ID3v2Tag &tag)
 {
-    RequireWhole(tag);
-    const QByteArray old = ID3v2BytesAt(0);
+    RequireWhole(tag.Fault);
+    QByteArray old = ID3v2BytesAt(0);
     if (!old.isEmpty())
-        RequireWhole(ID3v2Tag::FromBytes(old));
-    const qint64 room = RoomFor(tag.Size(), old.size());
+        RequireWhole(ID3v2Tag::FaultOf(old));
+    const qint64 oldSize = old.size();
+    old.clear();
+    const qint64 room = RoomFor(tag.Size(), oldSize);
     if (room > mostTagBytes)
         throw MediaError(ShownPath(path) % u" cannot take a tag of more than 256 MB."_s);
     front = tag.Bytes(room);
-    keepFrom = old.size();
+    keepFrom = oldSize;
 }
 
 void TaggedFile::DropID3v2()
@@ -165,10 +167,23 @@ void TaggedFile::DropID3v2()
     keepFrom = end;
 }
 
+bool TaggedFile::Holds(qint64 offset, qint64 count, QByteArrayView bytes) const
+{
+    constexpr qint64 block = 64 * 1024;
+    if (count != bytes.size())
+        return false;
+    for (qint64 done = 0; done < count; done += block) {
+        const QByteArray held = Read(offset + done, std::min(block, count - done));
+        if (held != bytes.sliced(done, held.size()))
+            return false;
+    }
+    return true;
+}
+
 void TaggedFile::Write()
 {
     keepEnd = std::max(keepEnd, keepFrom);
-    if (front == Read(0, keepFrom) && back == Read(keepEnd, file.Size() - keepEnd))
+    if (Holds(0, keepFrom, front) && Holds(keepEnd, file.Size() - keepEnd, back))
         return;
     std::vector<FilePiece> pieces{{front}, {{}, keepFrom, keepEnd - keepFrom}, {back}};
     std::erase_if(pieces, [](const FilePiece &piece) { return piece.Bytes.isEmpty() && piece.Count == 0; });

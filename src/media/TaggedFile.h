@@ -37,7 +37,8 @@ private:
     /// The bytes of the ID3v2 tag at an offset, fewer than it claims where the file ends; empty for none.
     QByteArray ID3v2BytesAt(qint64 offset) const;
     QByteArray ID3v1Bytes() const;
-    void RequireWhole(const ID3v2Tag &tag) const;
+    bool Holds(qint64 offset, qint64 count, QByteArrayView bytes) const;
+    void RequireWhole(const QString &fault) const;
     /// A tag whose size is known and fits the file can go, whatever is in it.
     void RequireSize(const QByteArray &bytes) const;
 

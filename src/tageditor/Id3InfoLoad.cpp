@@ -109,8 +109,8 @@ void Id3Info::ShowSelection(int page)
 {
     if (SelectedPaths.isEmpty()) {
         ShowMPEGInfo({}, CopyBuffer);
+        ShowFileInfo({});
         ShowLines(u"Unable to Update/Read files..."_s, u"Check the item(s) exist and are of the same type."_s);
-        ShowAttributes(0, 0, false);
     } else if (SelectedExtension == ".mp3"_L1) {
         ShowMP3(page);
     } else if (SelectedExtension == ".ogg"_L1) {

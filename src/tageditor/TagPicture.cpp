@@ -29,5 +29,8 @@ const QByteArray &TagPicture::Bitmap()
 
 const QByteArray &TagPicture::Stored()
 {
+    // A bitmap need not be decoded for this, which takes memory.
+    if (held.Data.startsWith("BM"))
+        return held.Data;
     return Bitmap().isEmpty() ? held.Data : *bitmap;
 }
