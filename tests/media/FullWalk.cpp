@@ -1,6 +1,6 @@
 #include "media/FullWalk.h"
 
-#include <map>
+#include <utility>
 
 namespace
 {
@@ -53,98 +53,91 @@ struct Stream {
     int Run(qsizetype at) const
     {
         const int kind = Kind(at);
-        if (kind == 0 || at + Size(at) > file.size())
-            return 0;
         int run = 0;
+        if (kind == 0 || at + Size(at) > file.size())
+            return run;
         for (; run < Enough && Kind(at) == kind; ++run)
             at += Size(at);
         return at < file.size() ? run : run > 1 ? Enough : 2;
     }
-    // The frames in a row that are wanted at a place, given the last one, which may end right there.
-    int Wanted(qsizetype at, qsizetype last, bool inRow) const
+    // Whether the stream goes on there, given a frame of it, which may end right there.
+    bool GoesOn(qsizetype at, qsizetype last, bool inRow) const
     {
         if (Kind(at) == Kind(last))
-            return inRow ? 1 : 2;
-        return IsFree(at) || IsFree(last) || Layer(at) != Layer(last) ? Enough + 1 : inRow ? 2 : Enough;
+            return Run(at) >= (inRow ? 1 : 2);
+        return Kind(at) != 0 && !IsFree(at) && !IsFree(last) && Layer(at) == Layer(last) &&
+               Run(at) >= (inRow ? 2 : Enough);
     }
-    qsizetype Begin() const
+    qsizetype BehindTags() const
     {
-        qsizetype begin = 0;
-        while (file.mid(begin, 3) == "ID3" && Byte(begin + 9) >= 0) {
-            const qsizetype size =
-                Byte(begin + 6) << 21 | Byte(begin + 7) << 14 | Byte(begin + 8) << 7 | Byte(begin + 9);
-            const qsizetype next = begin + size + ((Byte(begin + 5) & 16) != 0 ? 20 : 10);
+        qsizetype at = 0;
+        while (file.mid(at, 3) == "ID3" && Byte(at + 9) >= 0) {
+            const int size = Byte(at + 6) << 21 | Byte(at + 7) << 14 | Byte(at + 8) << 7 | Byte(at + 9);
+            const qsizetype next = at + size + ((Byte(at + 5) & 16) != 0 ? 20 : 10);
             if (next > file.size())
                 break;
-            begin = next;
+            at = next;
         }
-        return begin;
+        return at;
     }
-    // Free format: frames of one length fill the file.
-    bool IsFreeStream(qsizetype first, qsizetype begin)
+    // A frame of the first row that settles the stream, or of the longest one; -1 for none.
+    qsizetype Settled(qsizetype begin)
     {
-        for (qsizetype next = first + 24; next < first + 3000; ++next) {
-            freeBytes = static_cast<int>(next - first) - (Byte(first + 2) >> 1 & 1);
-            if (Kind(next) != Kind(first) || Run(first) < 3)
-                continue;
-            FullWalk walk;
-            Count(first, false, walk);
-            return 2 * walk.Bytes > file.size() - begin;
-        }
-        return false;
-    }
-    // The first frame of the longest row, or of the first one that settles it; shorter rows of its kind count.
-    qsizetype First()
-    {
-        const qsizetype begin = Begin();
-        std::map<int, qsizetype> firsts;
-        qsizetype best = -1;
-        int longest = 1;
-        for (qsizetype at = begin; at < file.size() && longest < Enough; ++at) {
-            if (Kind(at) == 0)
-                continue;
-            if (IsFree(at) && IsFreeStream(at, begin))
-                return at;
-            const int run = IsFree(at) ? 0 : Run(at);
-            const qsizetype first = run < 2 ? at : firsts.try_emplace(Kind(at), at).first->second;
+        qsizetype settled = -1;
+        for (qsizetype at = begin, longest = 1; at < file.size() && longest < Enough; ++at) {
+            const int run = Kind(at) == 0 ? 0 : !IsFree(at) ? Run(at) : IsFreeStream(at, begin) ? Enough : 0;
             if (run > longest) {
                 longest = run;
-                best = first;
+                settled = at;
             }
         }
-        return best;
+        return settled;
     }
-    void Count(qsizetype at, bool passFirst, FullWalk &walk) const
+    // Free format: a frame ends where the next of its kind begins, and so does that one; such frames are most of the
+    // file.
+    bool IsFreeStream(qsizetype first, qsizetype begin)
     {
-        qsizetype last = at;
-        at += passFirst ? Size(at) : 0;
-        bool inRow = false;
-        while (at + 4 <= file.size()) {
-            inRow = Kind(at) != 0 && Run(at) >= Wanted(at, last, inRow);
+        for (qsizetype next = first + 24; next < first + 2000; ++next) {
+            freeBytes = static_cast<int>(next - first) - (Byte(first + 2) >> 1 & 1);
+            if (Kind(next) == Kind(first) && Run(first) > 2)
+                break;
+        }
+        FullWalk walk;
+        Count(first, first, walk);
+        return 2 * walk.Bytes > file.size() - begin;
+    }
+    void Count(qsizetype at, qsizetype last, FullWalk &walk) const
+    {
+        bool first = true;
+        for (bool inRow = false; at + 4 <= file.size();) {
+            inRow = GoesOn(at, last, inRow);
             if (!inRow) {
                 ++at;
                 continue;
             }
-            walk.Variable = walk.Variable || (walk.Frames > 0 && Rate(last) != Rate(at));
-            ++walk.Frames;
-            walk.Bytes += Size(at);
-            walk.Seconds += static_cast<double>(Samples(at)) / Hertz(at);
             last = at;
             at += Size(at);
+            if (std::exchange(first, false) && HasLengthHeader(last, walk))
+                continue;
+            walk.Variable = walk.Variable || (walk.Frames > 0 && walk.Rate != Rate(last));
+            walk.Rate = Rate(last);
+            ++walk.Frames;
+            walk.Bytes += Size(last);
+            walk.Seconds += static_cast<double>(Samples(last)) / Hertz(last);
         }
     }
     // Frames, and the samples of silence that the encoder added, when the first frame carries such a header.
-    bool HasLengthHeader(qsizetype first, qint64 &frames, qint64 &silence) const
+    bool HasLengthHeader(qsizetype first, FullWalk &walk) const
     {
         for (const char *mark : {"Xing", "Info", "VBRI"}) {
             const qsizetype at = file.indexOf(mark, first);
             if (at < 0 || at > first + 38)
                 continue;
             for (int place = 0; place < 4; ++place)
-                frames = frames * 256 + Byte(at + (*mark == 'V' ? 14 : 8) + place);
+                walk.Promised = walk.Promised * 256 + Byte(at + (*mark == 'V' ? 14 : 8) + place);
             // Behind the flags, both counts, the table and the quality, as all of these files have them.
             if (*mark != 'V' && Byte(at + 120) != 0)
-                silence = Byte(at + 141) * 16 + Byte(at + 142) / 16 + Byte(at + 142) % 16 * 256 + Byte(at + 143);
+                walk.Silence = Byte(at + 141) * 16 + Byte(at + 142) / 16 + Byte(at + 142) % 16 * 256 + Byte(at + 143);
             return true;
         }
         return false;
@@ -155,18 +148,17 @@ struct Stream {
 FullWalk::FullWalk(const QByteArray &file)
 {
     Stream stream{file};
-    const qsizetype first = stream.First();
-    HasAudio = first >= 0;
+    const qsizetype begin = stream.BehindTags();
+    const qsizetype settled = stream.Settled(begin);
+    HasAudio = settled >= 0;
     if (!HasAudio)
         return;
-    SampleRate = stream.Hertz(first);
-    qint64 promised = 0;
-    qint64 silence = 0;
-    stream.Count(first, stream.HasLengthHeader(first, promised, silence), *this);
+    SampleRate = stream.Hertz(settled);
+    stream.Count(begin, settled, *this);
     if (Frames > 0)
         Kilobits = static_cast<double>(Bytes) * 8 / (1000.0 * Seconds);
-    if (promised == Frames)
-        Seconds -= static_cast<double>(silence) / SampleRate;
+    if (Promised == Frames)
+        Seconds -= static_cast<double>(Silence) / SampleRate;
 }
 
 QByteArray SilentStream(int rateIndex, int frames, bool padding, int hertzIndex)

@@ -12,6 +12,11 @@ struct FullWalk {
     int SampleRate = 0;
     qint64 Frames = 0;
     qint64 Bytes = 0;
+    /// What the first frame says of the others: their number, and samples that are silence.
+    qint64 Promised = 0;
+    qint64 Silence = 0;
+    /// Of the last frame.
+    int Rate = -1;
     double Seconds = 0;
     /// Mean kilobits per second of all frames with sound; 0 when there are none.
     double Kilobits = 0;
