@@ -4,11 +4,20 @@ include(GNUInstallDirs)
 set(desktop_name vantrel-playlist-editor)
 set(resources ${PROJECT_SOURCE_DIR}/resources)
 
+# The texts of others' licences, as they are given out, and the note that tells whose they are.
+file(ARCHIVE_EXTRACT INPUT ${resources}/licences.tar.xz DESTINATION ${PROJECT_BINARY_DIR})
+configure_file(${resources}/SOURCES.txt ${PROJECT_BINARY_DIR}/licences/SOURCES.txt COPYONLY)
+
 install(TARGETS playlist-editor playlist-inspect RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 # The program looks for these beside its own folder, in ../share.
 install(FILES ${resources}/VTLPLEH.htm DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
 
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Vantrel <maintainers@vantrel.example>")
+
+# compress(FILE): makes FILE.gz, as packages hold their pages and texts.
+function(compress file)
+  file(ARCHIVE_CREATE OUTPUT ${file}.gz PATHS ${file} FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9)
+endfunction()
 
 # A package without a changelog of this form is faulty.
 function(make_debian_changelog folder)
@@ -20,8 +29,7 @@ function(make_debian_changelog folder)
 
  -- ${CPACK_DEBIAN_PACKAGE_MAINTAINER}  ${date}
 ")
-  file(ARCHIVE_CREATE OUTPUT ${folder}/changelog.gz PATHS ${folder}/changelog
-    FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9)
+  compress(${folder}/changelog)
 endfunction()
 
 if(UNIX AND NOT APPLE)
@@ -30,12 +38,19 @@ if(UNIX AND NOT APPLE)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   install(DIRECTORY ${resources}/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons
     FILES_MATCHING PATTERN "${desktop_name}.png" PATTERN "${desktop_name}.svg")
-  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${desktop_name} RENAME copyright)
+  set(documents ${CMAKE_INSTALL_DATADIR}/doc/${desktop_name})
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documents} RENAME copyright)
   make_debian_changelog(${PROJECT_BINARY_DIR}/debian)
-  install(FILES ${PROJECT_BINARY_DIR}/debian/changelog.gz DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${desktop_name})
+  install(FILES ${PROJECT_BINARY_DIR}/debian/changelog.gz DESTINATION ${documents})
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/licences DESTINATION ${documents})
+  foreach(program playlist-editor playlist-inspect)
+    configure_file(${resources}/man/${program}.1 ${PROJECT_BINARY_DIR}/debian/${program}.1 COPYONLY)
+    compress(${PROJECT_BINARY_DIR}/debian/${program}.1)
+    install(FILES ${PROJECT_BINARY_DIR}/debian/${program}.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  endforeach()
 else()
   install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/licences DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
 endif()
 
 if(WIN32)

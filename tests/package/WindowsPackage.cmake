@@ -18,6 +18,13 @@ set(expected
   libstdc++-6.dll
   libtag.dll
   libwinpthread-1.dll
+  licences/GCC-exception.txt
+  licences/GPL-3.txt
+  licences/LGPL-2.1.txt
+  licences/LGPL-3.txt
+  licences/Qt-parts.txt
+  licences/SOURCES.txt
+  licences/mingw-w64.txt
   platforms/qoffscreen.dll
   platforms/qwindows.dll
   playlist-editor.exe

@@ -169,7 +169,8 @@ void PrintLine(QStringList values)
     std::printf("%s\n", qUtf8Printable(values.join(u'\t')));
 }
 
-void PrintPlaylist(const Main &window)
+/// False when the list could not be written, as on a full disk.
+bool PrintPlaylist(const Main &window)
 {
     QStringList values;
     for (int column = 1; column <= ColumnCount; ++column)
@@ -184,6 +185,7 @@ void PrintPlaylist(const Main &window)
     PrintLine({});
     for (int panel = 1; panel <= 4; ++panel)
         PrintLine({u"panel %1: "_s.arg(panel) + window.PanelText(panel)});
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
 void SelectRows(Main &window, int first, int last)
@@ -298,7 +300,8 @@ int main(int argc, char **argv)
     window.Run([&] { window.OpenCommandLine(request->Path); });
     if (request->LastRow > 0)
         SelectRows(window, request->FirstRow, request->LastRow);
-    PrintPlaylist(window);
+    if (!PrintPlaylist(window))
+        return Fail(u"cannot write the list"_s);
     if (!request->ReportFile.isEmpty() && !WriteReportFile(window, request->ReportFile))
         return Fail(u"cannot write "_s + ToHostPath(request->ReportFile));
     QWidget *pictured = RequestedWindow(window, *request);
