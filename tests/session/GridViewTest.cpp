@@ -82,168 +82,200 @@ class GridViewTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void SelectsAsAStockViewDoes();
-    void CommandBecomesTheBaseOfTheNextGesture();
-    void ModelKeepsItsPromises();
-    void FocusFollowsRows();
-    void HiddenColumnsKeepTheirData();
-    void TakesDroppedFiles();
-    void ScreenReadersHearTheSelection();
-};
-
-void GridViewTest::SelectsAsAStockViewDoes()
-{
-    Grid grid;
-    Grid stockGrid;
-    Fill(grid, rowCount);
-    Fill(stockGrid, rowCount);
-    GridView view(&grid);
-    const auto stock = StockView(stockGrid);
-    for (QTreeView *each : {static_cast<QTreeView *>(&view), stock.get()}) {
-        each->resize(400, 1200);
-        each->show();
-    }
-    const QList<Qt::Key> keys{Qt::Key_Up,   Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
-                              Qt::Key_Home, Qt::Key_End,  Qt::Key_Space,  Qt::Key_A};
-    const QList<Qt::KeyboardModifiers> modifiers{Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier,
-                                                 Qt::ControlModifier | Qt::ShiftModifier};
-    QRandomGenerator draw(20);
-    for (int step = 0; step < 3000; ++step) {
-        const auto modifier = modifiers[draw.bounded(4)];
-        const int row = 1 + draw.bounded(rowCount + 1);
-        const int other = 1 + draw.bounded(rowCount);
-        const int kind = draw.bounded(10);
-        const Qt::Key key = keys[draw.bounded(8)];
-        // To the row that has the focus already a stock view does not go; ours selects it.
-        const int here = stock->currentIndex().row();
-        if (kind >= 5 && modifier == Qt::NoModifier && here == (key == Qt::Key_Home ? 0 : rowCount - 1) &&
-            (key == Qt::Key_Home || key == Qt::Key_End))
-            stock->selectionModel()->setCurrentIndex(stockGrid.index(20, 0), QItemSelectionModel::NoUpdate);
+    void SelectsAsAStockViewDoes()
+    {
+        Grid grid;
+        Grid stockGrid;
+        Fill(grid, rowCount);
+        Fill(stockGrid, rowCount);
+        GridView view(&grid);
+        const auto stock = StockView(stockGrid);
         for (QTreeView *each : {static_cast<QTreeView *>(&view), stock.get()}) {
-            const auto button = kind == 0 ? Qt::RightButton : Qt::LeftButton;
-            if (kind < 5) {
-                QTest::mouseClick(each->viewport(), button, modifier, PlaceOf(*each, row));
-            } else if (kind == 5 && row > rowCount) {
-                // From the empty area a drag spans rows; from a row it would carry files away.
-                QTest::mousePress(each->viewport(), Qt::LeftButton, modifier, PlaceOf(*each, row));
-                QTest::mouseMove(each->viewport(), PlaceOf(*each, other));
-                QTest::mouseRelease(each->viewport(), Qt::LeftButton, modifier, PlaceOf(*each, other));
-            } else {
-                QTest::keyClick(each, key, key == Qt::Key_A ? Qt::ControlModifier : modifier);
+            each->resize(400, 1200);
+            each->show();
+        }
+        const QList<Qt::Key> keys{Qt::Key_Up,   Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
+                                  Qt::Key_Home, Qt::Key_End,  Qt::Key_Space,  Qt::Key_A};
+        const QList<Qt::KeyboardModifiers> modifiers{Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier,
+                                                     Qt::ControlModifier | Qt::ShiftModifier};
+        QRandomGenerator draw(20);
+        for (int step = 0; step < 3000; ++step) {
+            const auto modifier = modifiers[draw.bounded(4)];
+            const int row = 1 + draw.bounded(rowCount + 1);
+            const int other = 1 + draw.bounded(rowCount);
+            const int kind = draw.bounded(10);
+            const Qt::Key key = keys[draw.bounded(8)];
+            // To the row that has the focus already a stock view does not go; ours selects it.
+            const int here = stock->currentIndex().row();
+            if (kind >= 5 && modifier == Qt::NoModifier && here == (key == Qt::Key_Home ? 0 : rowCount - 1) &&
+                (key == Qt::Key_Home || key == Qt::Key_End))
+                stock->selectionModel()->setCurrentIndex(stockGrid.index(20, 0), QItemSelectionModel::NoUpdate);
+            for (QTreeView *each : {static_cast<QTreeView *>(&view), stock.get()}) {
+                const auto button = kind == 0 ? Qt::RightButton : Qt::LeftButton;
+                if (kind < 5) {
+                    QTest::mouseClick(each->viewport(), button, modifier, PlaceOf(*each, row));
+                } else if (kind == 5 && row > rowCount) {
+                    // From the empty area a drag spans rows; from a row it would carry files away.
+                    QTest::mousePress(each->viewport(), Qt::LeftButton, modifier, PlaceOf(*each, row));
+                    QTest::mouseMove(each->viewport(), PlaceOf(*each, other));
+                    QTest::mouseRelease(each->viewport(), Qt::LeftButton, modifier, PlaceOf(*each, other));
+                } else {
+                    QTest::keyClick(each, key, key == Qt::Key_A ? Qt::ControlModifier : modifier);
+                }
+            }
+            QCOMPARE(SelectedRows(grid), SelectedRows(*stock));
+            QCOMPARE(view.currentIndex().row(), stock->currentIndex().row());
+            QCOMPARE(grid.FocusedRow(), stock->currentIndex().row() + 1);
+        }
+    }
+
+    void PaintsWhatIsSelected()
+    {
+        Grid grid;
+        Fill(grid, 3);
+        GridView view(&grid);
+        grid.Reselect([](int row, const PlaylistItem &) { return row == 2; });
+        const QImage picture = view.viewport()->grab().toImage();
+        for (int row = 1; row <= 3; ++row) {
+            const QPoint behindTheName(190, view.visualRect(grid.index(row - 1, 0)).center().y());
+            QCOMPARE(picture.pixelColor(behindTheName) == view.palette().color(QPalette::Inactive, QPalette::Highlight),
+                     row == 2);
+        }
+    }
+
+    void CommandBecomesTheBaseOfTheNextGesture()
+    {
+        Grid grid;
+        Fill(grid, 10);
+        GridView view(&grid);
+        view.resize(400, 400);
+        view.show();
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, PlaceOf(view, 2));
+        grid.Reselect([](int row, const PlaylistItem &) { return row == 9; });
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier, PlaceOf(view, 4));
+        QCOMPARE(SelectedRows(grid), (QList<int>{2, 3, 4, 9}));
+    }
+
+    void ModelKeepsItsPromises()
+    {
+        Grid grid;
+        const QAbstractItemModelTester tester(&grid, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        Fill(grid, 10);
+        FileRecord missing;
+        missing.FileName = u"gone.mp3"_s;
+        missing.Folder = u"d:\\x\\"_s;
+        grid.Insert(missing, 3);
+        QCOMPARE(grid.CellText(3, ColumnFileName), u"gone.mp3"_s);
+        QCOMPARE(grid.CellText(4, ColumnFileName), u"track 3.mp3"_s);
+        QCOMPARE(grid.CellText(4, ColumnOriginalOrder), u"3"_s);
+        QStringList texts;
+        for (int column = ColumnTime; column <= ColumnOriginalOrder; ++column)
+            texts.append(grid.CellText(3, column));
+        QCOMPARE(texts, (QStringList{u"0:00"_s, u"0 Bytes"_s, u"d:\\x\\"_s, {}, {}, {}, {}, {}, {}, {}, {}}));
+        QVERIFY(grid.Item(3).Ghosted && grid.Item(3).SmallIcon == IconMissing);
+        QCOMPARE(grid.RemoveIf([](const PlaylistItem &item) { return item.Ghosted; }), 1);
+        grid.Rearrange({10, 9, 8, 7, 6, 5, 4, 3, 2, 1});
+        QCOMPARE(grid.CellText(1, ColumnFileName), u"track 10.mp3"_s);
+        std::vector<FileRecord> many(Grid::MaxRows - 9);
+        QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.Append(many));
+        QCOMPARE(grid.Count(), Grid::MaxRows);
+        QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.Insert(missing));
+        QCOMPARE(grid.Count(), Grid::MaxRows);
+    }
+
+    void FocusFollowsRows()
+    {
+        Grid grid;
+        Fill(grid, 6);
+        GridView view(&grid);
+        view.setCurrentIndex(grid.index(4, 0));
+        QCOMPARE(grid.FocusedRow(), 5);
+        grid.RemoveIf([&](const PlaylistItem &item) { return item.Text == u"track 2.mp3"; });
+        QCOMPARE(view.currentIndex().row() + 1, 4);
+        grid.Rearrange({4, 1, 2, 3, 5});
+        QCOMPARE(view.currentIndex().row() + 1, 1);
+        grid.RemoveIf([](const PlaylistItem &) { return true; });
+        QCOMPARE(grid.FocusedRow(), 0);
+        QVERIFY(!view.currentIndex().isValid());
+    }
+
+    void TakesDroppedFiles()
+    {
+        Grid grid;
+        GridView view(&grid);
+        QStringList dropped;
+        connect(&view, &GridView::FilesDropped, this, [&](const QStringList &paths) { dropped = paths; });
+        QMimeData files;
+        files.setUrls({ToUrl(u"z:\\music\\50% \u00e4 #1.mp3"_s), QUrl(u"https://example.com/x.mp3"_s)});
+        QVERIFY(Drop(view, files));
+        QCOMPARE(dropped, QStringList{u"z:\\music\\50% \u00e4 #1.mp3"_s});
+
+        QMimeData text;
+        text.setText(u"no files"_s);
+        QVERIFY(!Drop(view, text));
+    }
+
+    void ScreenReadersHearTheRows()
+    {
+        Grid grid;
+        Fill(grid, 3);
+        FileRecord missing;
+        missing.FileName = u"gone.mp3"_s;
+        grid.Insert(missing);
+        qint8 icon = IconBlue;
+        grid.UpdateIcons([&](PlaylistItem &item) {
+            if (!item.Ghosted)
+                item.SmallIcon = SmallIcon(icon++);
+        });
+        GridView view(&grid);
+        view.resize(1400, 300);
+        view.show();
+        grid.Reselect([](int row, const PlaylistItem &) { return row == 2 || row == 4; });
+        grid.SetFocusedRow(4);
+        QAccessibleInterface *whole = QAccessible::queryAccessibleInterface(&view);
+        QVERIFY(whole != nullptr && whole->tableInterface() != nullptr);
+        QAccessibleTableInterface *table = whole->tableInterface();
+        QCOMPARE(table->selectedRows(), (QList<int>{1, 3}));
+        QVERIFY(table->isRowSelected(1) && !table->isRowSelected(0) && !table->isRowSelected(4));
+        QCOMPARE(table->selectedCellCount(), table->selectedCells().size());
+        QStringList names;
+        for (int row = 0; row < table->rowCount(); ++row)
+            names.append(table->cellAt(row, 0)->text(QAccessible::Name));
+        QCOMPARE(names.join(u'|'), u"track 1.mp3, blue mark|track 2.mp3, green mark|track 3.mp3, red mark|gone.mp3, "
+                                   u"missing"_s);
+        // Each cell knows its place, its header and its table, and is found again where it stands.
+        QCOMPARE(whole->childCount(), 5 * ColumnCount);
+        for (int number = 0; number < whole->childCount(); ++number) {
+            QAccessibleInterface *cell = whole->child(number);
+            const int row = number / ColumnCount;
+            const int column = number % ColumnCount;
+            QCOMPARE(whole->indexOfChild(cell), number);
+            QCOMPARE(cell->role(), row == 0 ? QAccessible::ColumnHeader : QAccessible::Cell);
+            QCOMPARE(cell->state().selected, row == 2 || row == 4);
+            QCOMPARE(cell->state().invisible, view.isColumnHidden(column));
+            QCOMPARE(cell->state().focusable, row > 0);
+            if (row == 0) {
+                QCOMPARE(cell->text(QAccessible::Name), Grid::Caption(column + 1));
+                continue;
+            }
+            const QAccessibleTableCellInterface &place = *cell->tableCellInterface();
+            QVERIFY(place.rowIndex() == row - 1 && place.columnIndex() == column && place.table() == whole);
+            QCOMPARE(place.columnHeaderCells().first(), whole->child(column));
+            const QPoint middle = cell->rect().center();
+            if (!view.isColumnHidden(column)) {
+                QCOMPARE(whole->childAt(middle.x(), middle.y()), cell);
+                QCOMPARE(middle.x(), whole->child(column)->rect().center().x());
             }
         }
-        QCOMPARE(SelectedRows(grid), SelectedRows(*stock));
-        QCOMPARE(view.currentIndex().row(), stock->currentIndex().row());
-        QCOMPARE(grid.FocusedRow(), stock->currentIndex().row() + 1);
+        QCOMPARE(whole->focusChild(), table->cellAt(3, 0));
+        int told = 0;
+        connect(&view, &GridView::Clicked, this, [&] { ++told; });
+        QVERIFY(table->selectRow(0) && table->unselectRow(1) && !table->selectRow(4) && !table->selectRow(-1));
+        QCOMPARE(table->selectedRows(), (QList<int>{0, 3}));
+        QCOMPARE(told, 2);
+        QVERIFY(table->cellAt(4, 0) == nullptr && whole->child(-1) == nullptr);
     }
-}
-
-void GridViewTest::CommandBecomesTheBaseOfTheNextGesture()
-{
-    Grid grid;
-    Fill(grid, 10);
-    GridView view(&grid);
-    view.resize(400, 400);
-    view.show();
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, PlaceOf(view, 2));
-    grid.Reselect([](int row, const PlaylistItem &) { return row == 9; });
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier, PlaceOf(view, 4));
-    QCOMPARE(SelectedRows(grid), (QList<int>{2, 3, 4, 9}));
-}
-
-void GridViewTest::ModelKeepsItsPromises()
-{
-    Grid grid;
-    const QAbstractItemModelTester tester(&grid, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    Fill(grid, 10);
-    FileRecord missing;
-    missing.FileName = u"gone.mp3"_s;
-    missing.Folder = u"d:\\x\\"_s;
-    grid.Insert(missing, 3);
-    QCOMPARE(grid.CellText(3, ColumnFileName), u"gone.mp3"_s);
-    QCOMPARE(grid.CellText(4, ColumnFileName), u"track 3.mp3"_s);
-    QCOMPARE(grid.CellText(4, ColumnOriginalOrder), u"3"_s);
-    QStringList texts;
-    for (int column = ColumnTime; column <= ColumnOriginalOrder; ++column)
-        texts.append(grid.CellText(3, column));
-    QCOMPARE(texts, (QStringList{u"0:00"_s, u"0 Bytes"_s, u"d:\\x\\"_s, {}, {}, {}, {}, {}, {}, {}, {}}));
-    QVERIFY(grid.Item(3).Ghosted && grid.Item(3).SmallIcon == IconMissing);
-    QCOMPARE(grid.RemoveIf([](const PlaylistItem &item) { return item.Ghosted; }), 1);
-    grid.Rearrange({10, 9, 8, 7, 6, 5, 4, 3, 2, 1});
-    QCOMPARE(grid.CellText(1, ColumnFileName), u"track 10.mp3"_s);
-    std::vector<FileRecord> many(Grid::MaxRows - 9);
-    QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.Append(many));
-    QCOMPARE(grid.Count(), Grid::MaxRows);
-    QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.Insert(missing));
-    QCOMPARE(grid.Count(), Grid::MaxRows);
-}
-
-void GridViewTest::FocusFollowsRows()
-{
-    Grid grid;
-    Fill(grid, 6);
-    GridView view(&grid);
-    view.setCurrentIndex(grid.index(4, 0));
-    QCOMPARE(grid.FocusedRow(), 5);
-    grid.RemoveIf([&](const PlaylistItem &item) { return item.Text == u"track 2.mp3"; });
-    QCOMPARE(view.currentIndex().row() + 1, 4);
-    grid.Rearrange({4, 1, 2, 3, 5});
-    QCOMPARE(view.currentIndex().row() + 1, 1);
-    grid.RemoveIf([](const PlaylistItem &) { return true; });
-    QCOMPARE(grid.FocusedRow(), 0);
-    QVERIFY(!view.currentIndex().isValid());
-}
-
-void GridViewTest::HiddenColumnsKeepTheirData()
-{
-    Grid grid;
-    Fill(grid, 1);
-    GridView view(&grid);
-    QVERIFY(view.isColumnHidden(ColumnHiddenLen - 1) && view.isColumnHidden(ColumnHiddenSize - 1));
-    QCOMPARE(view.columnWidth(ColumnPath - 1), 650);
-    grid.ColumnWidths[ColumnPath - 1] = 0;
-    view.ApplyColumnWidths();
-    QVERIFY(view.isColumnHidden(ColumnPath - 1));
-    QCOMPARE(grid.CellText(1, ColumnPath), u"z:\\music\\"_s);
-}
-
-void GridViewTest::TakesDroppedFiles()
-{
-    Grid grid;
-    GridView view(&grid);
-    QStringList dropped;
-    connect(&view, &GridView::FilesDropped, this, [&](const QStringList &paths) { dropped = paths; });
-    QMimeData files;
-    files.setUrls({ToUrl(u"z:\\music\\50% \u00e4 #1.mp3"_s), QUrl(u"https://example.com/x.mp3"_s)});
-    QVERIFY(Drop(view, files));
-    QCOMPARE(dropped, QStringList{u"z:\\music\\50% \u00e4 #1.mp3"_s});
-
-    QMimeData text;
-    text.setText(u"no files"_s);
-    QVERIFY(!Drop(view, text));
-}
-
-void GridViewTest::ScreenReadersHearTheSelection()
-{
-    Grid grid;
-    Fill(grid, 3);
-    FileRecord missing;
-    missing.FileName = u"gone.mp3"_s;
-    grid.Insert(missing);
-    GridView view(&grid);
-    grid.Reselect([](int row, const PlaylistItem &) { return row == 2 || row == 4; });
-    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&view);
-    QVERIFY(interface != nullptr && interface->tableInterface() != nullptr);
-    QAccessibleTableInterface *table = interface->tableInterface();
-    QCOMPARE(table->selectedRows(), (QList<int>{1, 3}));
-    QAccessibleInterface *cell = table->cellAt(3, 0);
-    QCOMPARE(cell->text(QAccessible::Name), u"gone.mp3, missing"_s);
-    QVERIFY(cell->state().selected && !table->cellAt(2, 0)->state().selected);
-    QCOMPARE(interface->child(ColumnTime - 1)->text(QAccessible::Name), u"Time"_s);
-    QCOMPARE(interface->child(interface->indexOfChild(cell)), cell);
-    table->selectRow(0);
-    QVERIFY(grid.Item(1).Selected && grid.Item(2).Selected);
-}
+};
 
 QTEST_MAIN(GridViewTest)
 #include "GridViewTest.moc"

@@ -24,325 +24,295 @@ class MainFileTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void OpensAndReplaces();
-    void ImportsBehind();
-    void NewAsksFirst();
-    void RecentFilesOpenAndGoStale();
-    void SavesAbsoluteAndAsksEachTime();
-    void ProposesNames();
-    void SavesRelative();
-    void FailedSaveKeepsEverything();
-    void NothingIsLostWhileADiskIsAway();
-    void LinesCountFromTheListsFolder();
-    void SessionRowsStaySingle();
-    void StopsAtTheLastRow();
-    void AddsFoldersFilesAndDrops();
-    void ClosingAsks();
-};
-
-void MainFileTest::OpensAndReplaces()
-{
-    MainFixture f;
-    f.Write(u"sub\\one.wma"_s, "12345");
-    const QString list = f.Write(u"list.m3u"_s, "#EXTM3U\r\nsub\\one.wma\r\nnote.txt\r\nsub/gone.mp3\r\n");
-    const QString empty = f.Write(u"empty.m3u"_s, "# nothing\r\n");
-    f.Show();
-    f.Prompts.ExpectPath({}, list);
-    f.Press("Ctrl+O");
-    QCOMPARE(f.Rows(), u"one gone"_s);
-    QCOMPARE(f.Window->ListView1.Item(1).FullPath(), f.Inside(u"sub\\one.wma"_s));
-    QVERIFY(f.Window->ListView1.Item(2).Ghosted);
-    QCOMPARE(f.Window->windowTitle(), title + list);
-    QVERIFY(!f.Window->PlaylistDirty);
-    // A missing row counts with the numbers of the row before it.
-    QCOMPARE(f.Panels(), (QStringList{u"Total: 2"_s, u"0:00"_s, u"10 Bytes"_s}));
-
-    f.Prompts.ExpectPath({}, std::nullopt);
-    f.Press("Ctrl+O");
-    QCOMPARE(f.Rows(), u"one gone"_s);
-    // What has changed is not dropped unasked, whichever way another list comes.
-    f.Click(1);
-    f.Press("F4");
-    for (const char *keys : {"Ctrl+O", "Ctrl+N", "recent"}) {
-        if (QByteArrayView(keys) == "Ctrl+O")
-            f.Prompts.ExpectPath({}, empty);
-        f.Prompts.Expect(saveFirst, PromptAnswer::Cancel);
-        keys[0] == 'r' ? f.Trigger("MFileRecent(0)") : f.Press(keys);
-        QCOMPARE(f.Rows(), u"gone ONE"_s);
-        QCOMPARE(f.Window->windowTitle(), title + list);
-        QVERIFY(f.Window->PlaylistDirty);
-    }
-    // Saved elsewhere, both are recent files, and the first one comes back unasked.
-    const QString copy = f.Inside(u"copy.m3u"_s);
-    f.Prompts.ExpectPath(list, copy);
-    f.Trigger("MFileSaveAs");
-    QCOMPARE(f.Window->Command("MFileRecent(0)")->text(), u"&1: "_s + copy);
-    QCOMPARE(f.Window->windowTitle(), title + copy);
-    f.Trigger("MFileRecent(1)");
-    QCOMPARE(f.Rows(), u"one gone"_s);
-    QCOMPARE(f.Window->PanelText(1), u"Total: 2"_s);
-    // The list has gone by the time the file turns out to be empty; the caption stays.
-    f.Prompts.ExpectPath({}, empty);
-    f.Press("Ctrl+O");
-    QCOMPARE(f.Rows(), QString());
-    QCOMPARE(f.Window->windowTitle(), title + list);
-}
-
-void MainFileTest::ImportsBehind()
-{
-    MainFixture f;
-    f.AddRows({1, 2});
-    const QString list = f.Write(u"list.m3u"_s, "a.wma\r\nb.wma\r\n");
-    f.Prompts.ExpectPath({}, list);
-    f.Trigger("MFileImport");
-    QCOMPARE(f.Rows(), u"a b a b"_s);
-    QVERIFY(f.Window->PlaylistDirty);
-    QVERIFY(f.Window->CurrentPlaylistPath.isEmpty());
-    QCOMPARE(f.Window->ListView1.CellText(3, ColumnOriginalOrder), u"3"_s);
-    QCOMPARE(f.Window->PanelText(1), u"Total: 4"_s);
-}
-
-void MainFileTest::NewAsksFirst()
-{
-    MainFixture f;
-    f.AddRows({1});
-    f.Window->PlaylistDirty = true;
-    // Yes goes on only when the save succeeded.
-    f.Prompts.Expect(saveFirst, PromptAnswer::Yes);
-    f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", std::nullopt);
-    f.Trigger("MFileNew");
-    QCOMPARE(f.Rows(), u"a"_s);
-    f.Prompts.Expect(saveFirst, PromptAnswer::No);
-    f.Trigger("MFileNew");
-    QCOMPARE(f.Panels(), (QStringList{u"Total: 0"_s, u"0:00"_s, u"0 Bytes"_s}));
-    QCOMPARE(f.Window->windowTitle(), title);
-    QVERIFY(!f.Window->PlaylistDirty);
-}
-
-void MainFileTest::RecentFilesOpenAndGoStale()
-{
-    MainFixture f;
-    f.AddRows({1});
-    QVERIFY(!f.Window->Command("MFileRec")->isEnabled() && !f.Window->Command("MFileRecent(0)")->isVisible());
-    QStringList lists;
-    for (int i = 1; i <= 11; ++i) {
-        lists.append(f.Write(u"list & %1.m3u"_s.arg(i), "a.wma\r\n"));
-        f.Prompts.ExpectPath({}, lists.last());
-        f.Trigger("MFileOpen");
-    }
-    f.Prompts.ExpectPath({}, lists[5]);
-    f.Trigger("MFileOpen");
-    // The newest of eleven stands first, a path already listed keeps its place, the two oldest have gone.
-    const auto recent = [&](const char *name) { return f.Window->Command(name); };
-    QCOMPARE(recent("MFileRecent(0)")->text(), u"&1: "_s + QString(lists[10]).replace(u'&', "&&"_L1));
-    QCOMPARE(recent("MFileRecent(8)")->text(), u"&9: "_s + QString(lists[2]).replace(u'&', "&&"_L1));
-    f.Trigger("MFileRecent(8)");
-    QCOMPARE(f.Window->windowTitle(), title + lists[2]);
-    DeleteFile(lists[10]);
-    f.Prompts.Expect(u"Could not open the file, check that it hasnt been moved, renamed or deleted!"_s,
-                     PromptAnswer::Ok);
-    f.Trigger("MFileRecent(0)");
-    QCOMPARE(f.Rows(), u"a"_s);
-    QVERIFY(recent("MFileRec")->isEnabled() && recent("MFileRecent(8)")->isVisible());
-}
-
-void MainFileTest::SavesAbsoluteAndAsksEachTime()
-{
-    MainFixture f;
-    f.Trigger("MFileSaveAs"); // An empty list: nothing is said, nothing written.
-    f.AddRows({1, 2});
-    f.Window->PlaylistDirty = true;
-    const QString target = f.Inside(u"out.m3u"_s);
-    f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", target);
-    f.Trigger("MFileSave");
-    const QByteArray lines = ToHostBytes(f.Inside(u"a.wma"_s)) + "\r\n" + ToHostBytes(f.Inside(u"b.wma"_s)) + "\r\n";
-    QCOMPARE(f.Read(u"out.m3u"_s), lines);
-    QCOMPARE(f.Window->windowTitle(), title + target);
-    QVERIFY(!f.Window->PlaylistDirty);
-
-    const QString replace = target + u" exists, do you want to replace it?";
-    f.Select({1});
-    f.Trigger("MEditRemove");
-    f.Prompts.Expect(replace, PromptAnswer::No);
-    f.Trigger("MFileSave");
-    QCOMPARE(f.Read(u"out.m3u"_s), lines);
-    QVERIFY(f.Window->PlaylistDirty);
-    for (int time = 0; time < 2; ++time) {
-        f.Prompts.Expect(replace, PromptAnswer::Yes);
-        f.Trigger("MFileSave");
-        QCOMPARE(f.Read(u"out.m3u"_s), ToHostBytes(f.Inside(u"b.wma"_s)) + "\r\n");
-    }
-}
-
-void MainFileTest::ProposesNames()
-{
-    MainFixture f;
-    f.Window->AddPath(f.Write(u"rock\\a.wma"_s, "1"), false);
-    f.Prompts.ExpectPath(f.Folder + u"\\rock.m3u", std::nullopt);
-    f.Trigger("MFileSaveAs");
-    f.Prompts.ExpectPath(f.Inside(u"rock\\rock.m3u"_s), std::nullopt);
-    f.Trigger("MFileSaveRel");
-    f.Window->AddPath(f.Write(u"away.m3u"_s, "q:\\w.mp3\r\n"), false);
-    f.Prompts.Expect(u"This playlist cannot be saved to a relative directory because it points to files at different "
-                     u"Root locations or items that are pointed to incorrectly."_s,
-                     PromptAnswer::Ok);
-    f.Prompts.ExpectPath(f.Folder + u"\\playlist.m3u", std::nullopt);
-    f.Trigger("MFileSaveRel");
-}
-
-void MainFileTest::SavesRelative()
-{
-    MainFixture f;
-    const QString colon = NamesHoldAnything() ? u"music\\c: d.wma"_s : u"music\\c d.wma"_s;
-    const QStringList names{u"music\\rock\\a.wma"_s, u"music\\#1 b.wma"_s, colon, u"other\\e.wma"_s};
-    for (const QString &name : names)
-        f.Window->AddPath(f.Write(name, "1"), false);
-    f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", f.Inside(u"music\\all.m3u"_s));
-    f.Trigger("MFileSaveRel");
-    const QList<QByteArray> lines = f.Read(u"music\\all.m3u"_s).split('\n');
-    QCOMPARE(lines[0], EncodeText(ToPlaylistLine(u"rock\\a.wma"_s)) + '\r');
-    QCOMPARE(lines[3], ToHostBytes(f.Inside(u"other\\e.wma"_s)) + '\r');
-    // What would read back as a comment or a drive must not.
-    f.Prompts.ExpectPath({}, f.Inside(u"music\\all.m3u"_s));
-    f.Trigger("MFileOpen");
-    for (int row = 1; row <= 4; ++row)
-        QCOMPARE(f.Window->ListView1.Item(row).FullPath(), f.Inside(names[row - 1]));
-}
-
-void MainFileTest::FailedSaveKeepsEverything()
-{
-    MainFixture f;
-    f.AddRows({1});
-    f.Window->PlaylistDirty = true;
-    const QString target = f.Write(u"old.m3u"_s, "old\r\n");
-    SetFileAttributes(target, AttributeReadOnly);
-    f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", target);
-    f.Prompts.Expect(target + u" exists, do you want to replace it?", PromptAnswer::Yes);
-    f.Prompts.Expect(cannotWrite, PromptAnswer::Ok);
-    f.Trigger("MFileSaveAs");
-    QCOMPARE(f.Read(u"old.m3u"_s), QByteArray("old\r\n"));
-    QVERIFY(f.Window->PlaylistDirty);
-    QVERIFY(f.Window->CurrentPlaylistPath.isEmpty());
-    QCOMPARE(f.Rows(), u"a"_s);
-    QCOMPARE(f.Window->PanelText(4), QString());
-}
-
-void MainFileTest::NothingIsLostWhileADiskIsAway()
-{
-    MainFixture f;
-    QString text;
-    for (const QString &path :
-         {u"q:\\Music\\\u00C4rzte\\1: x.mp3"_s, f.Inside(u"away\\\u041C\u0438\u0440\\\U0001F3B5.ogg"_s),
-          u"\\\\server\\share\\y.wav"_s, f.Inside(u"away\\e\u0301 ~!@#$%^&()_+{}[];',.\uF05C`=-.wma"_s)})
-        text += ToPlaylistLine(path) + u"\r\n";
-    text += u"http://radio.example/live/x.mp3\r\n"_s;
-    const QByteArray lines = EncodeText(text);
-    f.Prompts.ExpectPath({}, f.Write(u"away.m3u"_s, lines));
-    f.Trigger("MFileOpen");
-    QCOMPARE(f.Window->ListView1.Count(), 5);
-    f.Prompts.ExpectPath(f.Inside(u"away.m3u"_s), f.Inside(u"again.m3u"_s));
-    f.Trigger("MFileSaveAs");
-    QCOMPARE(f.Read(u"again.m3u"_s), lines);
-}
-
-void MainFileTest::LinesCountFromTheListsFolder()
-{
-    MainFixture f;
-    f.Write(u"lists\\a.wma"_s, "1");
-    const QString rooted = f.Inside(u"b.wma"_s).sliced(2);
-    f.Write(u"b.wma"_s, "22");
-    f.Write(u"lists\\sub\\c.wma"_s, "333");
-    const QString list =
-        f.Write(u"lists\\l.m3u"_s, EncodeText(u"a.wma\n"_s + rooted + u"\nQ:gone.mp3\n.\\sub/c.wma\n"));
-    // Whatever becomes of the current directory while the list is read.
-    QTimer::singleShot(0, f.Window.get(), [&f] { SetCurrentDirectory(f.Folder); });
-    f.Prompts.ExpectPath({}, list);
-    f.Trigger("MFileOpen");
-    QStringList paths;
-    for (int row = 1; row <= f.Window->ListView1.Count(); ++row)
-        paths.append(f.Window->ListView1.Item(row).FullPath());
-    QCOMPARE(paths, (QStringList{f.Inside(u"lists\\a.wma"_s), f.Inside(u"b.wma"_s), u"q:\\gone.mp3"_s,
-                                 f.Inside(u"lists\\sub\\c.wma"_s)}));
-    QCOMPARE(f.Window->PanelText(3), u"8 Bytes"_s);
-}
-
-void MainFileTest::SessionRowsStaySingle()
-{
-    MainFixture f;
-    f.Settings[u"SSE/V"_s] = u"1"_s;
-    f.Window->RestoreSession({});
-    f.Window->AddPath(f.Write(u"live.mp3.wma"_s, "1"), false);
-    f.Window->AddPath(f.Write(u"l.m3u"_s, "twice.wav.ogg\n"), false);
-    QCOMPARE(f.Rows(), u"live twice twice"_s);
-    for (int start = 0; start < 2; ++start) {
-        f.Window->PlaylistDirty = false;
-        f.Window->close();
-        f.Restart();
+    void OpensAndReplaces()
+    {
+        MainFixture f;
         f.Window->RestoreSession({});
-        QCOMPARE(f.Rows(), u"live twice twice"_s);
+        f.Write(u"sub\\one.wma"_s, "12345");
+        const QString list = f.Write(u"list.m3u"_s, "#EXTM3U\r\nsub\\one.wma\r\nnote.txt\r\nsub/gone.mp3\r\n");
+        const QString empty = f.Write(u"empty.m3u"_s, "# nothing\r\n");
+        f.Show();
+        f.Prompts.ExpectPath({}, list);
+        f.Press("Ctrl+O");
+        QCOMPARE(f.Rows(), u"one gone"_s);
+        QCOMPARE(f.Window->ListView1.Item(1).FullPath(), f.Inside(u"sub\\one.wma"_s));
+        QVERIFY(f.Window->ListView1.Item(2).Ghosted);
+        QCOMPARE(f.Window->windowTitle(), title + list);
+        QVERIFY(!f.Window->PlaylistDirty);
+        // A missing row counts with the numbers of the row before it.
+        QCOMPARE(f.Panels(), (QStringList{u"Total: 2"_s, u"0:00"_s, u"10 Bytes"_s}));
+
+        f.Prompts.ExpectPath({}, std::nullopt);
+        f.Press("Ctrl+O");
+        QCOMPARE(f.Rows(), u"one gone"_s);
+        // What has changed is not dropped unasked, whichever way it would go; Yes goes on only when the save succeeded.
+        f.Click(1);
+        f.Press("F4");
+        const QByteArray session = f.Read(u"app\\tmp.m3u"_s);
+        for (const char *keys : {"Ctrl+O", "Ctrl+N", "Ctrl+X", "MFileRecent(0)"}) {
+            for (const auto answer : {PromptAnswer::Cancel, PromptAnswer::Yes}) {
+                if (QByteArrayView(keys) == "Ctrl+O")
+                    f.Prompts.ExpectPath({}, empty);
+                f.Prompts.Expect(saveFirst, answer);
+                if (answer == PromptAnswer::Yes)
+                    f.Prompts.Expect(list + u" exists, do you want to replace it?", PromptAnswer::No);
+                keys[0] == 'M' ? f.Trigger(keys) : f.Press(keys);
+                QCOMPARE(f.Rows(), u"gone ONE"_s);
+                QCOMPARE(f.Window->windowTitle(), title + list);
+                QVERIFY(f.Window->PlaylistDirty && f.Window->isVisible() && f.Read(u"app\\tmp.m3u"_s) == session);
+            }
+        }
+        // Saved elsewhere, both are recent files, and the first one comes back unasked.
+        const QString copy = f.Inside(u"copy.m3u"_s);
+        f.Prompts.ExpectPath(list, copy);
+        f.Trigger("MFileSaveAs");
+        QCOMPARE(f.Window->Command("MFileRecent(0)")->text(), u"&1: "_s + copy);
+        QCOMPARE(f.Window->windowTitle(), title + copy);
+        f.Trigger("MFileRecent(1)");
+        QCOMPARE(f.Rows(), u"one gone"_s);
+        QCOMPARE(f.Window->PanelText(1), u"Total: 2"_s);
+        // The list has gone by the time the file turns out to be empty; the caption stays.
+        f.Prompts.ExpectPath({}, empty);
+        f.Press("Ctrl+O");
+        QCOMPARE(f.Rows(), QString());
+        QCOMPARE(f.Window->windowTitle(), title + list);
+        f.AddRows({1});
+        for (const char *keys : {"Ctrl+X", "Ctrl+N"}) {
+            f.Window->PlaylistDirty = true;
+            f.Prompts.Expect(saveFirst, PromptAnswer::No);
+            f.Press(keys);
+            QVERIFY(f.Window->isVisible() == (QByteArrayView(keys) == "Ctrl+N"));
+            f.Show();
+        }
+        QCOMPARE(f.Read(u"app\\tmp.m3u"_s), ToHostBytes(f.Inside(u"a.wma"_s)) + "\r\n");
+        QCOMPARE(f.Panels(), (QStringList{u"Total: 0"_s, u"0:00"_s, u"0 Bytes"_s}));
+        QCOMPARE(f.Window->windowTitle(), title);
+        QVERIFY(!f.Window->PlaylistDirty);
     }
-}
 
-void MainFileTest::StopsAtTheLastRow()
-{
-    MainFixture f;
-    f.Prompts.ExpectPath({}, f.Write(u"short.m3u"_s, "q:\\x.wma\r\n"));
-    f.Trigger("MFileOpen");
-    f.Prompts.ExpectPath({}, f.Write(u"long.m3u"_s, QByteArray("q:\\x.wma\r\n").repeated(Grid::MaxRows + 1)));
-    const QString full = QString::fromLatin1(PlaylistFull().what());
-    f.Prompts.Expect(full, PromptAnswer::Ok);
-    f.Trigger("MFileOpen");
-    QCOMPARE(f.Window->PanelText(1), u"Total: 32767"_s);
-    // What stands there is not the whole file: a save must not go to it unasked.
-    QVERIFY(f.Window->CurrentPlaylistPath.isEmpty() && f.Window->PlaylistDirty && f.Window->windowTitle() == title);
-    f.Prompts.Expect(full, PromptAnswer::Ok);
-    f.Window->Run([&] { f.Window->AddPath(f.Write(u"a.wma"_s, "1"), true); });
-    QCOMPARE(f.Window->PanelText(1), u"Total: 32767"_s);
-}
+    void ImportsBehind()
+    {
+        MainFixture f;
+        f.AddRows({1, 2});
+        const QString list = f.Write(u"list.m3u"_s, "a.wma\r\nb.wma\r\n");
+        f.Prompts.ExpectPath({}, list);
+        f.Trigger("MFileImport");
+        QCOMPARE(f.Rows(), u"a b a b"_s);
+        QVERIFY(f.Window->PlaylistDirty);
+        QVERIFY(f.Window->CurrentPlaylistPath.isEmpty());
+        QCOMPARE(f.Window->ListView1.CellText(3, ColumnOriginalOrder), u"3"_s);
+        QCOMPARE(f.Window->PanelText(1), u"Total: 4"_s);
+    }
 
-void MainFileTest::AddsFoldersFilesAndDrops()
-{
-    MainFixture f;
-    f.Write(u"tree\\b.wma"_s, "1");
-    f.Write(u"tree\\a.MP3"_s, "no audio");
-    f.Write(u"tree\\deep\\c.wav"_s, "1");
-    f.Write(u"tree\\notes.txt"_s, "1");
-    f.Prompts.ExpectPath(u"Select Folder..."_s, f.Inside(u"tree"_s));
-    f.Trigger("MEditAddDir");
-    QCOMPARE(f.Rows(), u"A B C"_s);
-    QVERIFY(f.Window->PlaylistDirty);
-    f.Prompts.ExpectPath(u"Select Folder..."_s, std::nullopt);
-    QTest::keyClick(f.Window->View(), Qt::Key_Insert);
-    QCOMPARE(f.Rows(), u"A B C"_s);
-    // After a drop of several items the rows of the last one are selected.
-    Q_EMIT f.Window->View()->FilesDropped(
-        {f.Write(u"d.wma"_s, "1"), f.Inside(u"tree\\notes.txt"_s), f.Write(u"l.m3u"_s, "tree/b.wma\r\ngone.mp3\r\n")});
-    QCOMPARE(f.Rows(), u"a b c d B GONE"_s);
-    QCOMPARE(f.Window->PanelText(1), u"2 Items"_s);
+    void RecentFilesOpenAndGoStale()
+    {
+        MainFixture f;
+        f.AddRows({1});
+        QVERIFY(!f.Window->Command("MFileRec")->isEnabled() && !f.Window->Command("MFileRecent(0)")->isVisible());
+        QStringList lists;
+        for (int i = 1; i <= 11; ++i) {
+            lists.append(f.Write(u"list & %1.m3u"_s.arg(i), "a.wma\r\n"));
+            f.Prompts.ExpectPath({}, lists.last());
+            f.Trigger("MFileOpen");
+        }
+        f.Prompts.ExpectPath({}, lists[5]);
+        f.Trigger("MFileOpen");
+        // The newest of eleven stands first, a path already listed keeps its place, the two oldest have gone.
+        const auto recent = [&](const char *name) { return f.Window->Command(name); };
+        QCOMPARE(recent("MFileRecent(0)")->text(), u"&1: "_s + QString(lists[10]).replace(u'&', "&&"_L1));
+        QCOMPARE(recent("MFileRecent(8)")->text(), u"&9: "_s + QString(lists[2]).replace(u'&', "&&"_L1));
+        f.Trigger("MFileRecent(8)");
+        QCOMPARE(f.Window->windowTitle(), title + lists[2]);
+        DeleteFile(lists[10]);
+        f.Prompts.Expect(u"Could not open the file, check that it hasnt been moved, renamed or deleted!"_s,
+                         PromptAnswer::Ok);
+        f.Trigger("MFileRecent(0)");
+        QCOMPARE(f.Rows(), u"a"_s);
+        QVERIFY(recent("MFileRec")->isEnabled() && recent("MFileRecent(8)")->isVisible());
+    }
 
-    f.Window->AddPath(f.Write(u"self.m3u"_s, "self.m3u\r\ntree\r\n"), false);
-    QCOMPARE(f.Window->ListView1.Count(), 6);
-    const std::unique_ptr<QMimeData> dragged(f.Window->View()->MakeDragData());
-    QCOMPARE(dragged->urls(), (QList<QUrl>{ToUrl(f.Inside(u"tree\\b.wma"_s)), ToUrl(f.Inside(u"gone.mp3"_s))}));
-}
+    void SavesAbsoluteAndAsksEachTime()
+    {
+        MainFixture f;
+        f.Trigger("MFileSaveAs"); // An empty list: nothing is said, nothing written.
+        f.AddRows({1, 2});
+        f.Window->PlaylistDirty = true;
+        const QString target = f.Inside(u"out.m3u"_s);
+        f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", target);
+        f.Trigger("MFileSave");
+        const QByteArray lines =
+            ToHostBytes(f.Inside(u"a.wma"_s)) + "\r\n" + ToHostBytes(f.Inside(u"b.wma"_s)) + "\r\n";
+        QCOMPARE(f.Read(u"out.m3u"_s), lines);
+        QCOMPARE(f.Window->windowTitle(), title + target);
+        QVERIFY(!f.Window->PlaylistDirty);
 
-void MainFileTest::ClosingAsks()
-{
-    MainFixture f;
-    f.Window->RestoreSession({});
-    f.AddRows({1});
-    f.Window->show();
-    f.Window->PlaylistDirty = true;
-    const QByteArray session = f.Read(u"app\\tmp.m3u"_s);
-    f.Prompts.Expect(saveFirst, PromptAnswer::Cancel);
-    f.Trigger("MFileExit");
-    QVERIFY(f.Window->isVisible());
-    QCOMPARE(f.Read(u"app\\tmp.m3u"_s), session);
-    f.Prompts.Expect(saveFirst, PromptAnswer::No);
-    f.Trigger("MFileExit");
-    QVERIFY(!f.Window->isVisible());
-    QCOMPARE(f.Read(u"app\\tmp.m3u"_s), ToHostBytes(f.Inside(u"a.wma"_s)) + "\r\n");
-}
+        const QString replace = target + u" exists, do you want to replace it?";
+        f.Select({1});
+        f.Trigger("MEditRemove");
+        f.Prompts.Expect(replace, PromptAnswer::No);
+        f.Trigger("MFileSave");
+        QCOMPARE(f.Read(u"out.m3u"_s), lines);
+        QVERIFY(f.Window->PlaylistDirty);
+        for (int time = 0; time < 2; ++time) {
+            f.Prompts.Expect(replace, PromptAnswer::Yes);
+            f.Trigger("MFileSave");
+            QCOMPARE(f.Read(u"out.m3u"_s), ToHostBytes(f.Inside(u"b.wma"_s)) + "\r\n");
+        }
+    }
+
+    void ProposesNames()
+    {
+        MainFixture f;
+        f.Window->AddPath(f.Write(u"rock\\a.wma"_s, "1"), false);
+        f.Prompts.ExpectPath(f.Folder + u"\\rock.m3u", std::nullopt);
+        f.Trigger("MFileSaveAs");
+        f.Prompts.ExpectPath(f.Inside(u"rock\\rock.m3u"_s), std::nullopt);
+        f.Trigger("MFileSaveRel");
+        f.Window->AddPath(f.Write(u"away.m3u"_s, "q:\\w.mp3\r\n"), false);
+        f.Prompts.Expect(
+            u"This playlist cannot be saved to a relative directory because it points to files at different "
+            u"Root locations or items that are pointed to incorrectly."_s,
+            PromptAnswer::Ok);
+        f.Prompts.ExpectPath(f.Folder + u"\\playlist.m3u", std::nullopt);
+        f.Trigger("MFileSaveRel");
+    }
+
+    void SavesRelative()
+    {
+        MainFixture f;
+        const QString colon = NamesHoldAnything() ? u"music\\c: d.wma"_s : u"music\\c d.wma"_s;
+        const QStringList names{u"music\\rock\\a.wma"_s, u"music\\#1 b.wma"_s, colon, u"other\\e.wma"_s};
+        for (const QString &name : names)
+            f.Window->AddPath(f.Write(name, "1"), false);
+        f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", f.Inside(u"music\\all.m3u"_s));
+        f.Trigger("MFileSaveRel");
+        const QList<QByteArray> lines = f.Read(u"music\\all.m3u"_s).split('\n');
+        QCOMPARE(lines[0], EncodeText(ToPlaylistLine(u"rock\\a.wma"_s)) + '\r');
+        QCOMPARE(lines[3], ToHostBytes(f.Inside(u"other\\e.wma"_s)) + '\r');
+        // What would read back as a comment or a drive must not.
+        f.Prompts.ExpectPath({}, f.Inside(u"music\\all.m3u"_s));
+        f.Trigger("MFileOpen");
+        for (int row = 1; row <= 4; ++row)
+            QCOMPARE(f.Window->ListView1.Item(row).FullPath(), f.Inside(names[row - 1]));
+    }
+
+    void FailedSaveKeepsEverything()
+    {
+        MainFixture f;
+        f.AddRows({1});
+        f.Window->PlaylistDirty = true;
+        const QString target = f.Write(u"old.m3u"_s, "old\r\n");
+        SetFileAttributes(target, AttributeReadOnly);
+        f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", target);
+        f.Prompts.Expect(target + u" exists, do you want to replace it?", PromptAnswer::Yes);
+        f.Prompts.Expect(cannotWrite, PromptAnswer::Ok);
+        f.Trigger("MFileSaveAs");
+        QCOMPARE(f.Read(u"old.m3u"_s), QByteArray("old\r\n"));
+        QVERIFY(f.Window->PlaylistDirty);
+        QVERIFY(f.Window->CurrentPlaylistPath.isEmpty());
+        QCOMPARE(f.Rows(), u"a"_s);
+        QCOMPARE(f.Window->PanelText(4), QString());
+    }
+
+    void NothingIsLostWhileADiskIsAway()
+    {
+        MainFixture f;
+        QString text;
+        for (const QString &path :
+             {u"q:\\Music\\\u00C4rzte\\1: x.mp3"_s, f.Inside(u"away\\\u041C\u0438\u0440\\\U0001F3B5.ogg"_s),
+              u"\\\\server\\share\\y.wav"_s, f.Inside(u"away\\e\u0301 ~!@#$%^&()_+{}[];',.\uF05C`=-.wma"_s)})
+            text += ToPlaylistLine(path) + u"\r\n";
+        text += u"http://radio.example/live/x.mp3\r\n"_s;
+        const QByteArray lines = EncodeText(text);
+        f.Prompts.ExpectPath({}, f.Write(u"away.m3u"_s, lines));
+        f.Trigger("MFileOpen");
+        QCOMPARE(f.Window->ListView1.Count(), 5);
+        f.Prompts.ExpectPath(f.Inside(u"away.m3u"_s), f.Inside(u"again.m3u"_s));
+        f.Trigger("MFileSaveAs");
+        QCOMPARE(f.Read(u"again.m3u"_s), lines);
+    }
+
+    void StopsAtTheLastRow()
+    {
+        MainFixture f;
+        f.Prompts.ExpectPath({}, f.Write(u"short.m3u"_s, "q:\\x.wma\r\n"));
+        f.Trigger("MFileOpen");
+        f.Prompts.ExpectPath({}, f.Write(u"long.m3u"_s, QByteArray("q:\\x.wma\r\n").repeated(Grid::MaxRows + 1)));
+        const QString full = QString::fromLatin1(PlaylistFull().what());
+        f.Prompts.Expect(full, PromptAnswer::Ok);
+        f.Trigger("MFileOpen");
+        QCOMPARE(f.Window->PanelText(1), u"Total: 32767"_s);
+        // What stands there is not the whole file: a save must not go to it unasked.
+        QVERIFY(f.Window->CurrentPlaylistPath.isEmpty() && f.Window->PlaylistDirty && f.Window->windowTitle() == title);
+        f.Prompts.Expect(full, PromptAnswer::Ok);
+        f.Window->Run([&] { f.Window->AddPath(f.Write(u"a.wma"_s, "1"), true); });
+        QCOMPARE(f.Window->PanelText(1), u"Total: 32767"_s);
+    }
+
+    void AddsFoldersFilesAndDrops()
+    {
+        MainFixture f;
+        f.Write(u"tree\\b.wma"_s, "1");
+        f.Write(u"tree\\a.MP3"_s, "no audio");
+        f.Write(u"tree\\deep\\c.wav"_s, "1");
+        f.Write(u"tree\\notes.txt"_s, "1");
+        f.Prompts.ExpectPath(u"Select Folder..."_s, f.Inside(u"tree"_s));
+        f.Trigger("MEditAddDir");
+        QCOMPARE(f.Rows(), u"A B C"_s);
+        QVERIFY(f.Window->PlaylistDirty);
+        f.Prompts.ExpectPath(u"Select Folder..."_s, std::nullopt);
+        QTest::keyClick(f.Window->View(), Qt::Key_Insert);
+        QCOMPARE(f.Rows(), u"A B C"_s);
+        // After a drop of several items the rows of the last one are selected.
+        Q_EMIT f.Window->View()->FilesDropped({f.Write(u"d.wma"_s, "1"), f.Inside(u"tree\\notes.txt"_s),
+                                               f.Write(u"l.m3u"_s, "tree/b.wma\r\ngone.mp3\r\n")});
+        QCOMPARE(f.Rows(), u"a b c d B GONE"_s);
+        QCOMPARE(f.Window->PanelText(1), u"2 Items"_s);
+
+        f.Window->AddPath(f.Write(u"self.m3u"_s, "self.m3u\r\ntree\r\n"), false);
+        QCOMPARE(f.Window->ListView1.Count(), 6);
+        const std::unique_ptr<QMimeData> dragged(f.Window->View()->MakeDragData());
+        QCOMPARE(dragged->urls(), (QList<QUrl>{ToUrl(f.Inside(u"tree\\b.wma"_s)), ToUrl(f.Inside(u"gone.mp3"_s))}));
+    }
+
+    void LinesCountFromTheListsFolder()
+    {
+        MainFixture f;
+        f.Write(u"lists\\a.wma"_s, "1");
+        const QString rooted = f.Inside(u"b.wma"_s).sliced(2);
+        f.Write(u"b.wma"_s, "22");
+        f.Write(u"lists\\sub\\c.wma"_s, "333");
+        const QString list =
+            f.Write(u"lists\\l.m3u"_s, EncodeText(u"a.wma\n"_s + rooted + u"\nQ:gone.mp3\n.\\sub/c.wma\n"));
+        // Whatever becomes of the current directory while the list is read.
+        QTimer::singleShot(0, f.Window.get(), [&f] { SetCurrentDirectory(f.Folder); });
+        f.Prompts.ExpectPath({}, list);
+        f.Trigger("MFileOpen");
+        QStringList paths;
+        for (int row = 1; row <= f.Window->ListView1.Count(); ++row)
+            paths.append(f.Window->ListView1.Item(row).FullPath());
+        QCOMPARE(paths, (QStringList{f.Inside(u"lists\\a.wma"_s), f.Inside(u"b.wma"_s), u"q:\\gone.mp3"_s,
+                                     f.Inside(u"lists\\sub\\c.wma"_s)}));
+        QCOMPARE(f.Window->PanelText(3), u"8 Bytes"_s);
+    }
+
+    void SessionRowsStaySingle()
+    {
+        MainFixture f;
+        f.Settings[u"SSE/V"_s] = u"1"_s;
+        f.Window->RestoreSession({});
+        f.Window->AddPath(f.Write(u"live.mp3.wma"_s, "1"), false);
+        f.Window->AddPath(f.Write(u"l.m3u"_s, "twice.wav.ogg\n"), false);
+        QCOMPARE(f.Rows(), u"live twice twice"_s);
+        for (int start = 0; start < 2; ++start) {
+            f.Window->PlaylistDirty = false;
+            f.Window->close();
+            f.Restart();
+            f.Window->RestoreSession({});
+            QCOMPARE(f.Rows(), u"live twice twice"_s);
+        }
+    }
+};
 
 QTEST_MAIN(MainFileTest)
 #include "MainFileTest.moc"

@@ -23,295 +23,271 @@ class SettingsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void SettingsSurvive();
-    void BadSettingsAreIgnoredOneByOne();
-    void SavingOffKeepsOnlyTheLists();
-    void SessionComesBack();
-    void WindowComesBackOntoAScreen_data();
-    void WindowComesBackOntoAScreen();
-    void ToolsFitTheScreen();
-    void DialogPlaces_data();
-    void DialogPlaces();
-    void LongRunsEndAtEscape();
-};
+    void SettingsSurvive()
+    {
+        MainFixture f;
+        f.Window->RestoreSession({});
+        f.Window->setGeometry(30, 40, 700, 500);
+        f.Trigger("MViewCompact");
+        for (const char *command : {"MHidOptionColumnVis(4)", "MHidOptionToolbarFlat", "MHidOptionToolbar3D",
+                                    "MHidOptionMenuVisible", "MViewTransVal(3)"})
+            f.Trigger(command);
+        f.Window->View()->setColumnWidth(ColumnPath - 1, 321);
+        QFont font(u"Arial"_s, 13, QFont::Bold, true);
+        font.setStrikeOut(true);
+        f.Prompts.ExpectChoice<QFont>(f.Window->View()->font().family(), font);
+        f.Trigger("MHidOptionTableFontChoose");
+        f.Prompts.ExpectPath({}, f.Write(u"l.m3u"_s, "gone.wma\r\n"));
+        f.Trigger("MFileOpen");
+        f.Window->close();
+        const QMap<QString, QString> stored = f.Settings;
+        const auto wanted =
+            u"PS/W=10500 PS/H=7500 PS/L=450 PS/T=600 VE/TA=1 VE/SA=0 VE/TRANS=3 ToolB/Flat=False ToolB/3D=True "
+            u"ToolB/Align=2 Menu/Visible=False TableB/BCD=False TableB/BC=64 TableB/FCD=False TableB/FC=255 "
+            u"TableB/TV1=200 "
+            u"TableB/TV4=321 TableB/TV5=0 TableB/TX4=True TableB/TX5=False TableB/TX9=True TableFont/Default=False "
+            u"TableFont/Name=Arial TableFont/Size=13 TableFont/Bold=True TableFont/Italic=True "
+            u"TableFont/Strikethrough=True TableFont/Underline=False RF/2= SSE/V=1"_s;
+        for (const QString &line : wanted.split(u' ')) {
+            const QString key = line.section(u'=', 0, 0);
+            QCOMPARE(key + u'=' + stored[key], line);
+        }
+        QCOMPARE(stored[u"RF/1"_s], u"1: "_s + f.Inside(u"l.m3u"_s));
+        QCOMPARE(stored[u"RF/Wkdir"_s], f.Folder);
 
-void SettingsTest::SettingsSurvive()
-{
-    MainFixture f;
-    f.Window->RestoreSession({});
-    f.Window->setGeometry(30, 40, 700, 500);
-    f.Trigger("MViewCompact");
-    for (const char *command : {"MHidOptionColumnVis(4)", "MHidOptionToolbarFlat", "MHidOptionToolbar3D",
-                                "MHidOptionMenuVisible", "MViewTransVal(3)"})
-        f.Trigger(command);
-    f.Window->View()->setColumnWidth(ColumnPath - 1, 321);
-    QFont font(u"Arial"_s, 13, QFont::Bold, true);
-    font.setStrikeOut(true);
-    f.Prompts.ExpectChoice<QFont>(f.Window->View()->font().family(), font);
-    f.Trigger("MHidOptionTableFontChoose");
-    f.Prompts.ExpectPath({}, f.Write(u"l.m3u"_s, "gone.wma\r\n"));
-    f.Trigger("MFileOpen");
-    f.Window->close();
-    const QMap<QString, QString> stored = f.Settings;
-    const auto wanted =
-        u"PS/W=10500 PS/H=7500 PS/L=450 PS/T=600 VE/TA=1 VE/SA=0 VE/TRANS=3 ToolB/Flat=False ToolB/3D=True "
-        u"ToolB/Align=2 Menu/Visible=False TableB/BCD=False TableB/BC=64 TableB/FCD=False TableB/FC=255 TableB/TV1=200 "
-        u"TableB/TV4=321 TableB/TV5=0 TableB/TX4=True TableB/TX5=False TableB/TX9=True TableFont/Default=False "
-        u"TableFont/Name=Arial TableFont/Size=13 TableFont/Bold=True TableFont/Italic=True "
-        u"TableFont/Strikethrough=True TableFont/Underline=False RF/2= SSE/V=1"_s;
-    for (const QString &line : wanted.split(u' ')) {
-        const QString key = line.section(u'=', 0, 0);
-        QCOMPARE(key + u'=' + stored[key], line);
-    }
-    QCOMPARE(stored[u"RF/1"_s], u"1: "_s + f.Inside(u"l.m3u"_s));
-    QCOMPARE(stored[u"RF/Wkdir"_s], f.Folder);
-
-    f.Restart();
-    f.Window->RestoreSession({});
-    f.Window->show();
-    QVERIFY(!f.Window->menuBar()->isVisible() && f.Bar("Toolbar1")->y() > f.Window->View()->y());
-    QVERIFY(!f.Bar("Toolbar1")->findChild<QToolButton *>(u"MFileNew"_s)->autoRaise() &&
-            !f.Bar("StatusBar1")->isVisible());
-    QVERIFY(f.Window->View()->isColumnHidden(ColumnID - 1) && f.Window->windowOpacity() < 0.9);
-    QCOMPARE(f.Window->View()->palette().color(QPalette::Text), QColor(255, 0, 0));
-    f.Window->close();
-    QCOMPARE(f.Settings, stored);
-    f.Restart();
-    f.Window->RestoreSession({});
-    f.Trigger("MViewNormal");
-    // What is stored of a maximized or minimized window is its normal place.
-    f.Window->showMaximized();
-    f.Window->close();
-    QCOMPARE(f.Settings[u"PS/W"_s], u"10500"_s);
-    QCOMPARE(f.Settings[u"TableB/BC"_s], u"-2147483643"_s);
-    QCOMPARE(f.Settings[u"TableB/FC"_s], u"-2147483640"_s);
-}
-
-void SettingsTest::BadSettingsAreIgnoredOneByOne()
-{
-    MainFixture f;
-    const QSize first = f.Window->size();
-    f.Settings = {{u"PS/H"_s, u"400"_s},          {u"PS/W"_s, u"9000"_s},     {u"VE/TA"_s, u"rubbish"_s},
-                  {u"VE/SA"_s, u"0"_s},           {u"TableB/TV1"_s, u"-7"_s}, {u"TableB/TV2"_s, u"77"_s},
-                  {u"TableFont/Size"_s, u"97"_s}, {u"VE/TRANS"_s, u"99"_s},   {u"ToolB/Align"_s, u"5"_s},
-                  {u"RF/Wkdir"_s, u"q:\\none"_s}};
-    f.Window->RestoreSession({});
-    QCOMPARE(f.Window->size(), QSize(600, first.height()));
-    QVERIFY(f.Window->Command("MViewToolbar")->isChecked() && !f.Window->Command("MViewStatusBar")->isChecked());
-    QCOMPARE(f.Window->View()->columnWidth(ColumnFileName - 1), 200);
-    QCOMPARE(f.Window->View()->columnWidth(ColumnTime - 1), 77);
-    QCOMPARE(f.Window->View()->font().pointSize(), 8);
-    QCOMPARE(f.Window->windowOpacity(), 1.0);
-    QCOMPARE(CurrentDirectory(), f.Folder);
-
-    const QPalette system = QApplication::palette(f.Window->View());
-    const QColor base = system.color(QPalette::Base);
-    // The mark of a colour, its number, and what is shown, with a star when its Default is checked.
-    const std::tuple<QString, QString, QString> colours[] = {
-        {u"False"_s, u"64"_s, u"#400000"_s},
-        {u"False"_s, u"16777215"_s, u"#ffffff"_s},
-        {u"False"_s, u"-2147483640"_s, system.color(QPalette::Text).name()},
-        {u"False"_s, u"-2147483643"_s, base.name()},
-        {u"False"_s, u"blue"_s, base.name() + u'*'},
-        {u"False"_s, u"16777216"_s, base.name() + u'*'},
-        {u"False"_s, u"-1"_s, base.name() + u'*'},
-        {u"rubbish"_s, u"64"_s, base.name() + u'*'},
-        {u"True"_s, u"64"_s, base.name() + u'*'},
-    };
-    for (const auto &[mark, number, shown] : colours) {
-        f.Settings = {{u"TableB/BCD"_s, mark},
-                      {u"TableB/BC"_s, number},
-                      {u"TableB/FCD"_s, u"False"_s},
-                      {u"TableB/FC"_s, u"255"_s}};
         f.Restart();
         f.Window->RestoreSession({});
-        const bool isDefault = f.Window->Command("MHidOptionTableBCDefault")->isChecked();
-        const QPalette palette = f.Window->View()->palette();
-        QCOMPARE(number + palette.color(QPalette::Base).name() + (isDefault ? u"*" : u""), number + shown);
-        QCOMPARE(palette.color(QPalette::Text), QColor(255, 0, 0));
+        f.Window->show();
+        QVERIFY(!f.Window->menuBar()->isVisible() && f.Bar("Toolbar1")->y() > f.Window->View()->y());
+        QVERIFY(!f.Bar("Toolbar1")->findChild<QToolButton *>(u"MFileNew"_s)->autoRaise() &&
+                !f.Bar("StatusBar1")->isVisible());
+        QVERIFY(f.Window->View()->isColumnHidden(ColumnID - 1) && f.Window->windowOpacity() < 0.9);
+        QCOMPARE(f.Window->View()->palette().color(QPalette::Text), QColor(255, 0, 0));
+        f.Window->close();
+        QCOMPARE(f.Settings, stored);
+        f.Restart();
+        f.Window->RestoreSession({});
+        f.Trigger("MViewNormal");
+        // What is stored of a maximized or minimized window is its normal place.
+        f.Window->showMaximized();
+        f.Window->close();
+        QCOMPARE(f.Settings[u"PS/W"_s], u"10500"_s);
+        QCOMPARE(f.Settings[u"TableB/BC"_s], u"-2147483643"_s);
+        QCOMPARE(f.Settings[u"TableB/FC"_s], u"-2147483640"_s);
     }
-}
 
-void SettingsTest::SavingOffKeepsOnlyTheLists()
-{
-    MainFixture f;
-    f.Window->RestoreSession({});
-    f.AddRows({1});
-    const QByteArray session = f.Read(u"app\\tmp.m3u"_s);
-    f.Trigger("MToolsSaveSetting");
-    f.Window->resize(555, 444);
-    f.Window->close();
-    QCOMPARE(f.Settings[u"SSE/V"_s], u"0"_s);
-    QVERIFY(!f.Settings.contains(u"PS/W"_s));
-    QCOMPARE(f.Read(u"app\\tmp.m3u"_s), session);
-    f.Settings[u"PS/W"_s] = u"9000"_s;
-    const QString shortcut = f.Write(u"here.url"_s, "x");
-    f.Settings[u"SH/1"_s] = f.Inside(u"gone.url"_s);
-    f.Settings[u"SH/2"_s] = shortcut;
-    f.Restart();
-    f.Window->RestoreSession({});
-    QVERIFY(!f.Window->Command("MToolsSaveSetting")->isChecked());
-    QVERIFY(f.Window->width() != 600);
-    f.Window->close();
-    // What has gone vanishes with the next save, and the rest closes ranks.
-    QCOMPARE(f.Settings[u"SH/1"_s], shortcut);
-    QCOMPARE(f.Settings[u"SH/2"_s], QString());
-}
-
-void SettingsTest::SessionComesBack()
-{
-    MainFixture f;
-    f.Player = u"c:\\Programs\\Winamp\\Winamp.exe"_s;
-    f.Window->RestoreSession({});
-    QCOMPARE(f.Read(u"app\\tmp.m3u"_s), QByteArray("#\r\n"));
-    const auto bookmarkLines = [&] {
-        const QList<QAction *> lines = f.Window->findChild<QMenu *>(u"MTools"_s)->actions();
-        const qsizetype place = lines.indexOf(f.Window->Command("MToolsWinamp"));
-        return int(lines[place]->isVisible()) + int(lines[place - 1]->isSeparator() && lines[place - 1]->isVisible());
-    };
-    QCOMPARE(bookmarkLines(), 2);
-    f.AddRows({1, 2});
-    f.Window->close();
-    QCOMPARE(f.Settings[u"RF/W"_s], u"c:\\Programs\\Winamp\\winamp.bm"_s);
-    f.Player.clear();
-    f.Restart();
-    f.Window->RestoreSession({});
-    QCOMPARE(f.Rows(), u"a b"_s);
-    QVERIFY(!f.Window->PlaylistDirty && f.Window->CurrentPlaylistPath.isEmpty());
-    QCOMPARE(bookmarkLines(), 0);
-    f.Restart();
-    f.Window->RestoreSession(f.Write(u"a b\\x.m3u"_s, "../b.wma\r\n"));
-    QCOMPARE(f.Rows(), u"b"_s);
-    QVERIFY(!f.Window->PlaylistDirty);
-    QCOMPARE(f.Window->windowTitle(), u"[Vantrel] M3U Playlist Editor v2.0 "_s);
-}
-
-void SettingsTest::WindowComesBackOntoAScreen_data()
-{
-    QTest::addColumn<QRect>("stored");
-    QTest::addColumn<bool>("stays");
-    QTest::newRow("whole") << QRect(100, 150, 420, 300) << true;
-    QTest::newRow("over both screens") << QRect(600, 100, 420, 150) << true;
-    QTest::newRow("whole at 200 %") << QRect(808, 100, 385, 190) << true;
-    QTest::newRow("off all screens") << QRect(5000, 150, 420, 300) << false;
-    QTest::newRow("cut by an edge") << QRect(300, 600, 420, 300) << false;
-    QTest::newRow("cut at 200 %") << QRect(1000, 200, 385, 250) << false;
-    QTest::newRow("larger than all") << QRect(50, 60, 3000, 2000) << false;
-}
-
-void SettingsTest::WindowComesBackOntoAScreen()
-{
-    QFETCH(QRect, stored);
-    QFETCH(bool, stays);
-    MainFixture f;
-    for (const auto &[key, value] : {std::pair{u"L"_s, stored.left()},
-                                     {u"T"_s, stored.top()},
-                                     {u"W"_s, stored.width()},
-                                     {u"H"_s, stored.height()}})
-        f.Settings[u"PS/"_s + key] = QString::number(value * 15);
-    f.Show();
-    f.Window->RestoreSession({});
-    if (stays) {
-        QCOMPARE(f.Window->geometry(), stored);
-        return;
-    }
-    const QList<QScreen *> screens = QGuiApplication::screens();
-    const auto screen = std::find_if(screens.begin(), screens.end(), [&](const QScreen *each) {
-        return each->availableGeometry().contains(f.Window->frameGeometry());
-    });
-    QVERIFY(screen != screens.end());
-    QCOMPARE(f.Window->size(), stored.size().boundedTo(f.Window->Room().size()));
-    QVERIFY(stored.left() != 1000 || *screen == screens.last());
-}
-
-void SettingsTest::ToolsFitTheScreen()
-{
-    FormDriver d;
-    d.F.Window->setGeometry(50, 100, 500, 400);
-    d.F.Show();
-    d.F.AddRows({1});
-    const auto open = [&] {
-        d.OpenTool("MEditId3", "Id3Info", {1});
-        QVERIFY(d.F.Window->screen()->availableGeometry().contains(d.Form->frameGeometry()));
-    };
-    open();
-    QCOMPARE(d.Form->findChild<QScrollArea *>(u"FormScroller"_s), nullptr);
-    const QSize natural = d.Form->size();
-    // A size that the user gave it stays, unless the screen has no room for it any more.
-    d.Form->resize(natural + QSize(30, 20));
-    QTest::keyClick(d.Form, Qt::Key_Escape);
-    open();
-    QCOMPARE(d.Form->size(), natural + QSize(30, 20));
-    QTest::keyClick(d.Form, Qt::Key_Escape);
-    d.F.Window->setGeometry(820, 60, 360, 200);
-    open();
-    auto *scroller = d.Form->findChild<QScrollArea *>(u"FormScroller"_s);
-    QVERIFY(scroller != nullptr);
-    QTRY_VERIFY(scroller->verticalScrollBar()->isVisible());
-    scroller->ensureWidgetVisible(d.At("CmdClose"));
-    d.Click("CmdClose");
-    QVERIFY(!d.Form->isVisible());
-    d.F.Window->setGeometry(50, 100, 500, 400);
-    open();
-    QTRY_VERIFY(!scroller->verticalScrollBar()->isVisible() && !scroller->horizontalScrollBar()->isVisible());
-}
-
-void SettingsTest::DialogPlaces_data()
-{
-    QTest::addColumn<QRect>("main");
-    QTest::addColumn<QPoint>("place");
-    QTest::newRow("left of it") << QRect(400, 100, 300, 500) << QPoint(200, 500);
-    QTest::newRow("right of it") << QRect(100, 100, 300, 500) << QPoint(400, 500);
-    QTest::newRow("beyond the bottom") << QRect(400, 400, 300, 700) << QPoint(200, 400);
-    QTest::newRow("too wide, centred") << QRect(300, 100, 401, 500) << QPoint(400, 300);
-    QTest::newRow("too high, centred") << QRect(300, 0, 300, 834) << QPoint(350, 367);
-}
-
-void SettingsTest::DialogPlaces()
-{
-    QFETCH(QRect, main);
-    QTEST(PlaceDialog(main, {200, 100}, {1000, 1000}), "place");
-}
-
-void SettingsTest::LongRunsEndAtEscape()
-{
-    QWidget window;
-    QProgressBar bar(&window);
-    QLabel label(&window);
-    QCheckBox box(&window);
-    QShortcut shortcut(Qt::ALT | Qt::Key_B, &window);
-    int shortcuts = 0;
-    connect(&shortcut, &QShortcut::activated, this, [&] { ++shortcuts; });
-    box.setGeometry(0, 50, 100, 20);
-    window.show();
-    window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    const auto disturb = [&] {
-        QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(8, 10));
-        QTest::keyClick(&window, Qt::Key_B, Qt::AltModifier);
-    };
+    void BadSettingsAreIgnoredOneByOne()
     {
-        LongRun run(&bar, &label);
-        const Progress progress = run.AsProgress();
-        progress.SetText(u"z:\\music"_s);
-        QCOMPARE(label.text(), u"z:\\music"_s);
-        progress.SetLimits(10, 500);
-        disturb();
-        window.close();
-        progress.SetValue(499);
-        QVERIFY(!box.isChecked() && shortcuts == 0 && window.isVisible() && !progress.Stopped() && !run.Stopped());
-        QTest::keyClick(&window, Qt::Key_Escape);
-        QVERIFY(progress.Stopped() && run.Stopped());
-        progress.SetText(u"z:\\last"_s);
-        progress.SetValue(500);
-        QCOMPARE(QString::number(bar.minimum()) + u' ' + QString::number(bar.value()) + u' ' + label.text(),
-                 u"10 500 z:\\last"_s);
+        MainFixture f;
+        const QSize first = f.Window->size();
+        f.Settings = {{u"PS/H"_s, u"400"_s},          {u"PS/W"_s, u"9000"_s},     {u"VE/TA"_s, u"rubbish"_s},
+                      {u"VE/SA"_s, u"0"_s},           {u"TableB/TV1"_s, u"-7"_s}, {u"TableB/TV2"_s, u"77"_s},
+                      {u"TableFont/Size"_s, u"97"_s}, {u"VE/TRANS"_s, u"11"_s},   {u"ToolB/Align"_s, u"5"_s},
+                      {u"RF/Wkdir"_s, u"q:\\none"_s}};
+        f.Window->RestoreSession({});
+        QCOMPARE(f.Window->size(), QSize(600, first.height()));
+        QVERIFY(f.Window->Command("MViewToolbar")->isChecked() && !f.Window->Command("MViewStatusBar")->isChecked());
+        QCOMPARE(f.Window->View()->columnWidth(ColumnFileName - 1), 200);
+        QCOMPARE(f.Window->View()->columnWidth(ColumnTime - 1), 77);
+        QCOMPARE(f.Window->View()->font().pointSize(), 8);
+        QCOMPARE(f.Window->windowOpacity(), 1.0);
+        QCOMPARE(CurrentDirectory(), f.Folder);
+
+        const QPalette system = QApplication::palette(f.Window->View());
+        const QColor base = system.color(QPalette::Base);
+        // The mark of a colour, its number, and what is shown, with a star when its Default is checked.
+        const std::tuple<QString, QString, QString> colours[] = {
+            {u"False"_s, u"64"_s, u"#400000"_s},
+            {u"False"_s, u"16777215"_s, u"#ffffff"_s},
+            {u"False"_s, u"-2147483640"_s, system.color(QPalette::Text).name()},
+            {u"False"_s, u"-2147483643"_s, base.name()},
+            {u"False"_s, u"blue"_s, base.name() + u'*'},
+            {u"False"_s, u"16777216"_s, base.name() + u'*'},
+            {u"False"_s, u"-1"_s, base.name() + u'*'},
+            {u"rubbish"_s, u"64"_s, base.name() + u'*'},
+            {u"True"_s, u"64"_s, base.name() + u'*'},
+        };
+        for (const auto &[mark, number, shown] : colours) {
+            f.Settings = {{u"TableB/BCD"_s, mark},
+                          {u"TableB/BC"_s, number},
+                          {u"TableB/FCD"_s, u"False"_s},
+                          {u"TableB/FC"_s, u"255"_s}};
+            f.Restart();
+            f.Window->RestoreSession({});
+            const bool isDefault = f.Window->Command("MHidOptionTableBCDefault")->isChecked();
+            const QPalette palette = f.Window->View()->palette();
+            QCOMPARE(number + palette.color(QPalette::Base).name() + (isDefault ? u"*" : u""), number + shown);
+            QCOMPARE(palette.color(QPalette::Text), QColor(255, 0, 0));
+        }
     }
-    disturb();
-    QVERIFY(box.isChecked() && shortcuts == 1);
-    // A run that shows neither runs all the same.
-    LongRun(nullptr, nullptr).AsProgress().SetLimits(0, 1);
-}
+
+    void SavingOffKeepsOnlyTheLists()
+    {
+        MainFixture f;
+        f.Window->RestoreSession({});
+        f.AddRows({1});
+        const QByteArray session = f.Read(u"app\\tmp.m3u"_s);
+        f.Trigger("MToolsSaveSetting");
+        f.Window->resize(555, 444);
+        f.Window->close();
+        QCOMPARE(f.Settings[u"SSE/V"_s], u"0"_s);
+        QVERIFY(!f.Settings.contains(u"PS/W"_s));
+        QCOMPARE(f.Read(u"app\\tmp.m3u"_s), session);
+        f.Settings[u"PS/W"_s] = u"9000"_s;
+        const QString shortcut = f.Write(u"here.url"_s, "x");
+        f.Settings[u"SH/1"_s] = f.Inside(u"gone.url"_s);
+        f.Settings[u"SH/2"_s] = shortcut;
+        f.Restart();
+        f.Window->RestoreSession({});
+        QVERIFY(!f.Window->Command("MToolsSaveSetting")->isChecked());
+        QVERIFY(f.Window->width() != 600);
+        f.Window->close();
+        // What has gone vanishes with the next save, and the rest closes ranks.
+        QCOMPARE(f.Settings[u"SH/1"_s], shortcut);
+        QCOMPARE(f.Settings[u"SH/2"_s], QString());
+    }
+
+    void SessionComesBack()
+    {
+        MainFixture f;
+        f.Player = u"c:\\Programs\\Winamp\\Winamp.exe"_s;
+        f.Window->RestoreSession({});
+        QCOMPARE(f.Read(u"app\\tmp.m3u"_s), QByteArray("#\r\n"));
+        const auto bookmarkLines = [&] {
+            const QList<QAction *> lines = f.Window->findChild<QMenu *>(u"MTools"_s)->actions();
+            const qsizetype place = lines.indexOf(f.Window->Command("MToolsWinamp"));
+            return int(lines[place]->isVisible()) +
+                   int(lines[place - 1]->isSeparator() && lines[place - 1]->isVisible());
+        };
+        QCOMPARE(bookmarkLines(), 2);
+        f.AddRows({1, 2});
+        f.Window->close();
+        QCOMPARE(f.Settings[u"RF/W"_s], u"c:\\Programs\\Winamp\\winamp.bm"_s);
+        f.Player.clear();
+        f.Restart();
+        f.Window->RestoreSession({});
+        QCOMPARE(f.Rows(), u"a b"_s);
+        QVERIFY(!f.Window->PlaylistDirty && f.Window->CurrentPlaylistPath.isEmpty());
+        QCOMPARE(bookmarkLines(), 0);
+        f.Restart();
+        f.Window->RestoreSession(f.Write(u"a b\\x.m3u"_s, "../b.wma\r\n"));
+        QCOMPARE(f.Rows(), u"b"_s);
+        QVERIFY(!f.Window->PlaylistDirty);
+        QCOMPARE(f.Window->windowTitle(), u"[Vantrel] M3U Playlist Editor v2.0 "_s);
+    }
+
+    void WindowComesBackOntoAScreen()
+    {
+        // Whole, over both screens, at 200 %; then off all screens, cut by an edge, by one at 200 %, larger than all.
+        for (const auto &[stored, stays] : {std::pair{QRect(100, 150, 420, 300), true},
+                                            {QRect(600, 100, 420, 150), true},
+                                            {QRect(808, 100, 385, 190), true},
+                                            {QRect(5000, 150, 420, 300), false},
+                                            {QRect(300, 600, 420, 300), false},
+                                            {QRect(1000, 200, 385, 250), false},
+                                            {QRect(50, 60, 3000, 2000), false}}) {
+            MainFixture f;
+            for (const auto &[key, value] :
+                 {std::pair{'L', stored.left()}, {'T', stored.top()}, {'W', stored.width()}, {'H', stored.height()}})
+                f.Settings[u"PS/"_s + QLatin1Char(key)] = QString::number(value * 15);
+            f.Show();
+            f.Window->RestoreSession({});
+            const QList<QScreen *> screens = QGuiApplication::screens();
+            const auto screen = std::find_if(screens.begin(), screens.end(), [&](const QScreen *each) {
+                return each->availableGeometry().contains(f.Window->frameGeometry());
+            });
+            if (stays) {
+                QCOMPARE(f.Window->geometry(), stored);
+                continue;
+            }
+            QVERIFY(screen != screens.end() && (stored.left() != 1000 || *screen == screens.last()));
+            QCOMPARE(f.Window->size(), stored.size().boundedTo(f.Window->Room().size()));
+        }
+    }
+
+    void ToolsFitTheScreen()
+    {
+        FormDriver d;
+        d.F.Window->setGeometry(50, 100, 500, 400);
+        d.F.Show();
+        d.F.AddRows({1});
+        const auto open = [&] {
+            d.OpenTool("MEditId3", "Id3Info", {1});
+            QVERIFY(d.F.Window->screen()->availableGeometry().contains(d.Form->frameGeometry()));
+        };
+        open();
+        QCOMPARE(d.Form->findChild<QScrollArea *>(u"FormScroller"_s), nullptr);
+        const QSize natural = d.Form->size();
+        // A size that the user gave it stays, unless the screen has no room for it any more.
+        d.Form->resize(natural + QSize(30, 20));
+        QTest::keyClick(d.Form, Qt::Key_Escape);
+        open();
+        QCOMPARE(d.Form->size(), natural + QSize(30, 20));
+        QTest::keyClick(d.Form, Qt::Key_Escape);
+        d.F.Window->setGeometry(820, 60, 360, 200);
+        open();
+        auto *scroller = d.Form->findChild<QScrollArea *>(u"FormScroller"_s);
+        QVERIFY(scroller != nullptr);
+        QTRY_VERIFY(scroller->verticalScrollBar()->isVisible());
+        scroller->ensureWidgetVisible(d.At("CmdClose"));
+        d.Click("CmdClose");
+        QVERIFY(!d.Form->isVisible());
+        d.F.Window->setGeometry(50, 100, 500, 400);
+        open();
+        QTRY_VERIFY(!scroller->verticalScrollBar()->isVisible() && !scroller->horizontalScrollBar()->isVisible());
+    }
+
+    void DialogsStandBesideTheWindow()
+    {
+        // Left of it, right of it, beyond the bottom, and centred over a window that is too wide or too high.
+        for (const auto &[main, place] : {std::pair{QRect(400, 100, 300, 500), QPoint(200, 500)},
+                                          {QRect(100, 100, 300, 500), QPoint(400, 500)},
+                                          {QRect(400, 400, 300, 700), QPoint(200, 400)},
+                                          {QRect(300, 100, 401, 500), QPoint(400, 300)},
+                                          {QRect(300, 0, 300, 834), QPoint(350, 367)}})
+            QCOMPARE(PlaceDialog(main, {200, 100}, {1000, 1000}), place);
+    }
+
+    void LongRunsEndAtEscape()
+    {
+        QWidget window;
+        QProgressBar bar(&window);
+        QLabel label(&window);
+        QCheckBox box(&window);
+        QShortcut shortcut(Qt::ALT | Qt::Key_B, &window);
+        int shortcuts = 0;
+        connect(&shortcut, &QShortcut::activated, this, [&] { ++shortcuts; });
+        box.setGeometry(0, 50, 100, 20);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        const auto disturb = [&] {
+            QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(8, 10));
+            QTest::keyClick(&window, Qt::Key_B, Qt::AltModifier);
+        };
+        {
+            LongRun run(&bar, &label);
+            const Progress progress = run.AsProgress();
+            progress.SetText(u"z:\\music"_s);
+            QCOMPARE(label.text(), u"z:\\music"_s);
+            progress.SetLimits(10, 500);
+            disturb();
+            window.close();
+            progress.SetValue(499);
+            QVERIFY(!box.isChecked() && shortcuts == 0 && window.isVisible() && !progress.Stopped() && !run.Stopped());
+            QTest::keyClick(&window, Qt::Key_Escape);
+            QVERIFY(progress.Stopped() && run.Stopped());
+            progress.SetText(u"z:\\last"_s);
+            progress.SetValue(500);
+            QCOMPARE(QString::number(bar.minimum()) + u' ' + QString::number(bar.value()) + u' ' + label.text(),
+                     u"10 500 z:\\last"_s);
+        }
+        disturb();
+        QVERIFY(box.isChecked() && shortcuts == 1);
+        // A run that shows neither runs all the same.
+        LongRun(nullptr, nullptr).AsProgress().SetLimits(0, 1);
+    }
+};
 
 int main(int argc, char **argv)
 {
