@@ -91,9 +91,41 @@ GridView::GridView(Grid *shownGrid, QWidget *parent) : QTreeView(parent), grid(s
         if (current.row() + 1 != grid->FocusedRow())
             grid->SetFocusedRow(current.row() + 1);
     });
+    ConnectHeader();
+}
+
+void GridView::ConnectHeader()
+{
+    header()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header(), &QHeaderView::sectionClicked, this, [this](int section) { Q_EMIT HeaderClicked(section + 1); });
     connect(header(), &QHeaderView::sectionResized, this,
             [this](int section, int, int size) { grid->ColumnWidths[static_cast<std::size_t>(section)] = size; });
+    connect(header(), &QHeaderView::customContextMenuRequested, this, [this](const QPoint &position) {
+        Q_EMIT HeaderMenuRequested(header()->viewport()->mapToGlobal(position));
+    });
+    // A click turns the mark round, whatever comes of the click.
+    connect(header(), &QHeaderView::sortIndicatorChanged, this, &GridView::MarkSortedColumn);
+    const auto unsorted = [this] { ShowSorted(0, Qt::AscendingOrder); };
+    connect(grid, &Grid::layoutChanged, this, unsorted);
+    connect(grid, &Grid::rowsInserted, this, unsorted);
+    connect(grid, &Grid::modelReset, this, [this, unsorted] {
+        if (grid->Count() == 0)
+            unsorted();
+    });
+}
+
+void GridView::ShowSorted(int column, Qt::SortOrder order)
+{
+    sortedColumn = column;
+    sortedOrder = order;
+    MarkSortedColumn();
+}
+
+void GridView::MarkSortedColumn()
+{
+    const QSignalBlocker quiet(header());
+    header()->setSortIndicatorShown(sortedColumn > 0);
+    header()->setSortIndicator(sortedColumn - 1, sortedOrder);
 }
 
 void GridView::ApplyColumnWidths()

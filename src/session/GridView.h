@@ -17,6 +17,8 @@ public:
     /// Brings the header to the grid's column widths; a width of 0 hides the column.
     void ApplyColumnWidths();
     void MakeVisible(int row);
+    /// Marks the column (from 1) that the rows are sorted by, until they come into another order or new ones come.
+    void ShowSorted(int column, Qt::SortOrder order);
     /// Scrolls up or down only: a click on a column that is cut must not move the others away.
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles = {}) override;
@@ -32,6 +34,7 @@ Q_SIGNALS:
     /// Right after Clicked.
     void MenuRequested(const QPoint &globalPosition);
     void HeaderClicked(int column);
+    void HeaderMenuRequested(const QPoint &globalPosition);
     /// Inside paths, in the order dropped.
     void FilesDropped(const QStringList &paths);
 
@@ -54,10 +57,15 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void ConnectHeader();
+    void MarkSortedColumn();
     void MoveFocus(QKeyEvent *event);
     bool AcceptsDrop(const QDropEvent *event) const;
     RowSelectionModel::Mirror MirrorRowAt(const QMouseEvent *event);
 
     Grid *grid;
     RowSelectionModel *rowSelection;
+    /// From 1; 0 for none.
+    int sortedColumn = 0;
+    Qt::SortOrder sortedOrder = Qt::AscendingOrder;
 };

@@ -51,12 +51,14 @@ void Main::BuildGrid()
     std::copy_n(ListView1.ColumnWidths.begin(), ColumnWidthDefaults.size(), ColumnWidthDefaults.begin());
     GridFontDefaultName = view->font().family();
     view->setFont(DefaultGridFont());
-    connect(view, &GridView::Clicked, this, [this] { Run([this] { ListView1_Click(); }); });
+    connect(view, &GridView::Clicked, this, &Main::RefreshUnlessRunning);
     connect(view, &GridView::EnterPressed, this, [this] { Run([this] { PrevM3U(PreviewSelected); }); });
     connect(view, &GridView::InsertPressed, this, [this] { Run([this] { MEditAddDir_Click(); }); });
     connect(view, &GridView::HeaderClicked, this, [this](int column) { Run([&] { AskAndSort(column); }); });
     connect(view, &GridView::FilesDropped, this, [this](const QStringList &paths) { Run([&] { DropFiles(paths); }); });
     connect(view, &GridView::MenuRequested, this, [this](const QPoint &position) { menus["MEdit"]->popup(position); });
+    connect(view, &GridView::HeaderMenuRequested, this,
+            [this](const QPoint &position) { menus["MHidOptionColumns"]->popup(position); });
 }
 
 QAction *Main::MakeCommand(const MenuEntry &entry, int index)
@@ -131,6 +133,9 @@ void Main::BuildMenus()
     }
     for (const char *name : {"MFile", "MEdit", "MView", "MTools", "MHelp"})
         menuBar()->addMenu(menus[name]);
+    // What a right click on the toolbar brings up can be reached while there is no toolbar too.
+    menus["MView"]->addSeparator();
+    menus["MView"]->addMenu(menus["MHidOption"]);
     ShowRecentFiles();
 }
 
@@ -266,8 +271,17 @@ void Main::Run(const std::function<void()> &command)
     if (running)
         return;
     running = true;
+    if (answered)
+        ShowMessage({});
+    answered = false;
     const auto stop = qScopeGuard([this] { running = false; });
     Attempt(command);
+}
+
+void Main::RefreshUnlessRunning()
+{
+    if (!running)
+        Attempt([this] { ListView1_Click(); });
 }
 
 void Main::Attempt(const std::function<void()> &command)

@@ -97,6 +97,8 @@ public:
     QString PanelText(int panel) const;
     /// Panel 4, painted at once.
     void ShowMessage(const QString &text);
+    /// Says there what was done; the next command takes it away.
+    void Answer(const QString &text);
     GridView *View() const { return view; }
     const Host &World() const { return host; }
 
@@ -197,6 +199,8 @@ private:
     /// Row numbers: selects rows first + 1 to last; first is increased by one in the caller's variable.
     void SelectRange(int &first, int last);
     void DropFiles(const QStringList &paths);
+    /// Tells how many rows have come since there were so many.
+    void AnswerAdded(int before);
     QMimeData *MakeDragData();
     /// Adds a row for each entry of FileArray; minimum is that of the progress bar, relative entries count from the
     /// folder.
@@ -219,6 +223,8 @@ private:
     void EnableCommands(const PlaylistTotals &totals);
     void SetPanel(int panel, const QString &text);
 
+    /// What a click or a key in the list brings; it is no command.
+    void RefreshUnlessRunning();
     void AskAndSort(int column);
     /// Runs a command that moves rows, brings the last moved one into view, and refreshes.
     RowMove MoveRows(const std::function<RowMove(Grid &)> &command);
@@ -270,6 +276,8 @@ private:
     /// Paths of the recent files, the first one the newest; empty texts behind the last.
     QStringList recentFiles;
     bool running = false;
+    /// Panel 4 says what the last command did.
+    bool answered = false;
     /// The session has been restored, so it is stored when the window closes.
     bool keepsSession = false;
     bool batchOfDrop = false;

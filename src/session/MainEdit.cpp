@@ -127,8 +127,15 @@ void Main::DropFiles(const QStringList &paths)
         batchOfDrop = false;
         ListView1_Click();
     });
+    const int before = ListView1.Count();
     for (const QString &path : paths)
         AddPath(path, true);
+    AnswerAdded(before);
+}
+
+void Main::AnswerAdded(int before)
+{
+    Answer(u"Added "_s + CountedItems(ListView1.Count() - before));
 }
 
 QMimeData *Main::MakeDragData()
@@ -153,16 +160,22 @@ void Main::MEditAddDir_Click()
 {
     const Hourglass hourglass(this);
     const QString folder = BrowseForFolder(u"Select Folder..."_s, true);
-    if (!folder.isEmpty())
+    if (!folder.isEmpty()) {
+        const int before = ListView1.Count();
         AddPath(folder, true);
+        AnswerAdded(before);
+    }
     ListView1_Click();
 }
 
 void Main::MEditRemove_Click()
 {
     const Hourglass hourglass(view);
-    if (ListView1.RemoveIf([](const PlaylistItem &item) { return item.Selected; }) > 0)
+    const int removed = ListView1.RemoveIf([](const PlaylistItem &item) { return item.Selected; });
+    if (removed > 0) {
         PlaylistDirty = true;
+        Answer(u"Removed "_s + CountedItems(removed));
+    }
     ListView1_Click();
 }
 

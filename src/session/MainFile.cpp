@@ -76,6 +76,8 @@ bool Main::OpenPlaylist(bool isImport)
         OpenReplacing(*chosen);
     }
     MEditSelNone_Click();
+    if (isImport)
+        AnswerAdded(before);
     return ListView1.Count() > before;
 }
 
@@ -184,6 +186,7 @@ bool Main::WritePlaylist(const QString &target)
     SetCurrentPlaylist(target);
     UpdateRecentFiles(target);
     PlaylistDirty = false;
+    Answer(u"Saved "_s + CountedItems(FileArray.size()));
     return true;
 }
 

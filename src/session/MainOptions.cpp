@@ -46,7 +46,7 @@ void Main::CustomizeToolbar1()
     // The toolbar keeps its look by itself, whether or not the settings are saved at the end.
     connect(dialog, &CustomizeToolbar::Changed, this,
             [this] { host.Settings.Write(u"PS"_s, u"Toolbar1"_s, Toolbar1->Layout()); });
-    dialog->adjustSize();
+    dialog->resize(QSize(400, 440).boundedTo(Room().size()));
     PositionForm(dialog);
     dialog->show();
 }

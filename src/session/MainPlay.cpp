@@ -30,7 +30,8 @@ void Main::PrevM3U(PreviewMode mode)
     bool opened = false;
     for (const QString &path : documents)
         opened |= host.Shell.OpenElsewhere(path);
-    ShowMessage(opened ? QString() : u"No player is registered for playlists"_s);
+    if (!opened)
+        Answer(u"No player is registered for playlists"_s);
 }
 
 void Main::MEditPlaySel_Click()

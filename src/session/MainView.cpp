@@ -99,6 +99,12 @@ void Main::ShowMessage(const QString &text)
     panels[3]->repaint();
 }
 
+void Main::Answer(const QString &text)
+{
+    ShowMessage(text);
+    answered = true;
+}
+
 void Main::RequireItems()
 {
     host.Prompts.Message({u"The function cannot be performed because there are no Playlist items!\n"
@@ -252,6 +258,7 @@ void Main::MViewRefresh_Click()
     ListView1.Clear();
     LoadFileArrayToList();
     MEditSelNone_Click();
+    Answer(u"Read "_s + CountedItems(ListView1.Count()) + u" again"_s);
 }
 
 void Main::AskAndSort(int column)
@@ -264,6 +271,7 @@ void Main::AskAndSort(int column)
         return;
     const SortChoice choice = SortChoiceOf(column);
     msSortListview(ListView1, choice.Column, choice.Type);
+    view->ShowSorted(column, ListView1.SortOrder == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
     ListView1_Click();
 }
 

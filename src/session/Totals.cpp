@@ -1,5 +1,9 @@
 #include "session/Totals.h"
 
+#include "text/FormatText.h"
+
+using namespace Qt::StringLiterals;
+
 PlaylistTotals CountTotals(const Grid &grid)
 {
     PlaylistTotals totals;
@@ -34,4 +38,9 @@ PlaylistTotals CountTotals(const Grid &grid)
     totals.CurrentRow = one ? selectedRow : focusedRow;
     totals.RunningTime = one ? runningToSelected : runningToFocus;
     return totals;
+}
+
+QString CountedItems(qint64 count)
+{
+    return GroupedDigits(count) + (count == 1 ? u" item"_s : u" items"_s);
 }

@@ -21,3 +21,6 @@ struct PlaylistTotals {
 /// A missing row has no numbers of its own: it counts with those of the row before it, 0 before the first measured
 /// row. The totals are defined so.
 PlaylistTotals CountTotals(const Grid &grid);
+
+/// "1 item", "1,204 items".
+QString CountedItems(qint64 count);
