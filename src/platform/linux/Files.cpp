@@ -2,6 +2,7 @@
 
 #include "platform/Drives.h"
 #include "platform/linux/ExtendedAttributes.h"
+#include "platform/linux/TemporaryName.h"
 
 #include <array>
 #include <cerrno>
@@ -14,13 +15,67 @@
 namespace
 {
 
-/// Whether two names are one file of one name, as a file and its name in another case are on a disk that ignores case.
-bool SameEntry(const char *one, const char *other)
+bool IsRegularFile(const QByteArray &path)
+{
+    struct stat facts;
+    return ::lstat(path.constData(), &facts) == 0 && S_ISREG(facts.st_mode);
+}
+
+bool SameFile(const QByteArray &one, const QByteArray &other)
 {
     struct stat first;
     struct stat second;
-    return ::lstat(one, &first) == 0 && ::lstat(other, &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino && first.st_nlink == 1;
+    return ::lstat(one.constData(), &first) == 0 && ::lstat(other.constData(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+/// Takes a name where nothing stands yet, by an empty file.
+bool Reserve(const QByteArray &path)
+{
+    const int file = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
+    return file >= 0 && ::close(file) == 0;
+}
+
+/// Renames where the file system cannot be told to keep what is there: by a second link to the file, or over an empty
+/// file of ours that holds the new name.
+bool RenameByLink(const QByteArray &source, const QByteArray &target)
+{
+    if (::link(source.constData(), target.constData()) == 0) {
+        if (::unlink(source.constData()) == 0)
+            return true;
+    } else {
+        if (errno == EEXIST || errno == EXDEV || !IsRegularFile(source) || !Reserve(target))
+            return false;
+        if (::rename(source.constData(), target.constData()) == 0)
+            return true;
+    }
+    const int fault = errno;
+    ::unlink(target.constData());
+    errno = fault;
+    return false;
+}
+
+/// Renames unless something stands at the target; errno tells why not.
+bool RenameKeeping(const QByteArray &source, const QByteArray &target)
+{
+    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
+        return true;
+    return (errno == EINVAL || errno == ENOSYS) && RenameByLink(source, target);
+}
+
+/// Gives a file its name in another case where the file system ignores case, and takes one name for the other.
+bool Respell(const QByteArray &source, const QByteArray &target)
+{
+    if (!SameFile(source, target))
+        return false;
+    // A rename from one name to the other would do nothing. That the names are two of one file shows at the end.
+    const QByteArray between = TemporaryName(target);
+    if (!RenameKeeping(source, between))
+        return false;
+    if (RenameKeeping(between, target))
+        return true;
+    RenameKeeping(between, source);
+    return false;
 }
 
 /// Gives a copied file the rights, times and extended attributes of its source.
@@ -42,11 +97,10 @@ bool MoveAcross(const QString &from, const QString &to)
     const QByteArray source = ToHostBytes(from);
     const QByteArray target = ToHostBytes(to);
     struct stat facts;
-    struct stat other;
-    if (::lstat(source.constData(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
-        ::lstat(target.constData(), &other) == 0 || !CopyFile(from, to))
+    if (::lstat(source.constData(), &facts) != 0 || !S_ISREG(facts.st_mode) || !Reserve(target))
         return false;
-    if (CopyFacts(source.constData(), facts, target.constData()) && ::unlink(source.constData()) == 0)
+    if (CopyFile(from, to) && CopyFacts(source.constData(), facts, target.constData()) &&
+        ::unlink(source.constData()) == 0)
         return true;
     ::unlink(target.constData());
     return false;
@@ -70,20 +124,11 @@ bool RenameFile(const QString &from, const QString &to)
     const QByteArray target = ToHostBytes(to);
     if (source.isEmpty() || target.isEmpty())
         return false;
-    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
+    if (RenameKeeping(source, target))
         return true;
     if (errno == EXDEV)
         return MoveAcross(from, to);
-    if (errno == EEXIST) {
-        return source != target && SameEntry(source.constData(), target.constData()) &&
-               ::rename(source.constData(), target.constData()) == 0;
-    }
-    // Some file systems cannot be told to keep what is there.
-    struct stat facts;
-    const bool cannotAsk = errno == EINVAL || errno == ENOSYS;
-    if (!cannotAsk || ::lstat(target.constData(), &facts) == 0 || errno != ENOENT)
-        return false;
-    return ::rename(source.constData(), target.constData()) == 0;
+    return errno == EEXIST && source != target && from.compare(to, Qt::CaseInsensitive) == 0 && Respell(source, target);
 }
 
 bool DeleteFile(const QString &path)

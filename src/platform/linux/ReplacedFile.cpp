@@ -2,6 +2,7 @@
 
 #include "platform/Drives.h"
 #include "platform/linux/ExtendedAttributes.h"
+#include "platform/linux/TemporaryName.h"
 
 #include <cerrno>
 #include <optional>
@@ -34,15 +35,15 @@ std::optional<QByteArray> FollowLinks(QByteArray path)
     return std::nullopt;
 }
 
-QByteArray CopyName(const QByteArray &target)
+} // namespace
+
+QByteArray TemporaryName(const QByteArray &target)
 {
     quint64 draw = 0;
     if (::getrandom(&draw, sizeof draw, 0) != static_cast<ssize_t>(sizeof draw))
         draw = static_cast<quint64>(::getpid());
     return FolderPrefix(target) + ".vantrel-" + QByteArray::number(draw, 36) + ".tmp";
 }
-
-} // namespace
 
 ReplacedFile::~ReplacedFile()
 {
@@ -66,7 +67,7 @@ bool ReplacedFile::Begin(const QString &path)
         return false;
     constexpr int mostTries = 100;
     for (int i = 0; i < mostTries && copy.isEmpty(); ++i) {
-        const QByteArray name = CopyName(target);
+        const QByteArray name = TemporaryName(target);
         // The content of a private file stays private from the first byte; a new file gets what the user's mask leaves.
         if (file.Create(name, existed))
             copy = name;

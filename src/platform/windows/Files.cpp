@@ -37,7 +37,9 @@ FileFacts ExamineFile(const QString &path)
 
 bool RenameFile(const QString &from, const QString &to)
 {
-    return !from.isEmpty() && !to.isEmpty() &&
+    // Of these names Windows would silently make others.
+    const bool keepsName = !to.endsWith(u'.') && !to.endsWith(u' ') && !to.contains(QChar::Null);
+    return !from.isEmpty() && !to.isEmpty() && keepsName &&
            MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(), MOVEFILE_COPY_ALLOWED) != 0;
 }
 

@@ -9,14 +9,55 @@
 #include <QStandardPaths>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+// What the file system of the tests is made to lack.
+bool knowsNoReplace = true;
+bool knowsLinks = true;
+bool knowsCase = true;
+
+/// Where case is ignored, all spellings of a name are the small one.
+QByteArray Spelling(const char *path)
+{
+    const QByteArray name(path);
+    const qsizetype start = name.lastIndexOf('/') + 1;
+    return knowsCase ? name : name.first(start) + name.sliced(start).toLower();
+}
+} // namespace
+
+// These take the place of the C library's.
+extern "C" int renameat2(int fromFolder, const char *from, int toFolder, const char *to, unsigned flags) noexcept
+{
+    errno = EINVAL;
+    return knowsNoReplace ? static_cast<int>(::syscall(SYS_renameat2, fromFolder, Spelling(from).constData(), toFolder,
+                                                       Spelling(to).constData(), flags))
+                          : -1;
+}
+
+extern "C" int link(const char *from, const char *to) noexcept
+{
+    errno = EPERM;
+    return knowsLinks ? static_cast<int>(::syscall(SYS_linkat, AT_FDCWD, Spelling(from).constData(), AT_FDCWD,
+                                                   Spelling(to).constData(), 0))
+                      : -1;
+}
+
+extern "C" int lstat(const char *path, struct stat *facts) noexcept
+{
+    return ::fstatat(AT_FDCWD, Spelling(path).constData(), facts, AT_SYMLINK_NOFOLLOW);
+}
 
 class LinuxFilesTest : public FolderTest
 {
@@ -179,6 +220,27 @@ private Q_SLOTS:
         QVERIFY(!RenameFile(In(u"same"_s), In(u"SAME"_s)));
         QVERIFY(LinkFile(u"same"_s, u"hard"_s));
         QVERIFY(!RenameFile(In(u"hard"_s), In(u"same"_s)) && Listed().contains(u"hard"_s));
+        QVERIFY(LinkFile(u"same"_s, u"Same"_s) && !RenameFile(In(u"same"_s), In(u"Same"_s)));
+        QCOMPARE(Listed().size(), 5);
+    }
+
+    void FileSystemsThatCanLess()
+    {
+        const auto restored = qScopeGuard([] { knowsNoReplace = knowsLinks = knowsCase = true; });
+        QVERIFY(Write(u"a"_s, "a") && Write(u"b"_s, "b") && EnsureFolder(In(u"sub"_s)));
+        knowsNoReplace = false;
+        for (const bool links : {true, false}) {
+            knowsLinks = links;
+            QVERIFY(!RenameFile(In(u"a"_s), In(u"b"_s)) && !RenameFile(In(u"a"_s), In(u"gone\\a"_s)));
+            QVERIFY(RenameFile(In(u"a"_s), In(u"c"_s)) && RenameFile(In(u"c"_s), In(u"a"_s)));
+            QVERIFY(!RenameFile(In(u"sub"_s), In(u"bus"_s)));
+            QCOMPARE(Listed(), (QStringList{u"a"_s, u"b"_s, u"sub"_s}));
+            QCOMPARE(Content(u"a"_s) + Content(u"b"_s), QByteArray("ab"));
+        }
+        knowsNoReplace = true;
+        knowsCase = false;
+        QVERIFY(RenameFile(In(u"b"_s), In(u"B"_s)) && !RenameFile(In(u"a"_s), In(u"B"_s)));
+        QCOMPARE(Listed(), (QStringList{u"a"_s, u"b"_s, u"sub"_s}));
     }
 
     void MovesBetweenFileSystems()

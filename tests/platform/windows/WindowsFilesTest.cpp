@@ -107,6 +107,14 @@ private Q_SLOTS:
         QVERIFY(RenameFile(In(u"Same"_s), In(u"SAME"_s)));
         QCOMPARE(Listed().size(), 1);
     }
+
+    void NamesThatWouldBecomeOthers()
+    {
+        QVERIFY(Write(u"a"_s, "a"));
+        for (const QString &name : {u"b."_s, u"b "_s, u"b\0c"_s, u"b:c"_s})
+            QVERIFY(!RenameFile(In(u"a"_s), In(name)));
+        QCOMPARE(Listed(), QStringList{u"a"_s});
+    }
 };
 
 static const RegisterTest<WindowsFilesTest> registered;
