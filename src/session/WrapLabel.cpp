@@ -1,4 +1,4 @@
-#include "tageditor/WrapLabel.h"
+#include "session/WrapLabel.h"
 
 #include <QPainter>
 #include <QStyle>
