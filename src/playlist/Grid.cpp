@@ -173,6 +173,14 @@ void Grid::Replace(const std::vector<std::pair<int, FileRecord>> &records, bool 
     TellSelection();
 }
 
+void Grid::Rename(const std::vector<std::pair<int, QString>> &names)
+{
+    for (const auto &[row, name] : names)
+        rows[static_cast<std::size_t>(row - 1)].Text = name;
+    if (!names.empty())
+        Q_EMIT dataChanged(index(0, 0), index(Count() - 1, 0));
+}
+
 void Grid::Clear()
 {
     beginResetModel();

@@ -99,6 +99,8 @@ public:
     /// Puts a new row with each record, selected or not, in place of the row of the number beside it. Rows that do not
     /// exist are passed over.
     void Replace(const std::vector<std::pair<int, FileRecord>> &records, bool selected);
+    /// Gives rows the names beside their numbers.
+    void Rename(const std::vector<std::pair<int, QString>> &names);
     void Clear();
     /// Removes the rows for which drop(const PlaylistItem &) holds and returns how many went.
     template <typename Drop>
