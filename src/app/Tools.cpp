@@ -2,6 +2,7 @@
 
 #include "autocreate/AutoCreateWizard.h"
 #include "purge/FilterForm.h"
+#include "rename/RenameForm.h"
 #include "reports/ReportForm.h"
 #include "tageditor/Id3Info.h"
 
@@ -18,6 +19,7 @@ constexpr Tool tools[] = {
     {"MToolsFilter", "FilterForm", &MakeForm<FilterForm>, nullptr, true},
     {"MToolsReport", "ReportForm", &MakeForm<ReportForm>},
     {"MToolsM3UWiz", "AutoCreateWizard", &MakeForm<AutoCreateWizard>, nullptr, true},
+    {"MToolsRename", "RenameForm", &MakeForm<RenameForm>, nullptr, true},
 };
 } // namespace
 
