@@ -266,8 +266,8 @@ Host InspectingHost(const QString &path, QStringList &messages)
 {
     Host host = HeadlessHost(ApplicationName());
     LoadDriveMappings(host.Settings);
-    // A search stays on the drive of the list.
-    host.Roots = [path] { return QStringList{path.first(2) + u'\\'}; };
+    // A search stays on the drive of the list, as the settings map it.
+    host.Roots = [path] { return QStringList{FromHostPath(ToHostPath(path)).first(2) + u'\\'}; };
     host.Settings.Read = [](const QString &, const QString &) { return QString(); };
     host.Settings.Write = [](const QString &, const QString &, const QString &) {};
     host.Prompts.Message = [&messages](const MessagePrompt &prompt) {
