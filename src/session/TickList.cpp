@@ -1,10 +1,33 @@
 #include "session/TickList.h"
 
+#include "session/Colours.h"
+
+#include <QStyledItemDelegate>
+
+namespace
+{
+/// Tick boxes have their edge from the colour of the window, which a dark list would swallow.
+class TickDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        QPalette &palette = option->palette;
+        palette.setColor(QPalette::Window, Blend(palette.color(QPalette::Text), palette.color(QPalette::Base), 60));
+    }
+};
+} // namespace
+
 TickList::TickList(QWidget *parent) : QTreeWidget(parent)
 {
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
+    setItemDelegate(new TickDelegate(this));
 }
 
 QTreeWidgetItem *TickList::AddRow(const QStringList &texts, bool ticked)
