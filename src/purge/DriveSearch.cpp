@@ -122,6 +122,8 @@ private:
     QHash<quint64, Device> devices;
 };
 
+constexpr int LetterCount = 26;
+
 int PlaceOfLetter(QChar letter)
 {
     return letter.unicode() - (letter <= u'h' ? u'a' : u'h');
@@ -140,7 +142,7 @@ FoundItems SearchDrives(const QStringList &roots, const QStringList &missingPath
         progress.SetText(folder);
         return true;
     };
-    progress.SetLimits(0, PlaceOfLetter(u'z'));
+    progress.SetLimits(0, LetterCount);
     for (const QString &root : roots) {
         progress.SetValue(PlaceOfLetter(root[0]));
         WalkTree(root, enter, [&](const QString &folder, const FolderEntries &entries) {

@@ -21,31 +21,33 @@ class NamedFiles
 public:
     explicit NamedFiles(const QStringList &paths)
     {
-        for (const QString &path : paths) {
-            const QString name = GetFileName(path);
-            byName.insert(name, path);
-            const QString folded = FoldedName(name);
-            if (!byFoldedName.contains(folded))
-                byFoldedName.insert(folded, path);
-        }
+        for (const QString &path : paths)
+            byName.insert(GetFileName(path), path);
     }
 
     /// The path of the file that answers to a name; empty for none.
-    QString Find(const QString &name) const
+    QString Find(const QString &name)
     {
         const auto exact = byName.constFind(name);
-        return exact != byName.cend() ? *exact : byFoldedName.value(FoldedName(name));
+        if (exact != byName.cend())
+            return *exact;
+        if (byFoldedName.isEmpty()) {
+            for (auto file = byName.cbegin(); file != byName.cend(); ++file)
+                byFoldedName.insert(FoldedName(file.key()), *file);
+        }
+        return byFoldedName.value(FoldedName(name));
     }
 
 private:
     QHash<QString, QString> byName;
+    /// Made for the first name that no file has just so.
     QHash<QString, QString> byFoldedName;
 };
 
 using RowFiles = std::vector<std::pair<int, QString>>;
 
 /// The rows of a folder's missing files that a file answers to, each with that file.
-RowFiles RowsToRestore(const Grid &grid, const MissingFolder &missing, const NamedFiles &files)
+RowFiles RowsToRestore(const Grid &grid, const MissingFolder &missing, NamedFiles files)
 {
     QHash<QString, QString> fileOf;
     for (const QString &name : missing.Files)
