@@ -6,12 +6,11 @@
 #include "text/PathText.h"
 
 #include <cmath>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
-ReportRow::ReportRow(std::span<const ReportColumn> columns, QString rootOfPaths)
-    : root(rootOfPaths.isEmpty() ? QString() : std::move(rootOfPaths) + u'\\')
+ReportRow::ReportRow(std::span<const ReportColumn> columns, const QString &rootOfPaths)
+    : root(rootOfPaths.isEmpty() ? QString() : rootOfPaths + u'\\')
 {
     for (const ReportColumn column : columns) {
         const bool isStream = column >= ReportColumn::Time && column <= ReportColumn::Copyrighted;

@@ -14,7 +14,7 @@ class ReportRow
 {
 public:
     /// An empty root leaves folders and links absolute.
-    ReportRow(std::span<const ReportColumn> columns, QString rootOfPaths);
+    ReportRow(std::span<const ReportColumn> columns, const QString &rootOfPaths);
 
     void Read(const QString &pathOfFile);
     /// Empty for what is not known, and for the link.
