@@ -161,6 +161,13 @@ FullWalk::FullWalk(const QByteArray &file)
         Seconds -= static_cast<double>(Silence) / SampleRate;
 }
 
+QByteArray SilentFrames(char kind, int rateIndex, int hertzIndex, int frames)
+{
+    const char header[] = {'\xFF', kind, static_cast<char>(rateIndex << 4 | hertzIndex << 2), '\0'};
+    const QByteArray bytes(header, 4);
+    return bytes.leftJustified(Stream{bytes}.Size(0), '\0').repeated(frames);
+}
+
 QByteArray SilentStream(int rateIndex, int frames, bool padding, int hertzIndex)
 {
     const qint64 hertz = SampleRates[hertzIndex];
