@@ -163,6 +163,7 @@ private Q_SLOTS:
             {record, AttributeHidden | AttributeArchive, QByteArray(record).replace(12, 1, "\4")},
             {QByteArray(record).replace(8, 1, "\x10"), AttributeNormal, QByteArray(record).replace(12, 1, "\4")},
             {"hidden", AttributeNormal, "0x4"},
+            {record.first(12), AttributeNormal, "0x4"},
         };
         for (const auto &[value, attributes, afterSystem] : cases) {
             QVERIFY(SetValue("user.DOSATTRIB", value));
@@ -259,16 +260,14 @@ private Q_SLOTS:
 
     void PreviewsGoToAnotherProgram()
     {
-        const QString applications = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
-        const QString entries = FromHostPath(applications) + u'\\';
+        const QString entries =
+            FromHostPath(QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation)) + u'\\';
         const auto enter = [&](const QString &file, const QByteArray &content) {
-            const QString path = entries + file;
-            return EnsureFolder(path.first(path.lastIndexOf(u'\\'))) && WriteWholeFile(path, content);
+            return EnsureFolder(entries + u"my") && WriteWholeFile(entries + file, content);
         };
         const QString list = In(u"a list.m3u"_s);
         const QString player = In(u"my \"player"_s);
-        QVERIFY(Write(u"a list.m3u"_s, "x") &&
-                Write(u"my \"player"_s, "#!/bin/sh\nprintf '%s|' \"$@\" > \"$0.got\"\n"));
+        QVERIFY(Write(u"a list.m3u"_s, "x") && WriteWholeFile(player, "#!/bin/sh\nprintf '%s|' \"$@\" > \"$0.got\"\n"));
         QVERIFY(SetMode("my \"player", 0755));
         const QByteArray type = QMimeDatabase().mimeTypeForFile(ToHostPath(list)).name().toUtf8();
         if (type.isEmpty())
@@ -277,12 +276,15 @@ private Q_SLOTS:
         QVERIFY(!shell.OpenElsewhere(list) && shell.AssociatedProgram(list).isEmpty());
         // The default program is this one, further ones are gone or need a terminal.
         const QByteArray own = QCoreApplication::applicationFilePath().toUtf8();
-        QVERIFY(enter(u"own.desktop"_s, "[Desktop Entry]\nExec=" + own + " %f\n"));
-        QVERIFY(enter(u"gone.desktop"_s, "[Desktop Entry]\nTryExec=sh\nExec=/gone %f\n[Desktop Action New]\nExec=sh"));
-        QVERIFY(enter(u"text.desktop"_s, "[Desktop Entry]\nExec=sh -c true\nTerminal=true\n"));
-        QVERIFY(enter(u"mimeapps.list"_s, "[Default Applications]\n" + type + "=none.desktop;own.desktop;\n"));
-        QVERIFY(
-            enter(u"mimeinfo.cache"_s, "[MIME Cache]\n" + type + "=gone.desktop;text.desktop;my-player.desktop;\n"));
+        const std::pair<QString, QByteArray> files[] = {
+            {u"own.desktop"_s, "[Desktop Entry]\nExec=" + own + " %f\n"},
+            {u"gone.desktop"_s, "[Desktop Entry]\nTryExec=sh\nExec=/gone %f\n[Desktop Action New]\nExec=sh"},
+            {u"text.desktop"_s, "[Desktop Entry]\nExec=sh -c true\nTerminal=true\n"},
+            {u"mimeapps.list"_s, "[Default Applications]\n" + type + "=none.desktop;own.desktop;\n"},
+            {u"mimeinfo.cache"_s, "[MIME Cache]\n" + type + "=gone.desktop;text.desktop;my-player.desktop;\n"},
+        };
+        for (const auto &[name, content] : files)
+            QVERIFY(enter(name, content));
         QCOMPARE(shell.AssociatedProgram(list), FromHostPath(QString::fromUtf8(own)));
         QVERIFY(!shell.OpenElsewhere(list));
         const QByteArray path = directory->path().toUtf8();

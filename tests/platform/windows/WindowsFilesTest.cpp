@@ -37,15 +37,6 @@ private Q_SLOTS:
         QCOMPARE(GetFileAttributesW(Wide(u"a"_s).c_str()) & set, DWORD{0});
     }
 
-    void ReadOnlyFileStays()
-    {
-        QVERIFY(Write(u"a"_s, "old") && Write(u"b"_s, "new"));
-        QVERIFY(SetFileAttributesW(Wide(u"a"_s).c_str(), FILE_ATTRIBUTE_READONLY));
-        QVERIFY((FileAttributes(In(u"a"_s)) & AttributeReadOnly) != 0 && StaysAsItIs());
-        QCOMPARE(Content(u"a"_s), QByteArray("old"));
-        QVERIFY(SetFileAttributes(In(u"a"_s), AttributeNormal) && DeleteFile(In(u"a"_s)));
-    }
-
     void LockedFileIsLeftAlone()
     {
         QVERIFY(Write(u"a"_s, "old") && Write(u"b"_s, "new"));
