@@ -17,7 +17,8 @@ namespace
 const QByteArray Names = "plain.mp3/back\\slash.mp3/\\start/end\\/c:\\x.mp3/a:b.mp3/Song: x.mp3/http:/# 1.mp3/"
                          "new\nline/re\rturn/ blanks /%41?&'\"<>|*.mp3/.../caf\xE9.mp3/\xFF\xFE.mp3/"
                          "\xC3\xA9 e\xCC\x81 \xF0\x9F\x8E\xB5.mp3/cut \xE2\x82/overlong \xC0\xAF \xE0\x80\xAF/"
-                         "surrogate \xED\xA0\x80/beyond \xF4\x90\x80\x80/nonchar \xEF\xBF\xBF/\xEF\xBB\xBFmark/"
+                         "edges \xC2\x80\xDF\xBF\xE0\xA0\x80\xF0\x90\x80\x80/surrogate \xED\xA0\x80/beyond "
+                         "\xF4\x90\x80\x80/nonchar \xEF\xBF\xBF/\xEF\xBB\xBFmark/"
                          "real F05C \xEF\x81\x9C.mp3/real F00A \xEF\x80\x8A/real F0E9 \xEF\x83\xA9/"
                          "\xEF\x81\x9C\\\xEF\x81\x9C \xE9\xEF\x83\xA9/other private \xEF\x80\xA2 \xEE\x80\x80";
 } // namespace
