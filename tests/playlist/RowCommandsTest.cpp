@@ -179,8 +179,8 @@ private Q_SLOTS:
         QCOMPARE(sorted(ColumnFileName), u"a A b C"_s);
         QCOMPARE(sorted(ColumnFileName), u"C b a A"_s);
         QCOMPARE(sorted(ColumnOriginalOrder), u"A b a C"_s);
-        QCOMPARE(sorted(ColumnSize), u"A b a C"_s);
-        QCOMPARE(sorted(ColumnSize), u"b a C A"_s);
+        for (const QString &rows : {u"A b a C"_s, u"b a C A"_s, u"A b a C"_s, u"b a C A"_s})
+            QCOMPARE(sorted(ColumnSize), rows);
         QVERIFY_THROWS_EXCEPTION(NotSortable, SortGrid(grid, ColumnFileName, SortNumber));
         QVERIFY_THROWS_EXCEPTION(NotSortable, SortGrid(grid, ColumnFileName, SortDate));
         QCOMPARE(grid.SortKey, ColumnHiddenSize - 1);

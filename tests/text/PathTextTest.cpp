@@ -52,6 +52,7 @@ private Q_SLOTS:
             {0, u"0:00"_s}, {65, u"1:05"_s}, {3599, u"59:59"_s}, {3605, u"1:00:05"_s}, {360610, u"100:10:10"_s}};
         for (const auto &[seconds, text] : times)
             QCOMPARE(FormatPlayTime(seconds), text);
+        QCOMPARE(ProperCase(u"AC/DC\tlive\rIN (the) \u00E9T\u00C9"_s), u"Ac/dc\tLive\rIn (the) \u00C9t\u00E9"_s);
         QCOMPARE(CleanText(u"  AC/DC -  T.N.T.  "_s), u"AC DC T N T "_s);
         QCOMPARE(CleanText(u"\tMotörhead, 夜\0"_s), u" Mot rhead 夜 "_s);
     }
