@@ -1,130 +1,138 @@
 #include "rename/FollowFiles.h"
 
 #include "platform/Files.h"
+#include "platform/Names.h"
 #include "playlist/Grid.h"
 #include "rename/RenameRun.h"
-#include "text/PathText.h"
 
+#include <QHash>
 #include <QSet>
 
-#include <algorithm>
 #include <optional>
 
 namespace
 {
-struct FileKey {
-    int Folder = 0;
-    /// With its case folded.
-    QString Name;
-
-    bool operator==(const FileKey &) const = default;
-};
-
-size_t qHash(const FileKey &key, size_t seed = 0)
-{
-    return qHashMulti(seed, key.Folder, key.Name);
-}
-
 /// Numbers of folders: the same one for all paths of a folder.
 class FolderNumbers
 {
 public:
     int Of(const QString &folder)
     {
-        const auto known = byPath.constFind(folder);
-        if (known != byPath.cend())
-            return *known;
+        // Neighbours mostly share their folder.
+        if (folder != lastFolder || byPath.isEmpty()) {
+            lastFolder = folder;
+            const auto known = byPath.constFind(folder);
+            lastNumber = known != byPath.cend() ? *known : Add(folder);
+        }
+        return lastNumber;
+    }
+
+private:
+    int Add(const QString &folder)
+    {
         const auto fresh = static_cast<int>(byPath.size());
         const FolderIdentity identity = IdentifyFolder(folder);
         const auto place = std::pair(identity.Device, identity.Number);
-        const int number = identity.Valid && byPlace.contains(place) ? byPlace.value(place) : fresh;
+        const int number = identity.Valid ? byPlace.value(place, fresh) : fresh;
         if (identity.Valid)
             byPlace.insert(place, number);
         byPath.insert(folder, number);
         return number;
     }
 
-private:
     QHash<QString, int> byPath;
     QHash<std::pair<std::uint64_t, std::uint64_t>, int> byPlace;
+    QString lastFolder;
+    int lastNumber = 0;
 };
 
-/// The rows of a grid by the files that they reach; only files of the given names, which have their case folded.
-class FileRows
+/// The same for all spellings of a name.
+quint64 NameHash(QStringView name)
+{
+    quint64 hash = 14695981039346656037U;
+    for (const QChar character : name)
+        hash = (hash ^ FoldedUnit(character.unicode())) * 1099511628211U;
+    return hash;
+}
+
+/// The renames of a run by the files that they rename.
+class Renames
 {
 public:
-    FileRows(const Grid &followed, QSet<QString> askedNames) : grid(followed), names(std::move(askedNames))
+    Renames(const QStringList &fromPaths, const QStringList &toPaths)
+        : from(fromPaths), to(toPaths), ignoresCase(static_cast<std::size_t>(from.size()))
     {
-        for (int row = 1; row <= grid.Count(); ++row)
-            Add(row, grid.Item(row).Folder, grid.Item(row).Text);
-    }
-
-    void Move(const QString &from, const QString &to)
-    {
-        const QString oldName = GetFileName(from);
-        const QString newName = GetFileName(to);
-        const QString folder = from.chopped(oldName.size());
-        const FileKey key{folders.Of(folder), oldName.toCaseFolded()};
-        const QList<int> candidates = rows.values(key);
-        rows.remove(key);
-        std::optional<bool> anyCase;
-        for (const int row : candidates) {
-            if (NameOf(row) != oldName && !(anyCase ? *anyCase : anyCase.emplace(IgnoresCase(to)))) {
-                rows.insert(key, row);
+        next.resize(static_cast<std::size_t>(from.size()), -1);
+        // From the last to the first, so that a chain is in order.
+        for (auto i = static_cast<int>(from.size()) - 1; i >= 0; --i) {
+            if (from[i] == to[i])
                 continue;
-            }
-            newNames.insert(row, newName);
-            Add(row, folder, newName);
+            const qsizetype nameStart = from[i].lastIndexOf(u'\\') + 1;
+            const quint64 name = NameHash(QStringView(from[i]).sliced(nameStart));
+            names.insert(name);
+            int &first = firstOf[{folders.Of(from[i].first(nameStart)), name}];
+            next[static_cast<std::size_t>(i)] = first - 1;
+            first = i + 1;
         }
     }
 
-    std::vector<std::pair<int, QString>> Moved() const
+    /// The name that a file of this name has after them all.
+    QString Follow(const QString &folder, const QString &oldName)
     {
-        std::vector<std::pair<int, QString>> moved;
-        for (auto row = newNames.cbegin(); row != newNames.cend(); ++row)
-            moved.emplace_back(row.key(), row.value());
-        std::sort(moved.begin(), moved.end());
-        return moved;
+        QString name = oldName;
+        int after = -1;
+        for (int found = Find(folder, name, after); found >= 0; found = Find(folder, name, after)) {
+            name = to[found].sliced(to[found].lastIndexOf(u'\\') + 1);
+            after = found;
+        }
+        return name;
     }
 
 private:
-    QString NameOf(int row) const
+    /// The first rename of the file behind another one; -1 for none.
+    int Find(const QString &folder, const QString &name, int after)
     {
-        const auto name = newNames.constFind(row);
-        return name != newNames.cend() ? *name : grid.Item(row).Text;
+        const quint64 hash = NameHash(name);
+        if (!names.contains(hash))
+            return -1;
+        int found = firstOf.value({folders.Of(folder), hash}) - 1;
+        while (found >= 0 && (found <= after || !Means(found, name)))
+            found = next[static_cast<std::size_t>(found)];
+        return found;
     }
 
-    void Add(int row, const QString &folder, const QString &name)
+    bool Means(int index, const QString &name)
     {
-        const QString folded = name.toCaseFolded();
-        if (names.contains(folded))
-            rows.insert({folders.Of(folder), folded}, row);
+        if (from[index].endsWith(name))
+            return true;
+        std::optional<bool> &anyCase = ignoresCase[static_cast<std::size_t>(index)];
+        return anyCase ? *anyCase : anyCase.emplace(IgnoresCase(to[index]));
     }
 
-    const Grid &grid;
-    QSet<QString> names;
+    const QStringList &from;
+    const QStringList &to;
     FolderNumbers folders;
-    QMultiHash<FileKey, int> rows;
-    QHash<int, QString> newNames;
+    QSet<quint64> names;
+    /// By folder and name: the first rename, from 1, and behind each the next one of the same file, from 0.
+    QHash<std::pair<int, quint64>, int> firstOf;
+    std::vector<int> next;
+    std::vector<std::optional<bool>> ignoresCase;
 };
 } // namespace
 
 std::vector<int> FollowFiles(Grid &grid, const QStringList &from, const QStringList &to)
 {
-    QSet<QString> names;
-    for (qsizetype i = 0; i < from.size(); ++i) {
-        if (from[i] != to[i])
-            names.insert(GetFileName(from[i]).toCaseFolded());
-    }
-    FileRows rows(grid, std::move(names));
-    for (qsizetype i = 0; i < from.size(); ++i) {
-        if (from[i] != to[i])
-            rows.Move(from[i], to[i]);
-    }
-    const auto moved = rows.Moved();
-    grid.Rename(moved);
+    Renames renames(from, to);
+    std::vector<std::pair<int, QString>> names;
     std::vector<int> followers;
-    for (const auto &[row, name] : moved)
+    for (int row = 1; row <= grid.Count(); ++row) {
+        const PlaylistItem &item = grid.Item(row);
+        const QString name = renames.Follow(item.Folder, item.Text);
+        if (name == item.Text)
+            continue;
+        names.emplace_back(row, name);
         followers.push_back(row);
+    }
+    grid.Rename(names);
     return followers;
 }

@@ -4,6 +4,7 @@
 #include "session/Colours.h"
 #include "session/Icons.h"
 
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -84,6 +85,9 @@ QVariant PreviewModel::data(const QModelIndex &index, int role) const
         return ShownPath(name);
     case Qt::ToolTipRole:
         return ToolTip(name, item.State);
+    case Qt::SizeHintRole:
+        // Names in any script have room.
+        return QSize(0, QFontMetrics(QGuiApplication::font()).height() * 3 / 2);
     case Qt::ForegroundRole:
         if (item.State != PreviewState::Renamed)
             return Dimmed(QGuiApplication::palette());

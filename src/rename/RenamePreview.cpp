@@ -13,16 +13,22 @@ class FolderDuringRun
 public:
     explicit FolderDuringRun(const FolderNames::Folder &before) : folder(&before) {}
 
-    /// What becomes of a file that is given another name; if it is renamed, that has happened.
-    PreviewState Rename(const QString &oldName, const QString &newName)
+    /// What becomes of a file that is given another name; if it is renamed, that has happened. For a file that has its
+    /// name already, that name.
+    PreviewState Rename(const QString &oldName, QString &newName)
     {
         const QString oldKey = folder->Key(oldName);
+        const auto earlier = gone.constFind(oldKey);
+        if (earlier != gone.cend()) {
+            newName = *earlier;
+            return PreviewState::SameFile;
+        }
         const QString newKey = folder->Key(newName);
         if (folder->Listed && !Stands(oldKey))
             return PreviewState::Missing;
         if (newKey != oldKey && Stands(newKey))
             return taken.contains(newKey) ? PreviewState::Taken : PreviewState::Exists;
-        gone.insert(oldKey);
+        gone.insert(oldKey, newName);
         taken.remove(oldKey);
         taken.insert(newKey);
         return PreviewState::Renamed;
@@ -35,7 +41,8 @@ private:
     }
 
     const FolderNames::Folder *folder;
-    QSet<QString> gone;
+    /// The files that were renamed, and their new names.
+    QHash<QString, QString> gone;
     QSet<QString> taken;
 };
 } // namespace
@@ -74,7 +81,6 @@ RenamePreview PreviewRename(const RenameRules &rules, const QStringList &paths, 
     RenameNumbers numbers(static_cast<int>(paths.size()), numbered,
                           [&folders](const QString &folder) { return folders.Of(folder).AudioFiles; });
     QHash<QString, FolderDuringRun> runs;
-    QHash<QString, QString> renamed;
     progress.SetLimits(0, static_cast<int>(paths.size()));
     for (const QString &path : paths) {
         if (progress.Stopped())
@@ -85,19 +91,13 @@ RenamePreview PreviewRename(const RenameRules &rules, const QStringList &paths, 
         const QString newPath = ApplyRenameRules(rules, path, number, total, false);
         const QString folder = path.chopped(item.OldName.size());
         item.NewName = newPath.startsWith(folder) ? newPath.sliced(folder.size()) : newPath;
-        const auto earlier = renamed.constFind(path);
-        if (earlier != renamed.cend()) {
-            item.NewName = *earlier;
-            item.State = PreviewState::SameFile;
-        } else if (newPath != path && !StaysInFolder(path, newPath)) {
+        if (newPath != path && !StaysInFolder(path, newPath)) {
             item.State = PreviewState::Refused;
         } else if (newPath != path) {
             auto run = runs.find(folder);
             if (run == runs.end())
                 run = runs.insert(folder, FolderDuringRun(folders.Of(folder)));
             item.State = run->Rename(item.OldName, item.NewName);
-            if (item.State == PreviewState::Renamed)
-                renamed.insert(path, item.NewName);
         }
         preview.Items.push_back(std::move(item));
         progress.SetValue(static_cast<int>(preview.Items.size()));

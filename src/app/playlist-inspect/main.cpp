@@ -42,7 +42,8 @@ struct Request {
     QString Window;
     /// Captions of the dialog's pages, outer ones first.
     QStringList Pages;
-    /// What is done in the dialog: a button's control name, or one of a list or field and its value ("MissAction=2").
+    /// What is done in the dialog: a button's control name, or one of a list, field or pages and its
+    /// value ("MissAction=2").
     QStringList Steps;
     /// A report of the playlist that is written; empty for none.
     QString ReportFile;
@@ -219,6 +220,8 @@ bool TakeStep(const QWidget &dialog, const QString &step)
         button->click();
     else if (auto *list = qobject_cast<QComboBox *>(control))
         list->setCurrentIndex(value.toInt());
+    else if (auto *tabs = qobject_cast<QTabWidget *>(control))
+        tabs->setCurrentIndex(value.toInt());
     else
         return control->setProperty("text", value);
     return true;
