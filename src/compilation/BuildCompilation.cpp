@@ -3,12 +3,9 @@
 #include "platform/Files.h"
 #include "reports/WriteReport.h"
 #include "text/FileLists.h"
-#include "text/FormerFile.h"
+#include "text/MadeFiles.h"
 #include "text/PathText.h"
 #include "text/TextFiles.h"
-
-#include <memory>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -33,10 +30,7 @@ public:
     bool Make(const QString &name, const std::function<bool(const QString &path)> &write)
     {
         const QString path = plan.Folder + u'\\' + name;
-        auto former = std::make_unique<FormerFile>(path);
-        const bool made = write(path);
-        if (made)
-            replaced.push_back(std::move(former));
+        const bool made = files.Make(path, [&] { return write(path); });
         success = success && made;
         return made;
     }
@@ -49,11 +43,11 @@ public:
             });
     }
 
-    void CreateTable(const QStringList &files, ReportSettings &record, const Clock &clock)
+    void CreateTable(const QStringList &media, ReportSettings &record, const Clock &clock)
     {
         if (plan.CreateTable)
             Make(u"MP3Index.htm"_s, [&](const QString &path) {
-                return WriteReport(path, files, record, progress, clock) && !progress.Stopped();
+                return WriteReport(path, media, record, progress, clock) && !progress.Stopped();
             });
     }
 
@@ -67,7 +61,7 @@ public:
         success = before;
     }
 
-    void CreateAutorun(QStringList &files)
+    void CreateAutorun(QStringList &media)
     {
         QStringList lines{u"[autorun]"_s};
         if (plan.AutoIcon) {
@@ -75,9 +69,9 @@ public:
             lines.append(u"icon=setup.ico"_s);
         }
         progress.SetText(u"Creating CD playlist..."_s);
-        MakePathsRelative(files, plan.Folder);
+        MakePathsRelative(media, plan.Folder);
         const bool listed =
-            Make(u"playlist.m3u"_s, [&files](const QString &path) { return WriteLinesToFile(path, files); });
+            Make(u"playlist.m3u"_s, [&media](const QString &path) { return WriteLinesToFile(path, media); });
         if (listed && plan.AutoBigList)
             lines.append(u"open=start playlist.m3u"_s);
         if (plan.AutoIndex && plan.CopyBrowser)
@@ -96,10 +90,10 @@ public:
         return paths;
     }
 
-    void GiveBack()
+    void TakeBack()
     {
-        for (auto former = replaced.rbegin(); former != replaced.rend(); ++former)
-            (*former)->GiveBack();
+        for (qsizetype n = 0; n < files.Count(); ++n)
+            files.TakeBack(n);
     }
 
     bool Success() const { return success; }
@@ -107,7 +101,7 @@ public:
 private:
     const CompilationPlan &plan;
     const Progress &progress;
-    std::vector<std::unique_ptr<FormerFile>> replaced;
+    MadeFiles files;
     bool success = true;
     int stage = 0;
 };
@@ -137,7 +131,7 @@ bool BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles
     rootEntries += build.RootEntries();
     build.Stage(build.Success() ? u"Saving your settings..."_s : u"Process failed, cleaning up..."_s);
     if (!build.Success())
-        build.GiveBack();
+        build.TakeBack();
     progress.SetValue(0);
     return build.Success();
 }

@@ -37,6 +37,9 @@ bool ReplacedText::AppendBytes(const QByteArray &bytes)
 {
     if (file && !file->Append(bytes))
         file.reset();
+    // The disk works while the next piece is made.
+    if (file)
+        file->Copy().BeginFlush();
     return file != nullptr;
 }
 

@@ -27,14 +27,10 @@ QString RepeatText(int count, QStringView text)
 
 void AppendEscaped(QString &text, const QString &cell)
 {
-    for (const QChar character : cell) {
-        if (character == u'<')
-            text += "&lt;"_L1;
-        else if (character == u'>')
-            text += "&gt;"_L1;
-        else
-            text += character;
-    }
+    if (!cell.contains(u'<') && !cell.contains(u'>'))
+        text += cell;
+    else
+        text += QString(cell).replace(u'<', "&lt;"_L1).replace(u'>', "&gt;"_L1);
 }
 
 QString WithBreaks(QString text)

@@ -160,6 +160,15 @@ private Q_SLOTS:
                                                              summary,
                                                              ruler,
                                                              {}}));
+        w.Settings.ColumnOrder = DefaultReportSettings().ColumnOrder;
+        w.Settings.ColumnChecked.fill(true);
+        const QString headings = Padded(
+            {{"FileName", 40},   {"Folder", 100},     {"Time", 9},          {"Size", 10},         {"ID", 4},
+             {"Layer", 9},       {"BitRate", 10},     {"Sample", 7},        {"Mode", 13},         {"CRC", 4},
+             {"Empha", 6},       {"Cop", 4},          {"Id3v1 Title", 30},  {"Id3v1 Artist", 30}, {"Id3v1 Album", 30},
+             {"Id3v1 Year", 12}, {"Id3v2 Title", 30}, {"Id3v2 Artist", 30}, {"Id3v2 Album", 30},  {"Id3v2 Year", 12}});
+        QCOMPARE(QString::fromUtf8(w.Report({})).section(u"\r\n"_s, 3, 3), headings);
+        w.Choose({FileName, Time, ID, Link});
         w.Settings.SpaceAligned = false;
         w.Settings.CommaDelimited = true;
         w.Settings.Description = {};
