@@ -115,7 +115,7 @@ QString ReportRow::MPEGCell(ReportColumn column) const
     case ReportColumn::BitRate:
         return object.Bitrate();
     case ReportColumn::SampleRate:
-        return QString::number(object.SampleRate(), 'g', 15) + u" Hz"_s;
+        return QString::number(object.SampleRate()) + u" Hz"_s;
     case ReportColumn::Mode:
         return object.Mode();
     case ReportColumn::CRCProtection:

@@ -78,74 +78,37 @@ private Q_SLOTS:
         const QByteArray page = disc.Content(u"MP3Index.htm"_s);
         QVERIFY(page.contains("<title>Mix - Created: 13:04:05 [01-02-2026] ") && page.contains("<a href=sub/c.wma>"));
         QVERIFY(!page.contains("Report Description"));
-        QStringList root{disc.In(u"sub"_s)};
-        for (const QString &name : disc.Listed().replace(u"a b"_s, u"a_b"_s).split(u' '))
-            root.append(disc.In(QString(name).replace(u'_', u' ')));
-        QCOMPARE(disc.Entries, root);
-        const QStringList told{u"1"_s,
-                               u"Copying MP3 browser Software..."_s,
-                               u"2"_s,
-                               u"Creating a table of MP3 Data..."_s,
-                               u"1"_s,
-                               u"2"_s,
-                               u"0"_s,
-                               u"3"_s,
-                               u"Creating the Autorun file..."_s,
-                               u"Creating CD playlist..."_s,
-                               u"4"_s,
-                               u"Building list of files to be copied..."_s,
-                               u"5"_s,
-                               u"Saving your settings..."_s,
-                               u"0"_s};
-        QCOMPARE(disc.Told, told);
+        QVERIFY(disc.Entries.size() == 7 && disc.Entries.first() == disc.In(u"sub"_s));
+        QCOMPARE(
+            disc.Told.join(u' '),
+            u"1 Copying MP3 browser Software... 2 Creating a table of MP3 Data... 1 2 0 3 Creating the Autorun file... "
+            "Creating CD playlist... 4 Building list of files to be copied... 5 Saving your settings... 0"_s);
     }
 
     void MakesWhatIsAskedFor()
     {
-        // What is left out, what else lies there then, and the lines of the autorun file.
-        const std::tuple<QList<bool CompilationPlan::*>, QString, QByteArray> cases[] = {
-            {{&CompilationPlan::CreateAutorun}, u"MP3Index.htm vtlmp3fb.exe"_s, {}},
-            {{&CompilationPlan::AutoIcon, &CompilationPlan::AutoBigList, &CompilationPlan::AutoIndex},
-             u"MP3Index.htm playlist.m3u vtlmp3fb.exe"_s,
-             {}},
-            {{&CompilationPlan::CopyBrowser, &CompilationPlan::CreateTable, &CompilationPlan::AutoBigList},
-             u"autorun.inf playlist.m3u setup.ico"_s,
-             "[autorun]\r\nicon=setup.ico\r\n"},
-            {{&CompilationPlan::AutoIcon, &CompilationPlan::AutoIndex},
-             u"autorun.inf MP3Index.htm playlist.m3u vtlmp3fb.exe"_s,
-             "[autorun]\r\nopen=start playlist.m3u\r\n"},
-        };
-        for (const auto &[omitted, names, lines] : cases) {
-            Disc disc;
-            for (bool CompilationPlan::*option : omitted)
-                disc.Plan.*option = false;
-            QVERIFY(disc.Build());
-            QCOMPARE(disc.Listed(), u"a b.wma "_s + names);
-            QCOMPARE(disc.Content(u"autorun.inf"_s), lines);
-        }
         Disc disc;
-        disc.Plan.IconFile = disc.Put(u"own.ico"_s, "own");
+        disc.Plan.AutoIcon = disc.Plan.AutoBigList = disc.Plan.AutoIndex = disc.Plan.CopyBrowser = false;
+        QVERIFY(disc.Build() && disc.Listed() == u"a b.wma MP3Index.htm playlist.m3u"_s);
+        disc.Plan.AutoIcon = disc.Plan.AutoIndex = true;
+        disc.Plan.IconFile = disc.Put(u"sub\\own.ico"_s, "own");
         QVERIFY(disc.Build() && disc.Content(u"setup.ico"_s) == "own");
-        disc.Plan.IconFile = disc.In(u"gone.ico"_s);
-        QVERIFY(disc.Build() && disc.Content(u"setup.ico"_s) == "icon");
+        QCOMPARE(disc.Content(u"autorun.inf"_s), "[autorun]\r\nicon=setup.ico\r\n"_ba);
+        Disc bare;
+        bare.Plan.CreateAutorun = bare.Plan.CreateTable = false;
+        QVERIFY(bare.Build() && bare.Listed() == u"a b.wma vtlmp3fb.exe"_s);
     }
 
     void GivesBackWhatAFailedBuildReplaced()
     {
-        for (const char *name : {"vtlmp3fb.exe", "playlist.m3u", "autorun.inf", "MP3Index.htm", "setup.ico"}) {
+        // A folder of that name cannot be replaced; an icon that is missing fails nothing.
+        for (const char *name : {"vtlmp3fb.exe", "autorun.inf", "MP3Index.htm", "setup.ico"}) {
             Disc disc;
             disc.Put(u"playlist.m3u"_s, "mine");
-            const QString path = disc.In(QLatin1StringView(name));
-            // A folder of that name cannot be replaced.
-            DeleteFile(path);
-            EnsureFolder(path);
-            const bool fails = !path.endsWith(".ico"_L1);
-            QCOMPARE(disc.Build(), !fails);
-            if (fails) {
-                QCOMPARE(disc.Listed(), path.endsWith(".m3u"_L1) ? u"a b.wma"_s : u"a b.wma playlist.m3u"_s);
-                QCOMPARE(disc.Content(u"playlist.m3u"_s), path.endsWith(".m3u"_L1) ? ""_ba : "mine"_ba);
-                QCOMPARE(disc.Told[disc.Told.size() - 2], u"Process failed, cleaning up..."_s);
-            }
+            EnsureFolder(disc.In(QLatin1StringView(name)));
+            const bool built = disc.Build();
+            QCOMPARE(built, QByteArrayView(name) == "setup.ico");
+            QVERIFY(built || (disc.Listed() == u"a b.wma playlist.m3u"_s && disc.Content(u"playlist.m3u"_s) == "mine"));
         }
         Disc disc;
         disc.Run.Stopped = [] { return true; };
@@ -164,15 +127,10 @@ private Q_SLOTS:
             QVERIFY(check(number).State == CompilationState::Unknown);
         QVERIFY(check(15).State == CompilationState::TooLarge && check(15).Excess == 1048576 + 3);
         QFile large(ToHostPath(disc.In(u"large.WAV"_s)));
-        QVERIFY(large.open(QIODevice::WriteOnly));
-        const std::pair<qint64, CompilationState> sizes[] = {{104857600 - 1048576 - 4, CompilationState::Fits},
-                                                             {104857600 - 1048576 - 3, CompilationState::TooLarge},
-                                                             {2147483647 - 2, CompilationState::Unknown}};
-        for (const auto &[size, state] : sizes) {
-            QVERIFY(large.resize(size));
-            QVERIFY(check(smallest).State == state && check(smallest).Files.size() == 3);
-        }
-        QVERIFY(large.remove());
+        QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(104857600 - 1048576 - 4));
+        QVERIFY(check(smallest).State == CompilationState::Fits && check(smallest).Files.size() == 3);
+        QVERIFY(large.resize(104857600 - 1048576 - 3) && check(smallest).State == CompilationState::TooLarge);
+        QVERIFY(large.resize(2147483647) && check(smallest).State == CompilationState::Unknown && large.remove());
     }
 
     void MakesAnIconFile()

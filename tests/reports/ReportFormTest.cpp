@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 const QString keep = u"Do you want to keep the file?"_s;
+const QString done = u"Done: Report Generator. Click 'Next>' to restart..."_s;
 
 /// A main window with two items in a folder, and the wizard over it.
 struct Wizard : FormDriver {
@@ -42,12 +43,7 @@ struct Wizard : FormDriver {
             Click("CmdNext");
     }
 
-    /// From the first step on, through the run.
-    void Run() const { Proceed(4); }
-
-    void ChooseText() const { QTest::keyClick(At("RepType"), Qt::Key_Down); }
-    QByteArray Folder() const { return F.Read(u"My Music\\tmp.htm"_s); }
-    QString Saved() const { return QString::fromUtf8(F.Read(u"kept.txt"_s)); }
+    QByteArray Temporary() const { return F.Read(u"My Music\\tmp.htm"_s); }
 };
 } // namespace
 
@@ -59,77 +55,64 @@ private Q_SLOTS:
     void LeadsThroughItsSteps()
     {
         Wizard w;
-        const QString options = u"STEP 1 -  Report Options...>"_s;
-        const QString details = u"STEP 2 - Item Details...<>"_s;
-        const QString generate = u"STEP 4 - Generate Report...<>"_s;
+        const QString first = u"STEP 1 -  Report Options...>"_s;
         for (const QString &third : {u"STEP 3 - HTML Table Settings...<>"_s, u"STEP 3 - TXT File Setup...<>"_s}) {
-            const QStringList steps{options, details, third, generate};
-            for (const QString &step : steps) {
-                QCOMPARE(w.Shown(), step);
-                w.Proceed(step == generate ? 0 : 1);
-            }
-            for (qsizetype i = steps.size(); i-- > 0;) {
+            const QStringList steps{first, u"STEP 2 - Item Details...<>"_s, third, u"STEP 4 - Generate Report...<>"_s};
+            for (qsizetype i = 0; i < 4; ++i, w.Proceed(i < 4 ? 1 : 0))
                 QCOMPARE(w.Shown(), steps[i]);
-                if (i > 0)
-                    w.Click("CmdBack");
-            }
-            w.ChooseText();
+            for (qsizetype i = 3; i > 0; --i, w.Click("CmdBack"))
+                QCOMPARE(w.Shown(), steps[i]);
+            w.Choose("RepType", 1);
         }
         w.Proceed(2);
         QTest::keyClick(w.Form, Qt::Key_Escape);
         QVERIFY(!w.Form->isVisible());
         w.Open();
-        QVERIFY(w.Shown() == options && w.Text("lblReport") == u"Click 'Next>' to generate the report."_s);
+        QVERIFY(w.Shown() == first && w.Text("lblReport") == u"Click 'Next>' to generate the report."_s);
         w.F.Prompts.Expect(keep, PromptAnswer::No);
-        w.Run();
+        w.Proceed(4);
         QCOMPARE(w.Shown(), u"STEP 4 - Generate Report...>"_s);
-        QCOMPARE(w.Text("lblReport"), u"Done: Report Generator. Click 'Next>' to restart..."_s);
+        QCOMPARE(w.Text("lblReport"), done);
         QVERIFY(w.At("CmdClose")->hasFocus() && w.At<QProgressBar>("ProgressBar1")->value() == 0);
         w.Proceed(1);
-        QCOMPARE(w.Shown(), options);
+        QCOMPARE(w.Shown(), first);
     }
 
     void AsksWhatToKeep()
     {
         Wizard w;
         const QString temporary = w.F.Inside(u"My Music\\tmp.htm"_s);
-        const QString proposal = w.F.Inside(u"My Music\\playlist.htm"_s);
         const QString kept = w.F.Inside(u"kept.htm"_s);
-        const QString exists = kept + u" exists, do you want to replace it?";
         w.F.Prompts.Expect(keep, PromptAnswer::No);
-        w.Run();
-        QCOMPARE(w.F.ShellCalls, QStringList{u"open "_s + temporary});
-        QVERIFY(w.Folder().isEmpty());
-        // A file of that name gets its place back, unless the user breaks off.
+        w.Proceed(4);
+        QVERIFY(w.F.ShellCalls == QStringList{u"open "_s + temporary} && w.Temporary().isEmpty());
+        // A file of that name gets its place back, unless the user breaks off or keeps the report there.
         w.F.Write(u"My Music\\tmp.htm"_s, "mine");
-        const auto answer = [&](const std::optional<QString> &path) {
+        const auto run = [&](const std::optional<QString> &path, std::optional<PromptAnswer> replace) {
             w.Open();
             w.F.Prompts.Expect(keep, PromptAnswer::Yes);
-            w.F.Prompts.ExpectPath(proposal, path);
+            w.F.Prompts.ExpectPath(w.F.Inside(u"My Music\\playlist.htm"_s), path);
+            if (replace)
+                w.F.Prompts.Expect(*path + u" exists, do you want to replace it?", *replace);
+            if (replace == PromptAnswer::Yes && *path == kept)
+                w.F.Prompts.Expect(u"Could not save the file!"_s, PromptAnswer::Ok);
+            w.Proceed(4);
         };
-        answer(kept);
-        w.Run();
+        run(kept, {});
         const QByteArray page = w.F.Read(u"kept.htm"_s);
-        QVERIFY(page.contains("one.wma>X</a>") && page.contains("sub/two.wma>X</a>") && w.Folder() == "mine");
+        QVERIFY(page.contains("one.wma>X</a>") && page.contains("sub/two.wma>X</a>") && w.Temporary() == "mine");
         w.F.Write(u"kept.htm"_s, "old");
-        answer(kept);
-        w.F.Prompts.Expect(exists, PromptAnswer::No);
-        w.Run();
-        QVERIFY(w.F.Read(u"kept.htm"_s) == "old" && w.Folder() == "mine");
-        answer(kept);
-        w.F.Prompts.Expect(exists, PromptAnswer::Yes);
-        w.F.Prompts.Expect(u"Could not save the file!"_s, PromptAnswer::Ok);
         SetFileAttributes(kept, AttributeReadOnly);
-        w.Run();
+        run(kept, PromptAnswer::No);
+        QVERIFY(w.Temporary() == "mine");
+        run(kept, PromptAnswer::Yes);
         SetFileAttributes(kept, AttributeNormal);
-        QVERIFY(w.F.Read(u"kept.htm"_s) == "old" && w.Folder() == "mine");
-        answer(temporary);
-        w.F.Prompts.Expect(temporary + u" exists, do you want to replace it?", PromptAnswer::Yes);
-        w.Run();
-        QCOMPARE(w.Folder(), page);
-        answer({});
-        w.Run();
-        QCOMPARE(w.Folder(), page);
+        QVERIFY(w.F.Read(u"kept.htm"_s) == "old" && w.Temporary() == "mine");
+        run(temporary, PromptAnswer::Yes);
+        QCOMPARE(w.Temporary(), page);
+        w.F.Write(u"My Music\\tmp.htm"_s, "mine");
+        run({}, {});
+        QCOMPARE(w.Temporary(), page);
     }
 
     void WritesWhereItCan()
@@ -139,19 +122,15 @@ private Q_SLOTS:
         w.F.Window->AddFile(u"q:\\gone.mp3"_s, 0);
         w.F.Prompts.Expect(keep, PromptAnswer::Yes);
         w.F.Prompts.ExpectPath(u"playlist.htm"_s, {});
-        w.Run();
+        w.Proceed(4);
         QVERIFY(w.F.Read(u"app\\tmp.htm"_s).contains("3 Items"));
-        // An empty list, and a folder that is none.
         w.F.Window->ListView1.Clear();
-        w.ChooseText();
-        w.F.Write(u"taken"_s, {});
-        w.F.Restart();
-        w.F.Window->AddFile(w.F.Inside(u"taken\\x.mp3"_s), 0);
+        w.F.Window->AddFile(w.F.Write(u"taken"_s, {}) + u"\\x.mp3", 0);
         w.Open();
-        w.F.Prompts.Expect(u"The file :"_s + ToHostPath(w.F.Inside(u"taken\\tmp.htm"_s)) + u" could not be written.",
-                           PromptAnswer::Ok);
-        w.Run();
-        QCOMPARE(w.Text("lblReport"), u"Done: Report Generator. Click 'Next>' to restart..."_s);
+        const QString failed = ToHostPath(w.F.Inside(u"taken\\tmp.htm"_s)) + u" could not be written.";
+        w.F.Prompts.Expect(u"The file :"_s + failed, PromptAnswer::Ok);
+        w.Proceed(4);
+        QCOMPARE(w.Text("lblReport"), done);
     }
 
     void EndsAtEscape()
@@ -162,34 +141,29 @@ private Q_SLOTS:
         QTimer::singleShot(0, w.Form, [&] { QTest::keyClick(w.Form, Qt::Key_Escape); });
         w.Proceed(1);
         QCOMPARE(w.Text("lblReport"), u"Stopped: no report was written. Click 'Next>' to restart..."_s);
-        QCOMPARE(w.Folder(), QByteArray("mine"));
+        QCOMPARE(w.Temporary(), QByteArray("mine"));
     }
 
     void OrdersColumns()
     {
         Wizard w;
-        w.ChooseText();
-        w.Enter("txtTitle", u"T"_s);
+        w.Choose("RepType", 1);
         QTest::mouseDClick(w.At("txtTitle"), Qt::LeftButton);
-        QCOMPARE(w.Text("txtTitle"), u"My Music"_s);
         w.Enter("txtDesc", u"Two\nlines"_s);
         w.Proceed(1);
-        QCOMPARE(w.Cells("ColumnList").size(), 21);
-        w.Click("cmdUp");
         w.Click("cmdNone");
         const auto move = [&](int row, const char *command, int times) {
             w.SelectRow("ColumnList", row);
             for (int i = 0; i < times; ++i)
                 w.Click(command);
+            QTest::keyClick(w.At("ColumnList"), Qt::Key_Space);
         };
         // Ticks go with their columns.
         move(0, "cmdUp", 1);
-        QTest::keyClick(w.At("ColumnList"), Qt::Key_Space);
         move(3, "cmdUp", 5);
-        QTest::keyClick(w.At("ColumnList"), Qt::Key_Space);
         move(20, "cmdDown", 1);
-        QCOMPARE(w.Cells("ColumnList").first(4).join(u' '), u"Size FileName Folder Time"_s);
-        QCOMPARE(w.Cells("ColumnList").last(), u"Link"_s);
+        w.SelectRow("ColumnList", 0);
+        w.Click("cmdDown");
         w.Click("Summary");
         w.Proceed(1);
         w.Enter("txtDelimiter", u"::::"_s);
@@ -199,19 +173,9 @@ private Q_SLOTS:
         w.F.Prompts.Expect(keep, PromptAnswer::Yes);
         w.F.Prompts.ExpectPath(w.F.Inside(u"My Music\\playlist.txt"_s), w.F.Inside(u"kept.txt"_s));
         w.Proceed(1);
-        QCOMPARE(w.Saved(), u"My Music\r\nTwo\r\nlines\r\n\r\nSize:::FileName:::\r\n\r\n3 Bytes:::One:::\r\n"
-                            "5 Bytes:::Two:::\r\n\r\n"_s);
-        QVERIFY(w.F.Read(u"app\\tmp.txt"_s).isEmpty());
+        QCOMPARE(w.F.Read(u"kept.txt"_s), "My Music\r\nTwo\r\nlines\r\n\r\nFileName:::Size:::Link:::\r\n\r\n"
+                                          "One:::3 Bytes:::\r\nTwo:::5 Bytes:::\r\n\r\n"_ba);
         QCOMPARE(w.F.ShellCalls, QStringList{u"open "_s + w.F.Inside(u"app\\tmp.txt"_s)});
-        w.Open();
-        w.Proceed(1);
-        w.Click("cmdAll");
-        w.F.Prompts.ExpectPath(w.F.Inside(u"program\\*.rpt"_s), w.F.Inside(u"all.rpt"_s));
-        w.Click("CmdBack");
-        w.Click("SaveCurrent");
-        ReportSettings record;
-        QVERIFY(LoadReportSettings(w.F.Inside(u"all.rpt"_s), record));
-        QCOMPARE(std::count(record.ColumnChecked.begin(), record.ColumnChecked.end(), true), 21);
     }
 
     void KeepsSettingsInFiles()
@@ -230,68 +194,58 @@ private Q_SLOTS:
         std::reverse(record.ColumnChecked.begin(), record.ColumnChecked.end());
         record.FontName = u"No Such Font"_s;
         record.FontSizeIndex = 4;
-        record.Delimiter = u"#"_s;
-        const QString proposal = w.F.Inside(u"program\\*.rpt"_s);
         const QString path = w.F.Inside(u"a.rpt"_s);
         const QString copy = w.F.Inside(u"b.rpt"_s);
-        const auto load = [&](const ReportSettings &settings) {
-            SaveReportSettings(path, settings);
-            w.F.Prompts.ExpectPath(proposal, path);
-            w.Click("LoadCurrent");
-        };
-        const auto save = [&] {
-            w.F.Prompts.ExpectPath(proposal, copy);
-            w.Click("SaveCurrent");
+        const auto press = [&](const char *command, const std::optional<QString> &file) {
+            w.F.Prompts.ExpectPath(w.F.Inside(u"program\\*.rpt"_s), file);
+            w.Click(command);
         };
         for (bool ReportSettings::*layout : {&ReportSettings::SpaceAligned, &ReportSettings::CommaDelimited,
                                              &ReportSettings::TabDelimited, &ReportSettings::CustomDelimited}) {
             record.SpaceAligned = record.CommaDelimited = record.TabDelimited = record.CustomDelimited = false;
             record.*layout = true;
             record.Summary = record.SaveRel = record.SpaceAligned;
-            load(record);
-            save();
-            QCOMPARE(w.F.Read(u"b.rpt"_s), w.F.Read(u"a.rpt"_s));
             DeleteFile(copy);
+            SaveReportSettings(path, record);
+            press("LoadCurrent", path);
+            press("SaveCurrent", copy);
+            QCOMPARE(w.F.Read(u"b.rpt"_s), w.F.Read(u"a.rpt"_s));
         }
         QCOMPARE(w.At("FontTest")->font().pointSize(), 18);
         // Numbers out of range are shown as the nearest ones.
         record.RepType = -3;
         record.FontSizeIndex = 99;
         record.ColumnOrder = {30, -1};
-        load(record);
+        SaveReportSettings(path, record);
+        press("LoadCurrent", path);
         QVERIFY(w.Text("RepType") == u"HTML File"_s && w.Text("FontSizer") == u"36"_s);
         QCOMPARE(w.Cells("ColumnList").first(2).join(u' '), u"Link FileName"_s);
         w.Click("LoadDefault");
-        save();
-        SaveReportSettings(path, DefaultReportSettings());
-        QCOMPARE(w.F.Read(u"b.rpt"_s), w.F.Read(u"a.rpt"_s));
+        QCOMPARE(w.Text("txtTitle"), u"Report Title"_s);
         // What goes wrong, and what the user does not want.
         const QByteArray before = w.F.Read(u"b.rpt"_s);
-        w.Enter("txtTitle", u"other"_s);
-        w.F.Prompts.ExpectPath(proposal, copy);
+        w.F.Prompts.ExpectPath(w.F.Inside(u"program\\*.rpt"_s), copy);
         w.F.Prompts.Expect(copy + u" exists, do you want to replace it?", PromptAnswer::No);
         w.Click("SaveCurrent");
-        w.F.Prompts.ExpectPath(proposal, {});
-        w.Click("LoadCurrent");
-        w.F.Prompts.ExpectPath(proposal, w.F.Inside(u"gone.rpt"_s));
-        w.F.Prompts.Expect(u"Could not read the file!"_s, PromptAnswer::Ok);
-        w.Click("LoadCurrent");
-        w.F.Prompts.ExpectPath(proposal, w.F.Inside(u"gone\\x.rpt"_s));
-        w.F.Prompts.Expect(u"Could not save the file!"_s, PromptAnswer::Ok);
-        w.Click("SaveCurrent");
-        QVERIFY(w.F.Read(u"b.rpt"_s) == before && w.Text("txtTitle") == u"other"_s);
+        press("LoadCurrent", {});
+        for (const auto &[command, told] : {std::pair("LoadCurrent", u"Could not read the file!"_s),
+                                            std::pair("SaveCurrent", u"Could not save the file!"_s)}) {
+            w.F.Prompts.ExpectPath(w.F.Inside(u"program\\*.rpt"_s), w.F.Inside(u"gone\\x.rpt"_s));
+            w.F.Prompts.Expect(told, PromptAnswer::Ok);
+            w.Click(command);
+        }
+        QCOMPARE(w.F.Read(u"b.rpt"_s), before);
     }
 
     void ShowsFonts()
     {
         Wizard w;
-        QCOMPARE(w.Cells("FontList"), QFontDatabase::families().mid(1));
         w.Proceed(2);
         w.SelectRow("FontList", 0);
-        const QString family = w.Cells("FontList").value(0);
-        QVERIFY(w.At("FontTest")->font().family() == family && w.At("FontList")->toolTip() == family);
-        QTest::keyClick(w.At("FontSizer"), Qt::Key_Down);
-        QCOMPARE(w.At("FontTest")->font().pointSize(), 10);
+        w.Choose("FontSizer", 1);
+        const QFont sample = w.At("FontTest")->font();
+        QCOMPARE(sample.family(), QFontDatabase::families().value(1));
+        QVERIFY(w.At("FontList")->toolTip() == sample.family() && sample.pointSize() == 10);
     }
 };
 
