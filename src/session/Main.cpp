@@ -254,7 +254,6 @@ void Main::BuildStatusBar()
     StatusBar1->setStyleSheet(u"QStatusBar::item { border: none; }"_s);
     for (std::size_t i = 0; i < panels.size(); ++i) {
         panels[i] = new StatusPanel(usual[i].toString(), StatusBar1);
-        panels[i]->setObjectName(u"Panel%1"_s.arg(i + 1));
         StatusBar1->addWidget(panels[i], usual[i].isEmpty() ? 1 : 0);
     }
 }

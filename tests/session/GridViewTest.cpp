@@ -156,33 +156,6 @@ private Q_SLOTS:
         QCOMPARE(SelectedRows(grid), (QList<int>{2, 3, 4, 9}));
     }
 
-    void ModelKeepsItsPromises()
-    {
-        Grid grid;
-        const QAbstractItemModelTester tester(&grid, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        Fill(grid, 10);
-        FileRecord missing;
-        missing.FileName = u"gone.mp3"_s;
-        missing.Folder = u"d:\\x\\"_s;
-        grid.Insert(missing, 3);
-        QCOMPARE(grid.CellText(3, ColumnFileName), u"gone.mp3"_s);
-        QCOMPARE(grid.CellText(4, ColumnFileName), u"track 3.mp3"_s);
-        QCOMPARE(grid.CellText(4, ColumnOriginalOrder), u"3"_s);
-        QStringList texts;
-        for (int column = ColumnTime; column <= ColumnOriginalOrder; ++column)
-            texts.append(grid.CellText(3, column));
-        QCOMPARE(texts, (QStringList{u"0:00"_s, u"0 Bytes"_s, u"d:\\x\\"_s, {}, {}, {}, {}, {}, {}, {}, {}}));
-        QVERIFY(grid.Item(3).Ghosted && grid.Item(3).SmallIcon == IconMissing);
-        QCOMPARE(grid.RemoveIf([](const PlaylistItem &item) { return item.Ghosted; }), 1);
-        grid.Rearrange({10, 9, 8, 7, 6, 5, 4, 3, 2, 1});
-        QCOMPARE(grid.CellText(1, ColumnFileName), u"track 10.mp3"_s);
-        std::vector<FileRecord> many(Grid::MaxRows - 9);
-        QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.Append(many));
-        QCOMPARE(grid.Count(), Grid::MaxRows);
-        QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.Insert(missing));
-        QCOMPARE(grid.Count(), Grid::MaxRows);
-    }
-
     void FocusFollowsRows()
     {
         Grid grid;
@@ -218,6 +191,7 @@ private Q_SLOTS:
     void ScreenReadersHearTheRows()
     {
         Grid grid;
+        const QAbstractItemModelTester tester(&grid, QAbstractItemModelTester::FailureReportingMode::QtTest);
         Fill(grid, 3);
         FileRecord missing;
         missing.FileName = u"gone.mp3"_s;
@@ -249,23 +223,19 @@ private Q_SLOTS:
             QAccessibleInterface *cell = whole->child(number);
             const int row = number / ColumnCount;
             const int column = number % ColumnCount;
-            QCOMPARE(whole->indexOfChild(cell), number);
-            QCOMPARE(cell->role(), row == 0 ? QAccessible::ColumnHeader : QAccessible::Cell);
-            QCOMPARE(cell->state().selected, row == 2 || row == 4);
-            QCOMPARE(cell->state().invisible, view.isColumnHidden(column));
-            QCOMPARE(cell->state().focusable, row > 0);
-            if (row == 0) {
-                QCOMPARE(cell->text(QAccessible::Name), Grid::Caption(column + 1));
-                continue;
-            }
-            const QAccessibleTableCellInterface &place = *cell->tableCellInterface();
-            QVERIFY(place.rowIndex() == row - 1 && place.columnIndex() == column && place.table() == whole);
-            QCOMPARE(place.columnHeaderCells().first(), whole->child(column));
+            const QAccessible::State state = cell->state();
+            QVERIFY(whole->indexOfChild(cell) == number && state.selected == (row == 2 || row == 4) &&
+                    state.invisible == view.isColumnHidden(column) && state.focusable == (row > 0) &&
+                    cell->role() == (row == 0 ? QAccessible::ColumnHeader : QAccessible::Cell));
+            QVERIFY(row > 0 || cell->text(QAccessible::Name) == Grid::Caption(column + 1));
+            const QAccessibleTableCellInterface *place = cell->tableCellInterface();
+            QVERIFY(row == 0 ? place == nullptr
+                             : place->rowIndex() == row - 1 && place->columnIndex() == column &&
+                                   place->columnHeaderCells().first() == whole->child(column));
             const QPoint middle = cell->rect().center();
-            if (!view.isColumnHidden(column)) {
-                QCOMPARE(whole->childAt(middle.x(), middle.y()), cell);
-                QCOMPARE(middle.x(), whole->child(column)->rect().center().x());
-            }
+            QVERIFY(row == 0 || state.invisible ||
+                    (whole->childAt(middle.x(), middle.y()) == cell &&
+                     middle.x() == whole->child(column)->rect().center().x()));
         }
         QCOMPARE(whole->focusChild(), table->cellAt(3, 0));
         int told = 0;

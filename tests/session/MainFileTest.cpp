@@ -90,20 +90,6 @@ private Q_SLOTS:
         QVERIFY(!f.Window->PlaylistDirty);
     }
 
-    void ImportsBehind()
-    {
-        MainFixture f;
-        f.AddRows({1, 2});
-        const QString list = f.Write(u"list.m3u"_s, "a.wma\r\nb.wma\r\n");
-        f.Prompts.ExpectPath({}, list);
-        f.Trigger("MFileImport");
-        QCOMPARE(f.Rows(), u"a b a b"_s);
-        QVERIFY(f.Window->PlaylistDirty);
-        QVERIFY(f.Window->CurrentPlaylistPath.isEmpty());
-        QCOMPARE(f.Window->ListView1.CellText(3, ColumnOriginalOrder), u"3"_s);
-        QCOMPARE(f.Window->PanelText(1), u"Total: 4"_s);
-    }
-
     void RecentFilesOpenAndGoStale()
     {
         MainFixture f;
