@@ -24,7 +24,8 @@ struct RenameRules {
 QString FormatSequenceNumber(int number, int total);
 
 /// The full path that the rules make of a path. With commit the file is renamed, and a refusal gives the path back
-/// unchanged, as does a name that would be empty or beyond all measure. Nothing of the new name is checked but what StaysInFolder asks.
+/// unchanged, as does a name that would be empty or beyond all measure. Nothing of the new name is checked but what
+/// StaysInFolder asks.
 QString ApplyRenameRules(const RenameRules &rules, const QString &path, int number, int total, bool commit);
 
 /// Whether a new path is one more name in the folder of the path: no part of it is a separator or leads elsewhere. Only
