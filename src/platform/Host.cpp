@@ -48,6 +48,7 @@ SettingsStore MakeSettings(const QString &applicationName)
     settings.Write = [store](const QString &section, const QString &key, const QString &value) {
         store->setValue(SettingsAddress(section, key), value);
     };
+    settings.Place = store->fileName();
     return settings;
 }
 
@@ -131,7 +132,7 @@ Prompts UnansweredPrompts()
 Shell RefusingShell()
 {
     const auto refuse = [](const QString &) { return false; };
-    return {refuse, refuse, refuse, refuse, refuse, refuse, [](const QString &) { return QString(); }};
+    return {refuse, refuse, refuse, refuse, refuse, [](const QString &) { return QString(); }};
 }
 
 QStringList DriveRoots()
@@ -155,6 +156,7 @@ Host HeadlessHost(const QString &applicationName)
     host.ProgramFolder = DeliveredFolder(executableFolder);
     host.ApplicationFolder = WrittenFolder(executableFolder);
     host.Roots = DriveRoots;
+    host.System = QSysInfo::prettyProductName() + u", "_s + QSysInfo::currentCpuArchitecture();
     host.Environment = [](const QString &name) { return qEnvironmentVariable(name.toLocal8Bit().constData()); };
     return host;
 }

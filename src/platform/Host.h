@@ -54,6 +54,13 @@ struct Prompts {
     std::function<std::optional<QString>(const LinePrompt &)> Line;
 };
 
+/// A program of the desktop that takes no document.
+struct DesktopTool {
+    std::function<bool()> Exists = [] { return false; };
+    /// False when it cannot be started.
+    std::function<bool()> Open = [] { return false; };
+};
+
 /// The desktop's own programs. Paths are inside paths; false when the desktop refused.
 struct Shell {
     /// A document, or a web address that starts with a scheme and "://", with its registered program.
@@ -64,12 +71,14 @@ struct Shell {
     std::function<bool(const QString &)> OpenElsewhere;
     /// A folder window.
     std::function<bool(const QString &)> Explore;
-    /// The desktop's file search, starting in a folder.
-    std::function<bool(const QString &)> Find;
     /// The desktop's properties of a file; false where there is no such dialog.
     std::function<bool(const QString &)> Properties;
     /// Full path (or command) of the program registered for a document, empty for none.
     std::function<QString(const QString &)> AssociatedProgram;
+    /// The desktop's file search.
+    DesktopTool Find{};
+    DesktopTool VolumeControl{};
+    DesktopTool SystemInformation{};
 };
 
 struct Clock {
@@ -84,6 +93,8 @@ struct Clock {
 struct SettingsStore {
     std::function<QString(const QString &section, const QString &key)> Read;
     std::function<void(const QString &section, const QString &key, const QString &value)> Write;
+    /// Where they are kept, for a person.
+    QString Place{};
 };
 
 struct Host {
@@ -101,6 +112,8 @@ struct Host {
     bool WindowsCanFade = false;
     /// The folders below which everything lies, as "c:\", in the order of their letters.
     std::function<QStringList()> Roots;
+    /// What this host is, for a person.
+    QString System;
     /// An environment variable; empty when it is not set.
     std::function<QString(const QString &name)> Environment;
 };

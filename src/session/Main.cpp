@@ -32,6 +32,8 @@ Main::Main(const Host &hostOfProgram, std::span<const Tool> toolsOfProgram)
     BuildStatusBar();
     ColourMenus();
     CheckDefaults();
+    TipTimer.setSingleShot(true);
+    connect(&TipTimer, &QTimer::timeout, this, &Main::TipTimer_Timer);
     SetCurrentPlaylist({});
     resize(QSize(1000, 640).boundedTo(Room().size()));
     ListView1_Click();
@@ -112,7 +114,17 @@ QMenu *Main::MakeMenu(const MenuEntry &entry, QMenu *parent)
         parent->addMenu(menu);
     menus.insert(entry.Name, menu);
     commands.insert(entry.Name, menu->menuAction());
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { ShowAvailable(*menu); });
     return menu;
+}
+
+void Main::ShowAvailable(const QMenu &menu) const
+{
+    for (QAction *command : menu.actions()) {
+        const Tool *tool = ToolOf(command->objectName());
+        if (tool != nullptr && tool->Available != nullptr)
+            command->setVisible(tool->Available(*this));
+    }
 }
 
 void Main::BuildMenus()

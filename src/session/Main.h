@@ -12,6 +12,7 @@
 #include <QHash>
 #include <QMainWindow>
 #include <QSet>
+#include <QTimer>
 
 #include <array>
 #include <functional>
@@ -48,6 +49,8 @@ public:
     bool PlaylistDirty = false;
     /// The open M3U file; empty for a playlist that has no file yet.
     QString CurrentPlaylistPath;
+    /// The bookmark file of the player; kept with the settings.
+    QString BookmarkFilePath;
 
     /// Analyses the file and adds one row, at the end or at index (from 1). Raises PlaylistFull.
     void AddFile(const QString &path, int index);
@@ -88,6 +91,11 @@ public:
     void PositionForm(QWidget *dialog);
     /// Writes (save) or applies the settings of the window and the session.
     void SetFormState(bool save);
+    /// Where the rows of a session are kept.
+    QString SessionFile() const;
+    /// Whether a tip is shown at each start.
+    bool TipsAtStartup() const;
+    void SetTipsAtStartup(bool on);
     /// Gives bars and grid their places in the client area.
     void Form_Resize();
 
@@ -162,6 +170,7 @@ public:
     void MToolsSaveSetting_Click();
     void MHelpHelp_Click();
     void MHelpWebsite_Click();
+    void TipTimer_Timer();
     void MHidOptionMenuVisible_Click();
     void MHidOptionToolbarFlat_Click();
     void MHidOptionToolbar3D_Click();
@@ -195,6 +204,8 @@ private:
     /// An element of an array of menu items.
     QAction *MakeElement(struct MenuEntry entry, int index, QStringView caption);
     QMenu *MakeMenu(const struct MenuEntry &entry, QMenu *parent);
+    /// Shows those commands of a menu that are available on this host.
+    void ShowAvailable(const QMenu &menu) const;
 
     /// Row numbers: selects rows first + 1 to last; first is increased by one in the caller's variable.
     void SelectRange(int &first, int last);
@@ -252,7 +263,6 @@ private:
     void LoadPlace();
     void LoadBars();
     void LoadTable();
-    QString SessionFile() const;
     /// The program registered for playlists, in lower case, tells whether the bookmark commands make sense.
     bool DetectPlayer();
     /// The menu of the bookmark commands, with the separator above it.
@@ -275,6 +285,8 @@ private:
     QSet<const QAction *> unavailable;
     /// Paths of the recent files, the first one the newest; empty texts behind the last.
     QStringList recentFiles;
+    /// Lets the first tip wait until the start is done.
+    QTimer TipTimer;
     bool running = false;
     /// Panel 4 says what the last command did.
     bool answered = false;
@@ -291,6 +303,5 @@ private:
     ColourNumber gridForeground = systemWindowText;
     int transparency = 0;
     QStringList ShortcutList;
-    QString BookmarkFilePath;
     QStringList TempFileList;
 };

@@ -22,6 +22,9 @@ namespace
 constexpr int twips = 15;
 constexpr int smallestStored = 500;
 
+const QString tipSection = u"Options"_s;
+const QString tipKey = u"Show Tips at Startup"_s;
+
 /// Values of one section. A value that cannot be read leaves what it was to set alone.
 class Section
 {
@@ -61,6 +64,17 @@ void Main::SetFormState(bool save)
 {
     const Hourglass hourglass(this);
     save ? SaveState() : LoadState();
+}
+
+bool Main::TipsAtStartup() const
+{
+    const QString value = host.Settings.Read(tipSection, tipKey);
+    return value.isEmpty() || value.toInt() == 1;
+}
+
+void Main::SetTipsAtStartup(bool on)
+{
+    host.Settings.Write(tipSection, tipKey, on ? u"1"_s : u"0"_s);
 }
 
 void Main::SaveState()

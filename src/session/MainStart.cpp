@@ -27,6 +27,13 @@ void Main::RestoreSession(const QString &commandLine)
     } else {
         OpenCommandLine(commandLine);
     }
+    TipTimer.start(0);
+}
+
+void Main::TipTimer_Timer()
+{
+    if (TipsAtStartup())
+        Command("MHelpTip")->trigger();
 }
 
 bool Main::DetectPlayer()

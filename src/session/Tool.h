@@ -16,4 +16,6 @@ struct Tool {
     void (*Run)(Main &main) = nullptr;
     /// The command asks for items when the playlist has none.
     bool NeedsItems = false;
+    /// The command is shown only where this holds, which is asked each time its menu opens; none for always.
+    bool (*Available)(const Main &main) = nullptr;
 };

@@ -20,8 +20,13 @@ struct MainFixture {
     /// Inside form, no trailing backslash.
     QString Folder = FromHostPath(Temporary.path());
     PromptQueue Prompts;
-    QMap<QString, QString> Settings;
+    /// No tip opens over the window.
+    QMap<QString, QString> Settings{{QStringLiteral("Options/Show Tips at Startup"), QStringLiteral("0")}};
     QStringList ShellCalls;
+    /// What the desktop does not have: "find", "volume", "system information".
+    QStringList MissingTools;
+    const QString SettingsPlace = QStringLiteral("the settings' place");
+    const QString System = QStringLiteral("the test's system");
     QString Player;
     /// The desktop has no program for playlists but this one.
     bool NoPlayer = false;
@@ -145,7 +150,19 @@ private:
         };
         host.Shell.Explore = record("explore");
         host.Shell.Properties = record("properties");
+        const auto tool = [this](const QString &name) {
+            const auto exists = [this, name] { return !MissingTools.contains(name); };
+            return DesktopTool{exists, [this, name, exists] {
+                                   ShellCalls += exists() ? QStringList{name} : QStringList();
+                                   return exists();
+                               }};
+        };
+        host.Shell.Find = tool(QStringLiteral("find"));
+        host.Shell.VolumeControl = tool(QStringLiteral("volume"));
+        host.Shell.SystemInformation = tool(QStringLiteral("system information"));
         host.Shell.AssociatedProgram = [this](const QString &) { return Player; };
+        host.Settings.Place = SettingsPlace;
+        host.System = System;
         host.Clock.Now = [] { return QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)); };
         host.Clock.Reseed = [] {};
         host.Clock.Random = [this] { return Draws.isEmpty() ? 0.0 : Draws.takeFirst(); };

@@ -17,6 +17,7 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QTabWidget>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -104,8 +105,9 @@ bool ParseSelection(const QString &text, Request &request)
 const Tool *ToolOfWindow(const QString &name)
 {
     const std::span<const Tool> tools = Tools();
-    const auto tool = std::find_if(tools.begin(), tools.end(),
-                                   [&](const Tool &each) { return name == QLatin1StringView(each.Window); });
+    const auto tool = std::find_if(tools.begin(), tools.end(), [&](const Tool &each) {
+        return each.Window != nullptr && name == QLatin1StringView(each.Window);
+    });
     return tool != tools.end() ? &*tool : nullptr;
 }
 
@@ -219,12 +221,20 @@ bool TakeStep(const QWidget &dialog, const QString &step)
     if (auto *button = qobject_cast<QAbstractButton *>(control))
         button->click();
     else if (auto *list = qobject_cast<QComboBox *>(control))
-        list->setCurrentIndex(value.toInt());
+        list->isEditable() ? list->setEditText(value) : list->setCurrentIndex(value.toInt());
     else if (auto *tabs = qobject_cast<QTabWidget *>(control))
         tabs->setCurrentIndex(value.toInt());
     else
         return control->setProperty("text", value);
     return true;
+}
+
+/// Lets a window do what it does once it has been painted.
+void Settle(const QWidget &dialog)
+{
+    const QList<QTimer *> timers = dialog.findChildren<QTimer *>();
+    while (std::any_of(timers.cbegin(), timers.cend(), [](const QTimer *timer) { return timer->isActive(); }))
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 /// The window that the request names, opened; none when it, one of its pages or a step in it cannot be shown.
@@ -238,6 +248,7 @@ QWidget *RequestedWindow(Main &window, const Request &request)
         return nullptr;
     if (request.Size)
         dialog->resize(*request.Size);
+    Settle(*dialog);
     const bool shown = std::all_of(request.Pages.cbegin(), request.Pages.cend(),
                                    [&](const QString &page) { return ShowPage(*dialog, page); });
     const bool done = shown && std::all_of(request.Steps.cbegin(), request.Steps.cend(),

@@ -172,6 +172,5 @@ bool OpenElsewhere(const QString &document)
 
 Shell DesktopShell()
 {
-    // The desktops have no common file search; the folder's window has one.
-    return {Open, Browse, OpenElsewhere, OpenFolder, OpenFolder, ShowProperties, AssociatedProgram};
+    return {Open, Browse, OpenElsewhere, OpenFolder, ShowProperties, AssociatedProgram};
 }

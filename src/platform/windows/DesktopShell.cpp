@@ -44,11 +44,6 @@ bool Explore(const QString &folder)
     return ExamineFile(folder).IsFolder && Execute(L"explore", ShortWidePath(folder));
 }
 
-bool Find(const QString &folder)
-{
-    return ExamineFile(folder).IsFolder && Execute(L"find", ShortWidePath(folder));
-}
-
 bool ShowProperties(const QString &path)
 {
     const std::wstring target = ShortWidePath(path);
@@ -134,5 +129,5 @@ bool OpenElsewhere(const QString &document)
 
 Shell DesktopShell()
 {
-    return {Open, Browse, OpenElsewhere, Explore, Find, ShowProperties, AssociatedProgram};
+    return {Open, Browse, OpenElsewhere, Explore, ShowProperties, AssociatedProgram};
 }
