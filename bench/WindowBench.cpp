@@ -2,8 +2,11 @@
 #include "BenchSupport.h"
 #include "BenchWindow.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
+#include <QDialog>
 #include <QHeaderView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -104,6 +107,22 @@ void KeyOverRepaint(benchmark::State &state, Qt::Key key, Qt::KeyboardModifiers 
     OverRepaint(state, [=] { QTest::keyClick(FullWindow().Window.View(), key, modifiers); });
 }
 
+/// About half of the rows are found.
+void SelectAllMatchesOverRepaint(benchmark::State &state)
+{
+    Main &window = FullWindow().Window;
+    window.Command("MToolsSearch")->trigger();
+    auto *search = window.findChild<QDialog *>(u"frmSearch"_s);
+    for (const QString &entry : {u"MFilename"_s, u"Mfolder"_s, u"Mmode"_s})
+        search->findChild<QAction *>(entry)->trigger();
+    search->findChild<QComboBox *>(u"txtSearch"_s)->setEditText(u"Joint"_s);
+    auto *selectAll = search->findChild<QAbstractButton *>(u"cmdSelAl"_s);
+    selectAll->click();
+    state.counters["matches"] = CountTotals(window.ListView1).SelectedCount;
+    OverRepaint(state, [selectAll] { selectAll->click(); });
+    search->close();
+}
+
 BENCHMARK(CountTotalsOverBarePass)->UseManualTime();
 BENCHMARK(ListView1_ClickOverBarePass)->UseManualTime();
 BENCHMARK_CAPTURE(CommandOverRepaint, SelectAll, "MEditSelAll")->UseManualTime();
@@ -118,6 +137,7 @@ BENCHMARK_CAPTURE(CommandOverRepaint, UnMark, "MEditSeUnMark")->UseManualTime();
 BENCHMARK_CAPTURE(ClickOverRepaint, Plain, Qt::NoModifier)->UseManualTime();
 BENCHMARK_CAPTURE(ClickOverRepaint, Ctrl, Qt::ControlModifier)->UseManualTime();
 BENCHMARK_CAPTURE(KeyOverRepaint, ShiftEnd, Qt::Key_End, Qt::ShiftModifier)->UseManualTime();
+BENCHMARK(SelectAllMatchesOverRepaint)->UseManualTime();
 } // namespace
 
 int main(int argc, char **argv)

@@ -4,6 +4,8 @@
 #include "purge/FilterForm.h"
 #include "rename/RenameForm.h"
 #include "reports/ReportForm.h"
+#include "search/frmSearch.h"
+#include "statistics/PlaylistStats.h"
 #include "tageditor/Id3Info.h"
 
 namespace
@@ -20,6 +22,8 @@ constexpr Tool tools[] = {
     {"MToolsReport", "ReportForm", &MakeForm<ReportForm>},
     {"MToolsM3UWiz", "AutoCreateWizard", &MakeForm<AutoCreateWizard>, nullptr, true},
     {"MToolsRename", "RenameForm", &MakeForm<RenameForm>, nullptr, true},
+    {"MToolsSearch", "frmSearch", &MakeForm<frmSearch>},
+    {"MViewDetails", "PlaylistStats", &MakeForm<PlaylistStats>},
 };
 } // namespace
 
