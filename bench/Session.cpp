@@ -7,9 +7,12 @@
 #include "session/ProgramName.h"
 #include "session/SplashFrm.h"
 
+#include <QDialog>
+
 using namespace Qt::StringLiterals;
 
-// The program as it starts with the session that was stored last, up to its first painting.
+// The program as it starts with the session that was stored last, up to its first painting, and to that of the tip if
+// there is to be one.
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
@@ -28,4 +31,10 @@ int main(int argc, char **argv)
     while (!restored)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     FirstPaint::WaitFor(window);
+    if (!window.TipsAtStartup())
+        return 0;
+    const auto tip = [&window] { return window.findChild<QDialog *>(u"frmTip"_s); };
+    while (tip() == nullptr)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    FirstPaint::WaitFor(*tip());
 }

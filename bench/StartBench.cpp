@@ -31,18 +31,39 @@ void RunProcess(const char *program)
         throw std::runtime_error("A process of the benchmark fails.");
 }
 
-void StartOverBareWindow(benchmark::State &state, int entries, double bound)
+/// Whether the next start shows a tip.
+void LetStartShowTip(bool on)
+{
+    HeadlessHost(ApplicationName()).Settings.Write(u"Options"_s, u"Show Tips at Startup"_s, on ? u"1"_s : u"0"_s);
+}
+
+void StoreSession(const QByteArray &session)
 {
     const QString folder = HeadlessHost(ApplicationName()).ApplicationFolder;
+    EnsureFolder(folder);
+    WriteWholeFile(folder + u"\\tmp.m3u"_s, session);
+}
+
+void StartOverBareWindow(benchmark::State &state, int entries, double bound)
+{
     QByteArray session = "#\r\n";
     if (entries > 0)
         ReadWholeFile(MediaList(entries), session);
-    EnsureFolder(folder);
-    WriteWholeFile(folder + u"\\tmp.m3u"_s, session);
+    StoreSession(session);
+    LetStartShowTip(false);
     CompareInTurn(
         state, 1, bound, [] { RunProcess(BARE_WINDOW); }, [] { RunProcess(SESSION); });
 }
 
+/// Up to the first painting of the tip.
+void StartWithTipOverWithout(benchmark::State &state)
+{
+    StoreSession("#\r\n");
+    const auto start = [](bool tip) { return Side{[] { RunProcess(SESSION); }, 1, [tip] { LetStartShowTip(tip); }}; };
+    Compare(state, 1.2, start(false), start(true));
+}
+
+BENCHMARK(StartWithTipOverWithout)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
 BENCHMARK_CAPTURE(StartOverBareWindow, EmptySession, 0, 2.5)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)

@@ -10,7 +10,7 @@ configure_file(${resources}/SOURCES.txt ${PROJECT_BINARY_DIR}/licences/SOURCES.t
 
 install(TARGETS playlist-editor playlist-inspect RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 # The program looks for these beside its own folder, in ../share.
-install(FILES ${resources}/VTLPLEH.htm DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
+install(FILES ${resources}/VTLPLEH.htm ${resources}/VTLPLE20.htd DESTINATION ${CMAKE_INSTALL_DATADIR}/${desktop_name})
 
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Vantrel <maintainers@vantrel.example>")
 

@@ -5,6 +5,11 @@
 #include "rename/RenameForm.h"
 #include "reports/ReportForm.h"
 #include "search/frmSearch.h"
+#include "session/Main.h"
+#include "sidetools/Bookmarks.h"
+#include "sidetools/Shortcuts.h"
+#include "sidetools/frmAbout.h"
+#include "sidetools/frmTip.h"
 #include "statistics/PlaylistStats.h"
 #include "tageditor/Id3Info.h"
 
@@ -24,6 +29,16 @@ constexpr Tool tools[] = {
     {"MToolsRename", "RenameForm", &MakeForm<RenameForm>, nullptr, true},
     {"MToolsSearch", "frmSearch", &MakeForm<frmSearch>},
     {"MViewDetails", "PlaylistStats", &MakeForm<PlaylistStats>},
+    {"MToolsLoadWinamp", nullptr, nullptr, &LoadBookmarks},
+    {"MToolsSaveWinamp", nullptr, nullptr, &SaveBookmarks},
+    {"MToolsLocWinamp", nullptr, nullptr, [](Main &main) { ChooseBookmarkFile(main); }},
+    {"MToolsShortCutFind", nullptr, nullptr, &FindFiles, false,
+     [](const Main &main) { return main.World().Shell.Find.Exists(); }},
+    {"MToolsShortCutExplore", nullptr, nullptr, &ExploreFiles},
+    {"MToolsShortCutVolume", nullptr, nullptr, &OpenVolumeControl, false,
+     [](const Main &main) { return main.World().Shell.VolumeControl.Exists(); }},
+    {"MHelpTip", "frmTip", &MakeForm<frmTip>},
+    {"MHelpAbout", "frmAbout", &MakeForm<frmAbout>},
 };
 } // namespace
 

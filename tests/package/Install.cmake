@@ -26,6 +26,7 @@ set(expected
   share/man/man1/playlist-editor.1.gz
   share/man/man1/playlist-inspect.1.gz
   share/metainfo/example.vantrel.PlaylistEditor.metainfo.xml
+  share/${name}/VTLPLE20.htd
   share/${name}/VTLPLEH.htm)
 foreach(size 16 22 24 32 48 64 128 256)
   list(APPEND expected share/icons/hicolor/${size}x${size}/apps/${name}.png)

@@ -11,6 +11,7 @@ set(expected
   Qt6Core.dll
   Qt6Gui.dll
   Qt6Widgets.dll
+  VTLPLE20.htd
   VTLPLEH.htm
   imageformats/qgif.dll
   imageformats/qjpeg.dll
