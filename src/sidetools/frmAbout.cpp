@@ -19,6 +19,7 @@ frmAbout::frmAbout(Main &mainWindow) : ToolForm(mainWindow)
     ui->lblTitle->setText(ProgramTitle());
     ui->lblVersion->setText(u"Version "_s + ProgramVersion());
     ui->txtFacts->setPlainText(AboutText(main.World(), main.SessionFile()));
+    ui->cmdOK->setFocus();
     ConnectClicks<frmAbout>({
         {ui->cmdCopy, &frmAbout::cmdCopy_Click},
         {ui->cmdSysInfo, &frmAbout::cmdSysInfo_Click},

@@ -12,6 +12,7 @@ frmTip::frmTip(Main &mainWindow) : ToolForm(mainWindow)
     ui = std::make_unique<Ui::frmTip>();
     ui->setupUi(this);
     ui->Image1->setPixmap(Icon("tip"_L1).pixmap(32));
+    ui->lblTipText->setBackgroundRole(QPalette::Base);
     ui->chkLoadTipsAtStartup->setChecked(main.TipsAtStartup());
     main.World().Clock.Reseed();
     if (!LoadTips(main.World().ProgramFolder + u"\\VTLPLE20.htd"))

@@ -159,9 +159,6 @@ private Q_SLOTS:
         QCOMPARE(d.Text("CurTip"), u"4"_s);
         d.Click("chkLoadTipsAtStartup");
         QVERIFY(!start("x"));
-        d.F.Settings[u"Options/Show Tips at Startup"_s] = u"1"_s;
-        QVERIFY(start("x"));
-        QCOMPARE(tips({"CmdNext", "CmdPrev", "cmdNextTip"}), u"1x 1x 1x"_s);
     }
 };
 
