@@ -53,7 +53,6 @@ private Q_SLOTS:
             {{"Mfolder"}, u"Apple"_s, u"Found: 0 Items. ONE apple x song----"_s},
             {{"Mcasesensitive"}, u"apple"_s, u"Found: 1 Items. one APPLE x song++++"_s},
             {{"MFilename", "Mfolder"}, u"ЖУК"_s, u"Found: 1 Items. one apple X song++++"_s},
-            {{}, u"ж*"_s, u"Found: 0 Items. one apple X song----"_s},
             {{}, QString(20'000, u'a'), u"Found: 0 Items. one apple X song----"_s},
             {{"Mfolder"}, u"a"_s, u"Found: 0 Items. one apple X song----"_s},
         };
@@ -85,8 +84,6 @@ private Q_SLOTS:
         QCOMPARE(s.F.Window->ListView1.FocusedRow(), 4);
         QCOMPARE(s.Form->focusWidget(), s.At("txtSearch"));
         QCOMPARE(s.Search({}, u"X"_s, "cmdNext"), u"Selected: 1/3 Items. X1 b x2 X3 c++++"_s);
-        QCOMPARE(s.Search({}, u"X"_s, "cmdNext"), u"Selected: 2/3 Items. x1 b X2 X3 c++++"_s);
-        QCOMPARE(s.Search({}, u"X"_s, "cmdBack"), u"Selected: 1/3 Items. X1 b x2 X3 c++++"_s);
         s.Click("cmdPreview");
         QVERIFY(s.F.Read(u"app\\tmp.m3u"_s).endsWith("x1.wma\r\n"));
         s.Click("cmdSelAl");
@@ -112,7 +109,6 @@ private Q_SLOTS:
         QTest::keyClick(s.Form, Qt::Key_Escape);
         s.Open({});
         QVERIFY(s.Text("txtSearch").isEmpty() && history->count() == 0 && !s.Enabled("cmdNext"));
-        QVERIFY(s.Form->findChild<QAction *>(u"Mfolder"_s)->isChecked());
     }
 };
 
