@@ -114,7 +114,7 @@ private Q_SLOTS:
                 p.F.Window->AddFile(u"x:\\b\\a.wma"_s, 0);
             p.Open("EnbPurge");
             QCOMPARE(p.Text("lbDrives"),
-                     QLocale().toString(1204) + u" of them lie on x:, 1 on y:, which are not there");
+                     u"%1 of them lie on x:, 1 on y:, which are not there"_s.arg(QLocale().toString(1204)));
             p.Choose("MissAction", action);
             p.Click("CmdSearch");
             const QString outcome = action == Select
@@ -218,7 +218,9 @@ private Q_SLOTS:
         const Purge p({u"a\\b\\x.wma"_s, u"a\\y.wma"_s, u"c\\X.WMA"_s}, {});
         if (NamesHoldAnything())
             QFile::link(p.F.Temporary.filePath(u"a"_s), p.F.Temporary.filePath(u"link"_s));
-        const QStringList roots{p.F.Inside(u"a\\b"_s), p.F.Inside({}), p.F.Inside(u"none"_s), u"z:\\proc\\"_s};
+        QStringList roots{p.F.Inside(u"a\\b"_s), p.F.Inside({}), p.F.Inside(u"none"_s)};
+        if (NamesHoldAnything())
+            roots.append(u"z:\\proc\\"_s);
         const QStringList missing{u"q:\\x.wma"_s, u"q:\\X.wma"_s, u"q:\\x.wma"_s, u"q:\\stat"_s};
         QStringList told;
         Progress progress;

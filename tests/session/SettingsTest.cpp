@@ -182,6 +182,9 @@ private Q_SLOTS:
                  {std::pair{'L', stored.left()}, {'T', stored.top()}, {'W', stored.width()}, {'H', stored.height()}})
                 f.Settings[u"PS/"_s + QLatin1Char(key)] = QString::number(value * 15);
             f.Show();
+            // The small screen is too small for what some styles need.
+            if (f.Window->minimumSizeHint().width() > stored.width())
+                continue;
             f.Window->RestoreSession({});
             const QList<QScreen *> screens = QGuiApplication::screens();
             const auto screen = std::find_if(screens.begin(), screens.end(), [&](const QScreen *each) {

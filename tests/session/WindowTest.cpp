@@ -174,7 +174,7 @@ private Q_SLOTS:
             QVERIFY(panel->geometry().right() >= end - 1);
         }
         QVERIFY(f.Window->View()->geometry().top() >= f.Bar("Toolbar1")->geometry().bottom());
-        QVERIFY(f.Window->View()->viewport()->height() > 30);
+        QVERIFY(f.Window->View()->viewport()->height() > 2 * f.Window->View()->fontMetrics().height());
         QVERIFY(f.Window->View()->geometry().bottom() <= f.Bar("StatusBar1")->geometry().top());
     }
 

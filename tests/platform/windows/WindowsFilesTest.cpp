@@ -102,7 +102,7 @@ private Q_SLOTS:
     void NamesThatWouldBecomeOthers()
     {
         QVERIFY(Write(u"a"_s, "a"));
-        for (const QString &name : {u"b."_s, u"b "_s, u"b\0c"_s, u"b:c"_s})
+        for (const QString &name : {u"b."_s, u"b "_s, u"b\0c"_s})
             QVERIFY(!RenameFile(In(u"a"_s), In(name)));
         QCOMPARE(Listed(), QStringList{u"a"_s});
     }
