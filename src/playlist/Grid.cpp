@@ -5,6 +5,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <numeric>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +47,13 @@ bool IsSame(const QString &one, const QString &other)
 const ColumnInfo &Info(int column)
 {
     return columns[static_cast<std::size_t>(column - 1)];
+}
+
+RowNumbers Numbers(int first, int count)
+{
+    RowNumbers numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), static_cast<qint16>(first));
+    return numbers;
 }
 } // namespace
 
@@ -130,11 +140,14 @@ void Grid::Insert(const FileRecord &record, int index)
     if (Count() == MaxRows)
         throw PlaylistFull();
     const int row = index < 1 || index > Count() ? Count() + 1 : index;
+    if (BeginChange())
+        history.Add({RowChange::Addition, {static_cast<qint16>(row)}});
     beginInsertRows({}, row - 1, row - 1);
     rows.insert(rows.begin() + (row - 1), MakeItem(record, row));
     if (focusedRow >= row)
         ++focusedRow;
     endInsertRows();
+    SetSortedColumn(0);
 }
 
 void Grid::Append(const std::vector<FileRecord> &records)
@@ -146,62 +159,179 @@ void Grid::AppendItems(std::vector<PlaylistItem> items)
 {
     if (items.empty())
         return;
+    if (BeginChange())
+        history.Add({RowChange::Addition, Numbers(Count() + 1, static_cast<int>(items.size()))});
     beginInsertRows({}, Count(), Count() + static_cast<int>(items.size()) - 1);
     if (rows.empty())
         rows = std::move(items);
     else
         rows.insert(rows.end(), std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
     endInsertRows();
+    SetSortedColumn(0);
 }
 
 void Grid::Replace(const std::vector<std::pair<int, FileRecord>> &records, bool selected)
 {
+    const bool kept = BeginChange();
+    RowChange change{RowChange::Replacement, {}};
     int first = MaxRows;
     int last = 0;
     for (const auto &[row, record] : records) {
         if (row < 1 || row > Count())
             continue;
         PlaylistItem &item = rows[static_cast<std::size_t>(row - 1)];
-        item = MakeItem(record, row);
+        PlaylistItem former = std::exchange(item, MakeItem(record, row));
+        if (kept) {
+            change.Rows.push_back(static_cast<qint16>(row));
+            change.Items.push_back(std::move(former));
+        }
         item.Selected = item.SelectedBefore = selected;
         first = std::min(first, row);
         last = std::max(last, row);
     }
     if (last == 0)
         return;
+    if (kept)
+        history.Add(std::move(change));
     Q_EMIT dataChanged(index(first - 1, 0), index(last - 1, ColumnCount - 1));
     TellSelection();
 }
 
 void Grid::Rename(const std::vector<std::pair<int, QString>> &names)
 {
+    if (names.empty())
+        return;
+    // The files do not go back.
+    history.End();
     for (const auto &[row, name] : names)
         rows[static_cast<std::size_t>(row - 1)].Text = name;
-    if (!names.empty())
-        Q_EMIT dataChanged(index(0, 0), index(Count() - 1, 0));
+    Q_EMIT dataChanged(index(0, 0), index(Count() - 1, 0));
 }
 
 void Grid::Clear()
 {
+    RemoveIf([](const PlaylistItem &) { return true; });
+}
+
+void Grid::RemoveRows(const RowNumbers &gone)
+{
+    const bool kept = BeginChange();
+    const auto behindFocus = std::upper_bound(gone.begin(), gone.end(), focusedRow);
+    const int focusAfter = focusedRow - static_cast<int>(behindFocus - gone.begin());
     beginResetModel();
-    rows.clear();
+    PlaylistItems items = TakeOut(rows, gone);
     focusedRow = 0;
     endResetModel();
-    Q_EMIT FocusMoved(0);
+    if (kept)
+        history.Add({RowChange::Removal, gone, std::move(items)});
+    if (rows.empty())
+        SetSortedColumn(0);
+    SetFocusedRow(std::max(focusAfter, 1));
 }
 
 void Grid::Rearrange(const std::vector<int> &order)
 {
+    const bool kept = BeginChange();
+    if (std::is_sorted(order.begin(), order.end()))
+        return;
+    RowNumbers numbers(order.begin(), order.end());
     Q_EMIT layoutAboutToBeChanged();
-    std::vector<PlaylistItem> arranged;
-    arranged.reserve(rows.size());
-    for (const int row : order)
-        arranged.push_back(std::move(rows[static_cast<std::size_t>(row - 1)]));
-    rows = std::move(arranged);
+    PutInOrder(rows, numbers);
     const auto focus = std::find(order.begin(), order.end(), focusedRow);
     Q_EMIT layoutChanged();
+    if (kept)
+        history.Add({RowChange::Order, std::move(numbers)});
+    SetSortedColumn(0);
     if (focus != order.end())
         SetFocusedRow(static_cast<int>(focus - order.begin()) + 1);
+}
+
+void Grid::AddSelectedAgain(int before)
+{
+    PlaylistItems copies;
+    std::copy_if(rows.begin(), rows.end(), std::back_inserter(copies),
+                 [](const PlaylistItem &item) { return item.Selected; });
+    if (copies.empty())
+        return;
+    if (copies.size() > static_cast<std::size_t>(MaxRows - Count()))
+        throw PlaylistFull();
+    const int count = static_cast<int>(copies.size());
+    if (BeginChange())
+        history.Add({RowChange::Addition, Numbers(before, count)});
+    for (PlaylistItem &item : rows)
+        item.Selected = item.SelectedBefore = false;
+    int row = before;
+    for (PlaylistItem &item : copies) {
+        item.OriginalOrder = static_cast<qint16>(row++);
+        item.SmallIcon = item.Ghosted ? IconMissing : IconNormal;
+    }
+    beginInsertRows({}, before - 1, before + count - 2);
+    rows.insert(rows.begin() + (before - 1), std::make_move_iterator(copies.begin()),
+                std::make_move_iterator(copies.end()));
+    focusedRow = 0;
+    endInsertRows();
+    SetSortedColumn(0);
+    SetFocusedRow(before + count - 1);
+    TellSelection();
+}
+
+GridState Grid::State() const
+{
+    return {FlagsOf(rows), focusedRow, SortKey, SortOrder, sortedColumn};
+}
+
+bool Grid::BeginChange()
+{
+    const bool kept = history.Keeps();
+    if (kept && history.NeedsState())
+        history.SetState(State());
+    return kept;
+}
+
+void Grid::Turn(HistoryStep &step, bool &dirty)
+{
+    const GridState other = std::exchange(step.State, State());
+    beginResetModel();
+    step.Turn(rows);
+    SetFlags(rows, other.Flags);
+    focusedRow = 0;
+    SortKey = other.SortKey;
+    SortOrder = other.SortOrder;
+    endResetModel();
+    SetSortedColumn(other.SortedColumn);
+    SetFocusedRow(other.FocusedRow);
+    TellSelection();
+    std::swap(step.Dirty, dirty);
+}
+
+QString Grid::Undo(bool &dirty)
+{
+    HistoryStep *step = history.Undoable();
+    if (step == nullptr)
+        return {};
+    Turn(*step, dirty);
+    const QString name = step->Name;
+    history.MoveUndone();
+    return name;
+}
+
+QString Grid::Redo(bool &dirty)
+{
+    HistoryStep *step = history.Redoable();
+    if (step == nullptr)
+        return {};
+    Turn(*step, dirty);
+    const QString name = step->Name;
+    history.MoveRedone();
+    return name;
+}
+
+void Grid::SetSortedColumn(int column)
+{
+    if (column == 0 && sortedColumn == 0)
+        return;
+    sortedColumn = column;
+    Q_EMIT SortedColumnChanged();
 }
 
 void Grid::SetFocusedRow(int row)

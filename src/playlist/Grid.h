@@ -1,6 +1,7 @@
 #pragma once
 
 #include "playlist/FileRecord.h"
+#include "playlist/History.h"
 
 #include <QAbstractTableModel>
 #include <QHash>
@@ -27,37 +28,6 @@ enum Column {
     ColumnOriginalOrder,
 };
 inline constexpr int ColumnCount = ColumnOriginalOrder;
-
-/// The state of a row, as its small icon. Marks replace the normal icon and never the missing one.
-enum SmallIcon : qint8 { IconNormal = 1, IconMissing, IconBlue, IconGreen, IconRed };
-
-/// One row of the playlist: the path and the numbers; the texts of its columns are made when they are asked for.
-struct PlaylistItem {
-    /// The file's name with extension, without folder.
-    QString Text;
-    /// The folder, always ending in a backslash.
-    QString Folder;
-    /// The folder's place in the grid's pool of texts: the same for the same folder, and for no other.
-    quint32 FolderNumber = 0;
-    /// Bytes; 0 for a missing row.
-    qint64 Size = 0;
-    /// Whole seconds.
-    qint32 Length = 0;
-    /// ID, Layer, Bitrate, Samplerate and Mode, as places in the grid's pool of texts.
-    std::array<quint32, 5> StreamTexts{};
-    /// The row's index at the moment it was added.
-    qint16 OriginalOrder = 0;
-    enum SmallIcon SmallIcon = IconNormal;
-    /// Shown dimmed: exactly for a row added as missing.
-    bool Ghosted = false;
-    bool Selected = false;
-    /// What Selected was before the Shift or drag gesture that is open; else the same as Selected.
-    bool SelectedBefore = false;
-
-    QString FullPath() const { return Folder + Text; }
-    /// A missing row has no values beyond its path: its columns 5 to 12 are empty.
-    bool Measured() const { return Size != 0; }
-};
 
 /// Raised by whatever would add row 32,768; the rows that fit have been added.
 class PlaylistFull : public std::runtime_error
@@ -108,6 +78,9 @@ public:
     /// Puts the rows into a new order: order[i] is the present row (from 1) of the row that will be i + 1. The focus
     /// follows its row.
     void Rearrange(const std::vector<int> &order);
+    /// Adds each selected row once more, before a row or behind the last one; they are selected instead. Raises
+    /// PlaylistFull, and then nothing has changed.
+    void AddSelectedAgain(int before);
 
     /// Sets each row's Selected to choose(row, const PlaylistItem &), rows in order.
     template <typename Choose>
@@ -115,6 +88,15 @@ public:
     /// Lets change(PlaylistItem &) change icons of rows, in order.
     template <typename Change>
     void UpdateIcons(Change change);
+    /// What the rows can go back to. Every change above is kept in its open step.
+    History &Steps() { return history; }
+    const History &Steps() const { return history; }
+    void CloseStep(const QString &name, bool dirty) { history.Close(name, dirty, rows); }
+    /// Takes back, or does again, one step with selection, marks, focus and what the rows are sorted by, exchanges
+    /// dirty, and returns the step's name; empty when there is none.
+    QString Undo(bool &dirty);
+    QString Redo(bool &dirty);
+
     /// For the selection model: its steps on all rows, and the one message to the view afterwards.
     std::vector<PlaylistItem> &RowsForSelection() { return rows; }
     void TellSelection() { Q_EMIT SelectionChanged(); }
@@ -129,6 +111,10 @@ public:
     int SortKey = -1;
     /// 0 ascending, 1 descending.
     int SortOrder = 0;
+    /// The column (from 1) that the rows are shown as sorted by; 0 once they have come into another order or new ones
+    /// have come.
+    int SortedColumn() const { return sortedColumn; }
+    void SetSortedColumn(int column);
     /// The five small icons, in the order of SmallIcon.
     std::array<QIcon, 5> SmallIcons;
 
@@ -142,19 +128,27 @@ public:
 Q_SIGNALS:
     void SelectionChanged();
     void FocusMoved(int row);
+    void SortedColumnChanged();
 
 private:
+    GridState State() const;
+    /// What each change of rows or icons begins with: true when its step is kept, so that it must be added to it.
+    bool BeginChange();
+    void Turn(HistoryStep &step, bool &dirty);
+    void RemoveRows(const RowNumbers &gone);
     PlaylistItem MakeItem(const FileRecord &record, int index);
     quint32 Pooled(const QString &text);
     void AppendItems(std::vector<PlaylistItem> items);
 
     std::vector<PlaylistItem> rows;
+    History history;
     std::vector<QString> pool;
     QHash<QString, quint32> poolPlaces;
     /// Folder, and stream texts, of the row made last.
     quint32 lastFolder = 0;
     std::array<quint32, 5> lastTexts{};
     int focusedRow = 0;
+    int sortedColumn = 0;
 };
 
 template <typename RecordOf>
@@ -173,22 +167,14 @@ void Grid::Append(std::size_t count, RecordOf recordOf)
 template <typename Drop>
 int Grid::RemoveIf(Drop drop)
 {
-    int focusAfter = 0;
-    int kept = 0;
+    RowNumbers gone;
     for (int row = 1; row <= Count(); ++row) {
-        kept += drop(Item(row)) ? 0 : 1;
-        if (row == focusedRow)
-            focusAfter = kept;
+        if (drop(Item(row)))
+            gone.push_back(static_cast<qint16>(row));
     }
-    const int removed = Count() - kept;
-    if (removed == 0)
-        return 0;
-    beginResetModel();
-    std::erase_if(rows, drop);
-    focusedRow = 0;
-    endResetModel();
-    SetFocusedRow(focusAfter == 0 && kept > 0 ? 1 : focusAfter);
-    return removed;
+    if (!gone.empty())
+        RemoveRows(gone);
+    return static_cast<int>(gone.size());
 }
 
 template <typename Choose>
@@ -205,6 +191,7 @@ void Grid::Reselect(Choose choose)
 template <typename Change>
 void Grid::UpdateIcons(Change change)
 {
+    BeginChange();
     for (PlaylistItem &item : rows)
         change(item);
     if (!rows.empty())

@@ -14,20 +14,22 @@ std::vector<int> PresentOrder(const Grid &grid)
     return order;
 }
 
-/// Moves the selected rows in front of the others, or behind them.
-RowMove Gather(Grid &grid, bool atTop)
+} // namespace
+
+RowMove MoveTo(Grid &grid, int before)
 {
     std::vector<int> order = PresentOrder(grid);
-    const auto middle =
-        std::stable_partition(order.begin(), order.end(), [&](int row) { return grid.Item(row).Selected == atTop; });
-    const int inFront = static_cast<int>(middle - order.begin());
-    const bool any = atTop ? inFront > 0 : inFront < grid.Count();
-    if (!any)
+    const auto isSelected = [&](int row) { return grid.Item(row).Selected; };
+    const auto place = order.begin() + (before - 1);
+    const auto first = std::stable_partition(order.begin(), place, [&](int row) { return !isSelected(row); });
+    const auto behind = std::stable_partition(place, order.end(), isSelected);
+    if (first == behind)
         return {};
+    const int last = static_cast<int>(behind - order.begin());
+    const bool moved = !std::is_sorted(order.begin(), order.end());
     grid.Rearrange(order);
-    return {true, atTop ? inFront : grid.Count()};
+    return {moved, last};
 }
-} // namespace
 
 RowMove MoveUp(Grid &grid)
 {
@@ -65,12 +67,12 @@ RowMove MoveDown(Grid &grid)
 
 RowMove MoveToTop(Grid &grid)
 {
-    return Gather(grid, true);
+    return MoveTo(grid, 1);
 }
 
 RowMove MoveToBottom(Grid &grid)
 {
-    return Gather(grid, false);
+    return MoveTo(grid, grid.Count() + 1);
 }
 
 ShuffleFailed::ShuffleFailed()

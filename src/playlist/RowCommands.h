@@ -17,7 +17,9 @@ struct RowMove {
 RowMove MoveUp(Grid &grid);
 /// Moves the selected rows one place down as blocks. Nothing moves while the last row is selected.
 RowMove MoveDown(Grid &grid);
-/// Moves the selected rows to the top, or the bottom, in their order; the others keep theirs.
+/// Moves the selected rows before a row, or behind the last one, in their order; the others keep theirs.
+RowMove MoveTo(Grid &grid, int before);
+/// The same to the top, or the bottom.
 RowMove MoveToTop(Grid &grid);
 RowMove MoveToBottom(Grid &grid);
 

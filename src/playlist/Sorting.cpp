@@ -173,7 +173,7 @@ void SortGrid(Grid &grid, int column, SortType type)
     const Order order = type == SortText
                             ? OrderByText(grid, column, descending)
                             : OrderByKeys(grid, column, descending, type == SortNumber ? NumberKey : DateKey);
+    grid.Rearrange(order);
     grid.SortKey = column - 1;
     grid.SortOrder = sortOrder;
-    grid.Rearrange(order);
 }

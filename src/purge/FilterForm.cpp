@@ -262,6 +262,8 @@ bool FilterForm::ApplyChoice()
         restored = RestoreFolder(main.ListView1, missing, folder, run.AsProgress());
     }
     RestoredCount += restored;
+    if (restored > 0)
+        main.NameStep(u"Restore "_s + CountedItems(restored));
     main.PlaylistDirty = main.PlaylistDirty || restored > 0 || !others.isEmpty();
     AppendFiles(main.ListView1, others, run.AsProgress());
     main.ListView1_Click();

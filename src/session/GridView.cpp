@@ -105,27 +105,15 @@ void GridView::ConnectHeader()
     });
     // A click turns the mark round, whatever comes of the click.
     connect(header(), &QHeaderView::sortIndicatorChanged, this, &GridView::MarkSortedColumn);
-    const auto unsorted = [this] { ShowSorted(0, Qt::AscendingOrder); };
-    connect(grid, &Grid::layoutChanged, this, unsorted);
-    connect(grid, &Grid::rowsInserted, this, unsorted);
-    connect(grid, &Grid::modelReset, this, [this, unsorted] {
-        if (grid->Count() == 0)
-            unsorted();
-    });
-}
-
-void GridView::ShowSorted(int column, Qt::SortOrder order)
-{
-    sortedColumn = column;
-    sortedOrder = order;
-    MarkSortedColumn();
+    connect(grid, &Grid::SortedColumnChanged, this, &GridView::MarkSortedColumn);
 }
 
 void GridView::MarkSortedColumn()
 {
     const QSignalBlocker quiet(header());
-    header()->setSortIndicatorShown(sortedColumn > 0);
-    header()->setSortIndicator(sortedColumn - 1, sortedOrder);
+    header()->setSortIndicatorShown(grid->SortedColumn() > 0);
+    header()->setSortIndicator(grid->SortedColumn() - 1,
+                               grid->SortOrder == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
 void GridView::ApplyColumnWidths()

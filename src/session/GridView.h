@@ -17,8 +17,6 @@ public:
     /// Brings the header to the grid's column widths; a width of 0 hides the column.
     void ApplyColumnWidths();
     void MakeVisible(int row);
-    /// Marks the column (from 1) that the rows are sorted by, until they come into another order or new ones come.
-    void ShowSorted(int column, Qt::SortOrder order);
     /// Scrolls up or down only: a click on a column that is cut must not move the others away.
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles = {}) override;
@@ -65,7 +63,4 @@ private:
 
     Grid *grid;
     RowSelectionModel *rowSelection;
-    /// From 1; 0 for none.
-    int sortedColumn = 0;
-    Qt::SortOrder sortedOrder = Qt::AscendingOrder;
 };

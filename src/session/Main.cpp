@@ -32,6 +32,7 @@ Main::Main(const Host &hostOfProgram, std::span<const Tool> toolsOfProgram)
     BuildStatusBar();
     ColourMenus();
     CheckDefaults();
+    ShowSteps();
     TipTimer.setSingleShot(true);
     connect(&TipTimer, &QTimer::timeout, this, &Main::TipTimer_Timer);
     SetCurrentPlaylist({});
@@ -285,7 +286,13 @@ void Main::Run(const std::function<void()> &command)
     if (answered)
         ShowMessage({});
     answered = false;
-    const auto stop = qScopeGuard([this] { running = false; });
+    stepName.clear();
+    ListView1.Steps().Open();
+    const auto stop = qScopeGuard([this, dirty = PlaylistDirty] {
+        ListView1.CloseStep(stepName.isEmpty() ? NameOfStep() : stepName, dirty);
+        ShowSteps();
+        running = false;
+    });
     Attempt(command);
 }
 

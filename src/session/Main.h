@@ -110,8 +110,12 @@ public:
     GridView *View() const { return view; }
     const Host &World() const { return host; }
 
-    /// Runs what an event asks for, through Attempt; what arrives while another command runs is passed over.
+    /// Runs what an event asks for, through Attempt; what arrives while another command runs is passed over. What it
+    /// changes in the list is one step of Undo.
     void Run(const std::function<void()> &command);
+    /// What the running command is called when it is to be undone, as "Restore 12 items". One that only adds rows, or
+    /// only removes some, needs no name.
+    void NameStep(const QString &name) { stepName = name; }
     /// A failure that nobody caught is shown here, and the program goes on.
     void Attempt(const std::function<void()> &command);
 
@@ -124,6 +128,8 @@ public:
     void MFileSaveRel_Click();
     void MFileRecent_Click(int index);
     void MFileExit_Click();
+    void MEditUndo_Click();
+    void MEditRedo_Click();
     void MEditPlaySel_Click();
     void MEditPlayFol_Click();
     void MEditPlayLoc_Click();
@@ -233,12 +239,17 @@ private:
     void SetSmallestSize();
     void EnableCommands(const PlaylistTotals &totals);
     void SetPanel(int panel, const QString &text);
+    QString NameOfStep() const;
+    /// Tells in the Edit menu what can be undone and done again.
+    void ShowSteps();
+    void TellStep(const char *verb, const QString &name);
 
     /// What a click or a key in the list brings; it is no command.
     void RefreshUnlessRunning();
     void AskAndSort(int column);
-    /// Runs a command that moves rows, brings the last moved one into view, and refreshes.
-    RowMove MoveRows(const std::function<RowMove(Grid &)> &command);
+    /// Runs a command that moves the selected rows, brings the last moved one into view, and refreshes.
+    RowMove MoveRows(QStringView verb, const std::function<RowMove(Grid &)> &command);
+    void MarkRows(QStringView verb, SmallIcon icon);
     /// Runs a command that changes selection or icons of rows, and refreshes.
     void ChangeRows(const std::function<void(Grid &)> &command);
     void SetToolbarAtTop(bool top);
@@ -288,6 +299,7 @@ private:
     /// Lets the first tip wait until the start is done.
     QTimer TipTimer;
     bool running = false;
+    QString stepName;
     /// Panel 4 says what the last command did.
     bool answered = false;
     /// The session has been restored, so it is stored when the window closes.

@@ -25,6 +25,8 @@ void Main::RefreshRows(const QList<int> &rows, const QStringList &paths)
     for (qsizetype i = 0; i < rows.size(); ++i)
         records.emplace_back(rows[i], AnalyseFile(paths[i]));
     ListView1.Replace(records, true);
+    // What the files were before does not come back.
+    ListView1.Steps().End();
 }
 
 void Main::SaveFileArrayFromList(bool allItems)
@@ -179,9 +181,10 @@ void Main::MEditRemove_Click()
     ListView1_Click();
 }
 
-RowMove Main::MoveRows(const std::function<RowMove(Grid &)> &command)
+RowMove Main::MoveRows(QStringView verb, const std::function<RowMove(Grid &)> &command)
 {
     const Hourglass hourglass(view);
+    NameStep(verb + u' ' + CountedItems(CountTotals(ListView1).SelectedCount));
     const RowMove move = command(ListView1);
     view->MakeVisible(move.LastRow);
     ListView1_Click();
@@ -195,29 +198,35 @@ void Main::ChangeRows(const std::function<void(Grid &)> &command)
     ListView1_Click();
 }
 
+void Main::MarkRows(QStringView verb, SmallIcon icon)
+{
+    NameStep(verb + u' ' + CountedItems(CountTotals(ListView1).SelectedCount));
+    ChangeRows([icon](Grid &grid) { SetCheckMark(grid, icon); });
+}
+
 void Main::MEditMoveUp_Click()
 {
-    PlaylistDirty |= MoveRows(MoveUp).Moved;
+    PlaylistDirty |= MoveRows(u"Move", MoveUp).Moved;
 }
 
 void Main::MEditMoveDown_Click()
 {
-    PlaylistDirty |= MoveRows(MoveDown).Moved;
+    PlaylistDirty |= MoveRows(u"Move", MoveDown).Moved;
 }
 
 void Main::MEditSelTop_Click()
 {
-    MoveRows(MoveToTop);
+    MoveRows(u"Move", MoveToTop);
 }
 
 void Main::MEditSelBottom_Click()
 {
-    MoveRows(MoveToBottom);
+    MoveRows(u"Move", MoveToBottom);
 }
 
 void Main::MEditSelShuffle_Click()
 {
-    MoveRows([this](Grid &grid) { return ShuffleSelection(grid, host.Clock); });
+    MoveRows(u"Shuffle", [this](Grid &grid) { return ShuffleSelection(grid, host.Clock); });
 }
 
 void Main::MEditSelAll_Click()
@@ -257,20 +266,57 @@ void Main::MEditSelectMark_Click()
 
 void Main::MEditSeMarkBlue_Click()
 {
-    ChangeRows([](Grid &grid) { SetCheckMark(grid, IconBlue); });
+    MarkRows(u"Mark", IconBlue);
 }
 
 void Main::MEditSeMarkGreen_Click()
 {
-    ChangeRows([](Grid &grid) { SetCheckMark(grid, IconGreen); });
+    MarkRows(u"Mark", IconGreen);
 }
 
 void Main::MEditSeMarkRed_Click()
 {
-    ChangeRows([](Grid &grid) { SetCheckMark(grid, IconRed); });
+    MarkRows(u"Mark", IconRed);
 }
 
 void Main::MEditSeUnMark_Click()
 {
-    ChangeRows([](Grid &grid) { SetCheckMark(grid, IconNormal); });
+    MarkRows(u"Unmark", IconNormal);
+}
+
+QString Main::NameOfStep() const
+{
+    const int added = ListView1.Steps().OpenStep().CountAdded();
+    return (added < 0 ? u"Remove "_s : u"Add "_s) + CountedItems(std::abs(added));
+}
+
+void Main::ShowSteps()
+{
+    const auto show = [this](const char *command, const QString &caption, const HistoryStep *step) {
+        Command(command)->setEnabled(step != nullptr);
+        Command(command)->setText(step == nullptr ? caption : caption + u' ' + step->Name);
+    };
+    show("MEditUndo", u"U&ndo"_s, ListView1.Steps().Undoable());
+    show("MEditRedo", u"Red&o"_s, ListView1.Steps().Redoable());
+}
+
+void Main::TellStep(const char *verb, const QString &name)
+{
+    if (name.isEmpty())
+        return;
+    view->MakeVisible(ListView1.FocusedRow());
+    ListView1_Click();
+    Answer(QLatin1StringView(verb) + u' ' + name);
+}
+
+void Main::MEditUndo_Click()
+{
+    const Hourglass hourglass(view);
+    TellStep("Undone:", ListView1.Undo(PlaylistDirty));
+}
+
+void Main::MEditRedo_Click()
+{
+    const Hourglass hourglass(view);
+    TellStep("Done again:", ListView1.Redo(PlaylistDirty));
 }

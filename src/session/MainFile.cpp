@@ -40,6 +40,7 @@ bool Main::ConfirmSaveFirst()
 
 void Main::OpenReplacing(const QString &path)
 {
+    ListView1.Steps().End();
     ListView1.Clear();
     PlaylistDirty = false;
     try {
@@ -85,6 +86,7 @@ void Main::MFileNew_Click()
 {
     if (!ConfirmSaveFirst())
         return;
+    ListView1.Steps().End();
     ListView1.Clear();
     ListView1_Click();
     SetCurrentPlaylist({});
@@ -186,6 +188,7 @@ bool Main::WritePlaylist(const QString &target)
     SetCurrentPlaylist(target);
     UpdateRecentFiles(target);
     PlaylistDirty = false;
+    ListView1.Steps().MarkSaved();
     Answer(u"Saved "_s + CountedItems(FileArray.size()));
     return true;
 }

@@ -255,6 +255,7 @@ void Main::MViewRefresh_Click()
         view->show();
         view->setFocus();
     });
+    NameStep(u"Refresh"_s);
     ListView1.Clear();
     LoadFileArrayToList();
     MEditSelNone_Click();
@@ -271,7 +272,8 @@ void Main::AskAndSort(int column)
         return;
     const SortChoice choice = SortChoiceOf(column);
     msSortListview(ListView1, choice.Column, choice.Type);
-    view->ShowSorted(column, ListView1.SortOrder == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
+    ListView1.SetSortedColumn(column);
+    NameStep(u"Sort by "_s + Grid::Caption(column));
     ListView1_Click();
 }
 

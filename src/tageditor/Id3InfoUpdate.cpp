@@ -284,6 +284,7 @@ void Id3Info::SetAttribute(int attribute, bool on)
         attributesOfAll &= attributes;
         attributesOfAny |= attributes;
     }
+    main.ListView1.Steps().End();
     // What could not be changed is shown as it is.
     ShowAttributes(attributesOfAll, attributesOfAny, true);
 }

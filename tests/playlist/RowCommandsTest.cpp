@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+#include <functional>
 #include <numeric>
 #include <random>
 
@@ -37,6 +38,50 @@ QString Words(const Grid &grid)
     for (int row = 1; row <= grid.Count(); ++row)
         words.append(grid.Item(row).Selected ? grid.Item(row).Text.toUpper() : grid.Item(row).Text);
     return words.join(u' ');
+}
+
+/// Everything that a step of Undo brings back: names, selection, icons, focus, sorting.
+QString Whole(const Grid &grid)
+{
+    QString whole = Words(grid) + u' ';
+    for (int row = 1; row <= grid.Count(); ++row)
+        whole += QString::number(grid.Item(row).SmallIcon);
+    return whole +
+           u" %1 %2 %3 %4"_s.arg(grid.FocusedRow()).arg(grid.SortKey).arg(grid.SortOrder).arg(grid.SortedColumn());
+}
+
+FileRecord Record(const QString &name, qint64 size)
+{
+    FileRecord record;
+    record.FileName = name;
+    record.Size = size;
+    return record;
+}
+
+/// A few changes of every kind, one after the other.
+void ChangeAtRandom(Grid &grid, std::mt19937 &draw)
+{
+    const auto row = [&] { return 1 + static_cast<int>(draw() % static_cast<unsigned>(grid.Count() + 1)); };
+    const std::function<void()> changes[] = {
+        [&] { MoveTo(grid, row()); },
+        [&] { MoveDown(grid); },
+        [&] { SortGrid(grid, ColumnFileName, SortText), grid.SetSortedColumn(ColumnFileName); },
+        [&] { SetCheckMark(grid, draw() % 2 == 0 ? IconRed : IconNormal); },
+        [&] { grid.RemoveIf([&](const PlaylistItem &) { return draw() % 3 == 0; }); },
+        [&] { grid.AddSelectedAgain(row()); },
+        [&] {
+            Fill(grid, u"x Y z"_s, {1, 0, 2});
+        },
+        [&] { grid.Insert(Record(u"in"_s, 1), row()), grid.Insert(Record(u"side"_s, 0), row()); },
+        [&] {
+            grid.Replace({{row(), Record(u"p"_s, 0)}, {row(), Record(u"q"_s, 1)}, {2, Record(u"r"_s, 1)}}, true);
+        },
+        [&] { grid.Clear(); },
+    };
+    for (auto count = draw() % 4; count > 0; --count)
+        changes[draw() % std::size(changes)]();
+    // What is selected between the commands is no step.
+    grid.Reselect([&](int, const PlaylistItem &) { return draw() % 2 == 0; });
 }
 
 Clock FixedClock(std::vector<double> draws)
@@ -163,6 +208,70 @@ private Q_SLOTS:
         grid.UpdateIcons([](PlaylistItem &item) { item.SmallIcon = IconBlue; });
         SelectCheckMarked(grid);
         QCOMPARE(Words(grid), u"A B C GONE"_s);
+    }
+
+    void StepsLeadBackAndForth()
+    {
+        std::mt19937 draw(11);
+        Grid grid;
+        Fill(grid, u"a B c D e F g"_s);
+        bool dirty = false;
+        // What the list was before each step that can be undone, and after each that can be done again.
+        QStringList undo;
+        QStringList redo;
+        for (int number = 0; number < 3000; ++number) {
+            const QString before = Whole(grid) + (dirty ? u"*"_s : QString());
+            const auto way = draw() % 4;
+            if (way < 2) {
+                const QString name = grid.Steps().Undoable() != nullptr ? grid.Steps().Undoable()->Name : QString();
+                grid.Steps().Open();
+                ChangeAtRandom(grid, draw);
+                grid.CloseStep(QString::number(number), dirty);
+                const HistoryStep *step = grid.Steps().Undoable();
+                if (step == nullptr || step->Name == name)
+                    continue;
+                dirty = draw() % 2 == 0;
+                undo.append(before);
+                undo = undo.last(std::min<qsizetype>(undo.size(), History::MaxSteps));
+                redo.clear();
+                if (grid.Count() > 200) {
+                    grid.Clear();
+                    undo.clear();
+                    QVERIFY(grid.Steps().Undoable() == nullptr);
+                }
+            } else {
+                QStringList &from = way == 2 ? undo : redo;
+                const QString name = way == 2 ? grid.Undo(dirty) : grid.Redo(dirty);
+                QCOMPARE(name.isEmpty(), from.isEmpty());
+                if (name.isEmpty())
+                    continue;
+                QCOMPARE(Whole(grid) + (dirty ? u"*"_s : QString()), from.takeLast());
+                (way == 2 ? redo : undo).append(before);
+            }
+        }
+    }
+
+    void StepsAreForgottenBeforeTheMemoryIsFull()
+    {
+        Grid grid;
+        std::vector<FileRecord> records(3);
+        for (std::size_t i = 0; i < records.size(); ++i)
+            records[i].FileName = QString(12'000'000, QChar(u'a' + char16_t(i)));
+        const auto step = [&grid](auto change) {
+            grid.Steps().Open();
+            change();
+            grid.CloseStep(u"step"_s, false);
+        };
+        step([&] { grid.Append(records); });
+        bool dirty = false;
+        for (const QChar letter : {u'a', u'b', u'c'})
+            step([&] { grid.RemoveIf([&](const PlaylistItem &item) { return item.Text.startsWith(letter); }); });
+        QVERIFY(grid.Steps().Bytes() > History::MaxBytes / 2 && grid.Steps().Bytes() <= History::MaxBytes);
+        for (int back = 0; back < 2; ++back)
+            QVERIFY(!grid.Undo(dirty).isEmpty());
+        QVERIFY(grid.Undo(dirty).isEmpty() && grid.Count() == 2 && grid.Steps().Bytes() < 10'000);
+        grid.Steps().End();
+        QVERIFY(grid.Redo(dirty).isEmpty() && grid.Steps().Bytes() == 0);
     }
 
     void SortsNumbersAndTextStably()

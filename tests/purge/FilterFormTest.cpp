@@ -154,6 +154,7 @@ private Q_SLOTS:
         QVERIFY(p.F.Window->PlaylistDirty && p.F.Window->ListView1.FocusedRow() == 2);
         QCOMPARE(p.F.ShellCalls, QStringList{u"explore "_s + p.F.Inside(u"3\\"_s)});
         QCOMPARE(p.Suggested(), u"\\2\\|1 of 1 file Folder 2 of 3"_s);
+        QCOMPARE(p.F.Undoable(), u"Restore 4 items"_s);
         p.Click("SkipPath");
         p.Click("NxtPath");
         QVERIFY(p.Outcome().startsWith(u"Done: Restored 4 Items...|3\\A.wma 3\\b.wma other\\xa.wma "));

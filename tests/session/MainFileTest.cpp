@@ -223,8 +223,16 @@ private Q_SLOTS:
         MainFixture f;
         f.Prompts.ExpectPath({}, f.Write(u"short.m3u"_s, "q:\\x.wma\r\n"));
         f.Trigger("MFileOpen");
-        f.Prompts.ExpectPath({}, f.Write(u"long.m3u"_s, QByteArray("q:\\x.wma\r\n").repeated(Grid::MaxRows + 1)));
+        const QString longList = f.Write(u"long.m3u"_s, QByteArray("q:\\x.wma\r\n").repeated(Grid::MaxRows + 1));
         const QString full = QString::fromLatin1(PlaylistFull().what());
+        // What did fit can be taken back.
+        f.Prompts.ExpectPath({}, longList);
+        f.Prompts.Expect(full, PromptAnswer::Ok);
+        f.Trigger("MFileImport");
+        QCOMPARE(f.Undoable(), u"Add 32,766 items"_s);
+        f.Trigger("MEditUndo");
+        QVERIFY(f.Window->ListView1.Count() == 1 && !f.Window->PlaylistDirty);
+        f.Prompts.ExpectPath({}, longList);
         f.Prompts.Expect(full, PromptAnswer::Ok);
         f.Trigger("MFileOpen");
         QCOMPARE(f.Window->PanelText(1), u"Total: 32767"_s);
@@ -233,6 +241,38 @@ private Q_SLOTS:
         f.Prompts.Expect(full, PromptAnswer::Ok);
         f.Window->Run([&] { f.Window->AddPath(f.Write(u"a.wma"_s, "1"), true); });
         QCOMPARE(f.Window->PanelText(1), u"Total: 32767"_s);
+    }
+
+    void UndoKnowsWhatWasSaved()
+    {
+        MainFixture f;
+        f.AddRows({1, 2, 3});
+        const QString list = f.Inside(u"l.m3u"_s);
+        const auto step = [&](const char *command) {
+            f.Trigger(command);
+            return QString(f.Rows() + (f.Window->PlaylistDirty ? u'*' : u' '));
+        };
+        f.Select({1});
+        step("MEditRemove");
+        f.Select({1});
+        step("MEditRemove");
+        f.Prompts.ExpectPath(f.Folder + u'\\' + f.Folder.section(u'\\', -1) + u".m3u", list);
+        QCOMPARE(step("MFileSave"), u"c "_s);
+        QCOMPARE(step("MEditUndo"), u"B c*"_s);
+        QCOMPARE(step("MEditUndo"), u"A b c*"_s);
+        QCOMPARE(step("MEditRedo"), u"B c*"_s);
+        QCOMPARE(step("MEditRedo"), u"c "_s);
+        // Another list has a history of its own.
+        for (const char *command : {"MFileNew", "MFileOpen", "MFileRecent(0)"}) {
+            f.Window->PlaylistDirty = false;
+            if (QByteArrayView(command) == "MFileOpen")
+                f.Prompts.ExpectPath({}, list);
+            step(command);
+            QVERIFY(f.Undoable().isEmpty() && !f.Window->Command("MEditRedo")->isEnabled());
+            f.Prompts.ExpectPath({}, list);
+            step("MFileImport");
+            QCOMPARE(f.Undoable(), u"Add 1 item"_s);
+        }
     }
 
     void AddsFoldersFilesAndDrops()

@@ -108,7 +108,7 @@ private Q_SLOTS:
         }
         menus.sort();
         QCOMPARE(menus.join(u' '),
-                 u"MEdit 17 0 MEditPlay 4 0 MEditSeMark 3 0 MEditSel 11 0 MFile 11 0 MFileRec 9 0 MHelp 4 0 "
+                 u"MEdit 20 0 MEditPlay 4 0 MEditSeMark 3 0 MEditSel 11 0 MFile 11 0 MFileRec 9 0 MHelp 4 0 "
                  u"MHidOption 4 0 MHidOptionColumns 11 9 MHidOptionMenu 1 1 MHidOptionTable 3 0 MHidOptionTableBC 2 1 "
                  u"MHidOptionTableFC 2 1 MHidOptionTableFont 2 1 MHidOptionToolbar 2 2 MTools 10 1 MToolsShortCut 6 0 "
                  u"MToolsWinamp 3 0 MToolsWizards 3 0 MView 13 2 MViewSort 10 0 MViewTrans 11 11"_s);
@@ -280,6 +280,74 @@ private Q_SLOTS:
         QTest::keyClick(f.Window->View(), Qt::Key_Home);
         f.Press("F4");
         QCOMPARE(mark(), 0);
+    }
+
+    void EveryChangeIsUndone()
+    {
+        MainFixture f;
+        f.Show();
+        f.AddRows({5, 3, 1, 4, 2});
+        f.Write(u"one\\f.wma"_s, "1");
+        const auto whole = [&]() -> QString {
+            const bool marked = f.Window->View()->header()->isSortIndicatorShown();
+            return f.Rows() + u' ' + Icons(f) + QString::number(f.Window->ListView1.FocusedRow()) +
+                   (f.Window->PlaylistDirty ? u" dirty"_s : QString()) + (marked ? u" sorted"_s : QString());
+        };
+        const auto offers = [&](const char *command) {
+            return f.Window->Command(command)->isEnabled() ? f.Window->Command(command)->text() : QString();
+        };
+        QVERIFY(offers("MEditUndo").isEmpty() && offers("MEditRedo").isEmpty());
+        f.Draws = {.7, .7, .4};
+        f.Prompts.Expect(u"Sort by Size?"_s, PromptAnswer::Yes);
+        f.Prompts.ExpectPath(u"Select Folder..."_s, f.Inside(u"one"_s));
+        // The keys or the command, and what the menu calls it.
+        const std::pair<const char *, QString> commands[] = {
+            {"F3", u"Move 3 items"_s},
+            {"F4", u"Move 3 items"_s},
+            {"Ctrl+T", u"Move 3 items"_s},
+            {"Ctrl+B", u"Move 3 items"_s},
+            {"MEditSelShuffle", u"Shuffle 3 items"_s},
+            {"MViewSortSize", u"Sort by Size"_s},
+            {"Shift+Ins", u"Mark 3 items"_s},
+            {"Shift+Del", u"Unmark 3 items"_s},
+            {"F1", u"Add 1 item"_s},
+            {"Del", u"Remove 3 items"_s},
+            {"F5", u"Refresh"_s},
+        };
+        QStringList before;
+        for (const auto &[keys, name] : commands) {
+            f.Select({2, 3, 4});
+            f.Window->ListView1.SetFocusedRow(4);
+            before.append(whole());
+            keys[0] == 'M' ? f.Trigger(keys) : f.Press(keys);
+            QCOMPARE(offers("MEditUndo"), u"U&ndo "_s + name);
+            const QString after = whole();
+            QVERIFY2(after != before.last(), keys);
+            f.Press("Alt+Backspace");
+            QCOMPARE(whole() + f.Window->PanelText(4), before.last() + u"Undone: "_s + name);
+            QVERIFY(IsFresh(f));
+            QCOMPARE(offers("MEditRedo"), u"Red&o "_s + name);
+            f.Press("Shift+Alt+Backspace");
+            QCOMPARE(whole() + f.Window->PanelText(4), after + u"Done again: "_s + name);
+            QVERIFY(offers("MEditRedo").isEmpty() && IsFresh(f));
+        }
+        f.Trigger("MEditSelAll");
+        while (!offers("MEditUndo").isEmpty()) {
+            f.Press("Alt+Backspace");
+            QCOMPARE(whole(), before.takeLast());
+        }
+        QVERIFY(before.isEmpty());
+        f.Trigger("MEditUndo");
+        f.Select({1});
+        f.Trigger("MEditSeMarkRed");
+        QVERIFY(offers("MEditRedo").isEmpty());
+        // What comes back is seen.
+        f.Window->ListView1.Append(std::vector<FileRecord>(200));
+        f.Select({200});
+        f.Trigger("MEditSelTop");
+        f.Trigger("MEditUndo");
+        QVERIFY(f.Window->View()->viewport()->rect().intersects(
+            f.Window->View()->visualRect(f.Window->ListView1.index(199, 0))));
     }
 
     void AnswersStayUntilTheNextCommand()
@@ -458,13 +526,15 @@ private Q_SLOTS:
         MainFixture f;
         FillRows(f);
         f.Select({1});
+        f.Trigger("MEditSeMarkBlue");
         f.Prompts.Meanwhile = [&] {
+            f.Trigger("MEditUndo");
             f.Trigger("MEditRemove");
             f.Trigger("MFileNew");
         };
         f.Prompts.Expect(u"Sort by Size?"_s, PromptAnswer::No);
         f.Trigger("MViewSortSize");
-        QCOMPARE(f.Rows(), u"B d a c"_s);
+        QCOMPARE(f.Rows() + Icons(f), u"B d a c3111"_s);
         f.Trigger("MEditRemove");
         QCOMPARE(f.Rows(), u"d a c"_s);
     }

@@ -110,6 +110,13 @@ struct MainFixture {
 
     void Trigger(const char *command) { Window->Command(command)->trigger(); }
 
+    /// What would be undone; empty for nothing.
+    QString Undoable() const
+    {
+        const QAction *undo = Window->Command("MEditUndo");
+        return undo->isEnabled() ? undo->text().mid(6) : QString();
+    }
+
     /// The names of the rows without extension, a selected one in capitals.
     QString Rows() const
     {

@@ -111,6 +111,7 @@ private Q_SLOTS:
             e.Enter(name.constData(), texts.last());
         }
         QTest::keyClicks(e.At("ID3v1Genre"), u"Polka"_s);
+        e.F.Trigger("MEditSeMarkBlue");
         e.F.Window->PlaylistDirty = false;
         e.Click("CmdUpdate");
         QCOMPARE(TagTexts(path), texts + QStringList{u"Polka"_s});
@@ -118,6 +119,7 @@ private Q_SLOTS:
         // The row shows the file as it is now, and is selected; the editor stays where it was.
         const PlaylistItem &row = e.F.Window->ListView1.Item(1);
         QVERIFY(row.Selected && row.Size == e.F.Read(u"a.mp3"_s).size() && !e.F.Window->PlaylistDirty);
+        QCOMPARE(e.F.Undoable(), QString());
         QCOMPARE(e.At<QTabWidget>("Id3MainTab")->currentIndex(), 1);
         QCOMPARE(e.At<QProgressBar>("ProgressBar1")->value(), 0);
         QCOMPARE(e.Fields(), texts);
@@ -581,7 +583,9 @@ private Q_SLOTS:
         }
         // What could not be changed is shown as it is.
         DeleteFile(paths[0]);
+        e.F.Trigger("MEditSeMarkBlue");
         e.Click("FileInfoReadOnly");
+        QCOMPARE(e.F.Undoable(), QString());
         QCOMPARE(e.At<QCheckBox>("FileInfoReadOnly")->checkState(), Qt::PartiallyChecked);
         SetFileAttributes(paths[1], AttributeNormal);
     }
