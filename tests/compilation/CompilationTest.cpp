@@ -100,7 +100,7 @@ private Q_SLOTS:
         w.Browse("BrowseAssembleLoc", "Select Folder...", w.Folder.chopped(2));
         w.Browse("BrowseImageLoc", "Select Folder...", QString(w.Folder + u"\\sub"));
         w.F.Prompts.ExpectPath(u"Select Folder..."_s, w.F.Folder);
-        w.Warned("BrowseImageLoc", u"The build folder must be a sub-folder of the Root specified..."_s);
+        w.Warned("BrowseImageLoc", u"The build folder must be a sub-folder of the Root given..."_s);
         QCOMPARE(w.Text("AssembleLoc") + w.Text("CDROMLoc"), QString(w.Folder + u"\\sub"));
         w.Enter("CDROMLoc", QString(229, u'x'));
         QTest::keyClicks(w.At<QComboBox>("CDROMLoc")->lineEdit(), u"\\/:yz\b"_s);
