@@ -153,8 +153,10 @@ class Restoring
 public:
     Restoring(QStringList filePaths, int rowCount) : paths(std::move(filePaths)), rows(rowCount)
     {
-        for (const QString &path : std::as_const(paths))
+        for (const QString &path : std::as_const(paths)) {
             missing.Files.append(path.section(u'\\', -1));
+            missing.Rows.push_back(rows - static_cast<int>(paths.size()) + static_cast<int>(missing.Files.size()));
+        }
     }
 
     Side Restore()
@@ -191,7 +193,7 @@ private:
 
     QStringList paths;
     int rows;
-    MissingFolder missing{u"q:\\Music\\"_s, {}};
+    MissingFolder missing{u"q:\\Music\\"_s, {}, {}};
     std::unique_ptr<Grid> grid;
 };
 

@@ -27,6 +27,11 @@ bool ReadPieces(const InputFile &file, Receiver receive)
 
 } // namespace
 
+bool ListFolder(const QString &folder, FolderEntries &entries)
+{
+    return FolderReader(folder).List(entries);
+}
+
 bool ReadWholeFile(const QString &path, QByteArray &content)
 {
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();

@@ -86,6 +86,26 @@ struct FolderIdentity {
     bool operator==(const FolderIdentity &) const = default;
 };
 FolderIdentity IdentifyFolder(const QString &folder);
+
+/// A folder that is open while this lives, to know which one it is before it is listed.
+class FolderReader
+{
+public:
+    explicit FolderReader(const QString &folder);
+    ~FolderReader();
+    FolderReader(const FolderReader &) = delete;
+    FolderReader &operator=(const FolderReader &) = delete;
+
+    /// IdentifyFolder, where the host lets it without a look at the path.
+    FolderIdentity Identify() const;
+    /// ListFolder; to be asked once.
+    bool List(FolderEntries &entries) const;
+
+private:
+    QString path;
+    void *handle = nullptr;
+};
+
 /// False for a folder of a pseudo file system (proc, sysfs, devtmpfs, cgroup and their like), where a search for the
 /// user's files has no business, and for a folder that cannot be examined. One call of the host; within one device
 /// the answer is the same.

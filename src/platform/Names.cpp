@@ -93,6 +93,14 @@ QString FoldedName(QStringView name)
     return folded;
 }
 
+quint64 FoldedHash(QStringView name)
+{
+    quint64 hash = 14695981039346656037U;
+    for (qsizetype i = 0; i < name.size(); i += 4)
+        hash = (hash ^ FoldedPiece(name, i)) * 1099511628211U;
+    return hash;
+}
+
 bool NameBefore(QStringView left, QStringView right)
 {
     const char16_t *l = left.utf16();
@@ -113,6 +121,11 @@ bool NameBefore(QStringView left, QStringView right)
     if (left.size() != right.size())
         return left.size() < right.size();
     return std::lexicographical_compare(l, l + common, r, r + common);
+}
+
+bool IsSameName(QStringView left, QStringView right)
+{
+    return left.size() == right.size() && EndsFolded(left, right);
 }
 
 void SortNames(QStringList &names)

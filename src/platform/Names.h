@@ -13,8 +13,14 @@ QString FoldedName(QStringView name);
 /// Four code units of a text with their case folded, as one number; 0 stands behind the end.
 quint64 FoldedPiece(QStringView text, qsizetype from);
 
+/// The same for all spellings of a name.
+quint64 FoldedHash(QStringView name);
+
 /// The order of names in a folder: without regard to case, ties by code unit.
 bool NameBefore(QStringView left, QStringView right);
+
+/// Whether two names differ in case at most.
+bool IsSameName(QStringView left, QStringView right);
 
 /// A mask of "*" and "?", to be matched with many names; see MatchesMask.
 class NameMask

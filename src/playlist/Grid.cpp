@@ -63,7 +63,8 @@ PlaylistFull::PlaylistFull()
 {
 }
 
-Grid::Grid(QObject *parent) : QAbstractTableModel(parent), pool{QString()}, poolPlaces{{QString(), 0}}
+Grid::Grid(QObject *parent)
+    : QAbstractTableModel(parent), pool{QString()}, folderPlaces{{QString(), 0}}, textPlaces{{QString(), 0}}
 {
     std::transform(columns.begin(), columns.end(), ColumnWidths.begin(),
                    [](const ColumnInfo &info) { return info.Width; });
@@ -97,14 +98,14 @@ QString Grid::CellText(int row, int column) const
     }
 }
 
-quint32 Grid::Pooled(const QString &text)
+quint32 Grid::Pooled(const QString &text, QHash<QString, quint32> &places)
 {
-    const auto found = poolPlaces.constFind(text);
-    if (found != poolPlaces.cend())
+    const auto found = places.constFind(text);
+    if (found != places.cend())
         return *found;
     const auto place = static_cast<quint32>(pool.size());
     pool.push_back(text);
-    poolPlaces.insert(text, place);
+    places.insert(text, place);
     return place;
 }
 
@@ -114,7 +115,7 @@ PlaylistItem Grid::MakeItem(const FileRecord &record, int index)
     item.Text = record.FileName;
     // Neighbours mostly share their folder and are of one kind.
     if (!IsSame(pool[lastFolder], record.Folder))
-        lastFolder = Pooled(record.Folder);
+        lastFolder = Pooled(record.Folder, folderPlaces);
     item.FolderNumber = lastFolder;
     item.Folder = pool[lastFolder];
     if (record.Size == 0) {
@@ -128,7 +129,7 @@ PlaylistItem Grid::MakeItem(const FileRecord &record, int index)
                            &record.ModeText};
     for (std::size_t i = 0; i < texts.size(); ++i) {
         if (!IsSame(pool[lastTexts[i]], *texts[i]))
-            lastTexts[i] = Pooled(*texts[i]);
+            lastTexts[i] = Pooled(*texts[i], textPlaces);
     }
     item.StreamTexts = lastTexts;
     item.OriginalOrder = static_cast<qint16>(index);
@@ -170,31 +171,28 @@ void Grid::AppendItems(std::vector<PlaylistItem> items)
     SetSortedColumn(0);
 }
 
-void Grid::Replace(const std::vector<std::pair<int, FileRecord>> &records, bool selected)
+int Grid::ReplaceItems(std::vector<std::pair<int, PlaylistItem>> items)
 {
+    if (items.empty())
+        return 0;
     const bool kept = BeginChange();
     RowChange change{RowChange::Replacement, {}};
     int first = MaxRows;
     int last = 0;
-    for (const auto &[row, record] : records) {
-        if (row < 1 || row > Count())
-            continue;
-        PlaylistItem &item = rows[static_cast<std::size_t>(row - 1)];
-        PlaylistItem former = std::exchange(item, MakeItem(record, row));
+    for (auto &[row, item] : items) {
+        std::swap(rows[static_cast<std::size_t>(row - 1)], item);
         if (kept) {
             change.Rows.push_back(static_cast<qint16>(row));
-            change.Items.push_back(std::move(former));
+            change.Items.push_back(std::move(item));
         }
-        item.Selected = item.SelectedBefore = selected;
         first = std::min(first, row);
         last = std::max(last, row);
     }
-    if (last == 0)
-        return;
     if (kept)
         history.Add(std::move(change));
     Q_EMIT dataChanged(index(first - 1, 0), index(last - 1, ColumnCount - 1));
     TellSelection();
+    return static_cast<int>(items.size());
 }
 
 void Grid::Rename(const std::vector<std::pair<int, QString>> &names)

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
@@ -66,9 +67,11 @@ public:
     /// after the last record has been asked for.
     template <typename RecordOf>
     void Append(std::size_t count, RecordOf recordOf);
-    /// Puts a new row with each record, selected or not, in place of the row of the number beside it. Rows that do not
-    /// exist are passed over.
-    void Replace(const std::vector<std::pair<int, FileRecord>> &records, bool selected);
+    /// Puts a new row with recordOf(i), i from 0, selected or not, in place of the row of each number. A row that does
+    /// not exist is passed over, and one without a record stays. They are replaced all at once, after the last record
+    /// has been asked for. Returns how many were.
+    template <typename RecordOf>
+    int Replace(const std::vector<int> &numbers, RecordOf recordOf, bool selected);
     /// Gives rows the names beside their numbers.
     void Rename(const std::vector<std::pair<int, QString>> &names);
     void Clear();
@@ -137,13 +140,17 @@ private:
     void Turn(HistoryStep &step, bool &dirty);
     void RemoveRows(const RowNumbers &gone);
     PlaylistItem MakeItem(const FileRecord &record, int index);
-    quint32 Pooled(const QString &text);
+    /// The place of a text in the pool, by one of the indexes of it.
+    quint32 Pooled(const QString &text, QHash<QString, quint32> &places);
     void AppendItems(std::vector<PlaylistItem> items);
+    int ReplaceItems(std::vector<std::pair<int, PlaylistItem>> items);
 
     std::vector<PlaylistItem> rows;
     History history;
     std::vector<QString> pool;
-    QHash<QString, quint32> poolPlaces;
+    /// The few stream texts have an index of their own, which stays quick among any number of folders.
+    QHash<QString, quint32> folderPlaces;
+    QHash<QString, quint32> textPlaces;
     /// Folder, and stream texts, of the row made last.
     quint32 lastFolder = 0;
     std::array<quint32, 5> lastTexts{};
@@ -162,6 +169,21 @@ void Grid::Append(std::size_t count, RecordOf recordOf)
     AppendItems(std::move(items));
     if (fitting < count)
         throw PlaylistFull();
+}
+
+template <typename RecordOf>
+int Grid::Replace(const std::vector<int> &numbers, RecordOf recordOf, bool selected)
+{
+    std::vector<std::pair<int, PlaylistItem>> items;
+    items.reserve(numbers.size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const std::optional<FileRecord> record = recordOf(i);
+        if (!record || numbers[i] < 1 || numbers[i] > Count())
+            continue;
+        PlaylistItem &item = items.emplace_back(numbers[i], MakeItem(*record, numbers[i])).second;
+        item.Selected = item.SelectedBefore = selected;
+    }
+    return ReplaceItems(std::move(items));
 }
 
 template <typename Drop>

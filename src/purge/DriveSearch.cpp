@@ -6,7 +6,6 @@
 #include "text/PathText.h"
 
 #include <QHash>
-#include <QMap>
 #include <QSet>
 
 #include <algorithm>
@@ -15,15 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// Of a name without regard to case.
-quint64 FoldedHash(QStringView name)
-{
-    quint64 hash = 0xcbf29ce484222325;
-    for (const QChar unit : name)
-        hash = (hash ^ FoldedUnit(unit.unicode())) * 0x100000001b3;
-    return hash;
-}
-
 QString TargetOf(const QString &path, bool usePathInfo)
 {
     if (!usePathInfo)
@@ -33,21 +23,23 @@ QString TargetOf(const QString &path, bool usePathInfo)
     return target.startsWith(u'\\') ? target.sliced(1) : target;
 }
 
+/// A target without the separators that say nothing.
+QString PlainTarget(const QString &target)
+{
+    const bool plain = !target.startsWith(u'\\') && !target.endsWith(u'\\') && !target.contains("\\\\"_L1);
+    return plain ? target : target.split(u'\\', Qt::SkipEmptyParts).join(u'\\');
+}
+
 /// What a search looks for.
 class Targets
 {
 public:
     Targets(const QStringList &missingPaths, bool usePathInfo)
     {
-        for (const QString &path : missingPaths) {
-            const QString target = TargetOf(path, usePathInfo);
-            const QStringList pieces = target.split(u'\\', Qt::SkipEmptyParts);
-            if (pieces.isEmpty())
-                continue;
-            names.insert(FoldedHash(pieces.last()));
-            depths.insert(pieces.size() - 1);
-            ++targets[FoldedName(pieces.join(u'\\'))][target];
-        }
+        names.reserve(missingPaths.size());
+        targets.reserve(missingPaths.size());
+        for (const QString &path : missingPaths)
+            Add(TargetOf(path, usePathInfo));
     }
 
     /// Adds what the files of a folder, which ends in a backslash, answer to.
@@ -57,24 +49,50 @@ public:
         for (const QString &name : files) {
             // Nearly every name ends here.
             if (names.contains(FoldedHash(name)))
-                LookUp(name, here, found);
+                LookUp(QString(folder + name), here, found);
         }
         if (!here.Items.isEmpty())
             found.Folders.push_back(std::move(here));
     }
 
 private:
-    void LookUp(const QString &name, FoundFolder &here, FoundItems &found) const
+    struct Target {
+        QString Text;
+        QString Plain;
+        /// How many missing items bear it.
+        int Count = 1;
+    };
+
+    void Add(const QString &text)
+    {
+        const QString plain = PlainTarget(text);
+        if (plain.isEmpty())
+            return;
+        const quint64 hash = FoldedHash(plain);
+        const auto [first, end] = targets.equal_range(hash);
+        const auto same = std::find_if(first, end, [&text](const Target &target) { return target.Text == text; });
+        if (same != end) {
+            ++same->Count;
+            return;
+        }
+        targets.insert(hash, {text, plain});
+        names.insert(FoldedHash(QStringView(plain).sliced(FileNameStart(plain))));
+        depths.insert(plain.count(u'\\'));
+    }
+
+    void LookUp(const QString &path, FoundFolder &here, FoundItems &found) const
     {
         for (const qsizetype depth : depths) {
             const qsizetype start = LastPieces(here.Folder, depth);
-            const auto spellings =
-                start < 0 ? targets.cend() : targets.constFind(FoldedName(QString(here.Folder.sliced(start) + name)));
-            if (spellings == targets.cend())
+            if (start < 0)
                 continue;
-            for (auto target = spellings->cbegin(); target != spellings->cend(); ++target) {
-                here.Items.append(here.Folder.first(start) + target.key());
-                found.Count += *target;
+            const QStringView last = QStringView(path).sliced(start);
+            const auto [first, end] = targets.equal_range(FoldedHash(last));
+            for (auto target = first; target != end; ++target) {
+                if (!IsSameName(target->Plain, last))
+                    continue;
+                here.Items.append(path.first(start) + target->Text);
+                found.Count += target->Count;
             }
         }
     }
@@ -92,8 +110,8 @@ private:
     QSet<quint64> names;
     /// How many folders the targets have in front of their names.
     QSet<qsizetype> depths;
-    /// By the folded target: its spellings, and how many missing items bear each.
-    QHash<QString, QMap<QString, int>> targets;
+    /// By the hash of Plain.
+    QMultiHash<quint64, Target> targets;
 };
 
 /// The folders that a walk has been in.
@@ -101,9 +119,9 @@ class Visited
 {
 public:
     /// False for a folder that the walk has been in, and for one that holds no files of the user.
-    bool Enter(const QString &folder)
+    bool Enter(const QString &folder, const FolderReader &open)
     {
-        const FolderIdentity identity = IdentifyFolder(folder);
+        const FolderIdentity identity = open.Identify();
         if (!identity.Valid)
             return false;
         Device &device = devices[identity.Device];
@@ -136,8 +154,8 @@ FoundItems SearchDrives(const QStringList &roots, const QStringList &missingPath
     const Targets targets(missingPaths, usePathInfo);
     Visited visited;
     FoundItems found;
-    const auto enter = [&](const QString &folder) {
-        if (progress.Stopped() || !visited.Enter(folder))
+    const auto enter = [&](const QString &folder, const FolderReader &open) {
+        if (progress.Stopped() || !visited.Enter(folder, open))
             return false;
         progress.SetText(folder);
         return true;
@@ -147,6 +165,7 @@ FoundItems SearchDrives(const QStringList &roots, const QStringList &missingPath
         progress.SetValue(PlaceOfLetter(root[0]));
         WalkTree(root, enter, [&](const QString &folder, const FolderEntries &entries) {
             targets.LookUp(folder, entries.Files, found);
+            return true;
         });
     }
     return found;

@@ -139,7 +139,7 @@ void FilterForm::PurgeMissing()
     const int action = ui->MissAction->currentIndex();
     SelectRows(action == SearchForMissing ? std::vector<int>() : items.Rows);
     if (action == SearchForMissing) {
-        SearchMissing(items.Paths);
+        SearchMissing(items);
     } else if (action == RemoveMissing) {
         main.MEditRemove_Click();
         Report(ui->lbReport, u"Done: "_s + count + u" Items Removed");
@@ -148,10 +148,9 @@ void FilterForm::PurgeMissing()
     }
 }
 
-void FilterForm::SearchMissing(const QStringList &missingPaths)
+void FilterForm::SearchMissing(const MissingItems &items)
 {
-    Report(ui->lbReport, u"Searching for "_s + QString::number(missingPaths.size()) + u" Missing Items...");
-    MissingPaths = missingPaths;
+    Report(ui->lbReport, u"Searching for "_s + QString::number(items.Paths.size()) + u" Missing Items...");
     UsePathInfo = !ui->DontUsePath->isChecked();
     const QStringList roots = main.World().Roots();
     QString stop;
@@ -166,7 +165,7 @@ void FilterForm::SearchMissing(const QStringList &missingPaths)
                 main.ShowMessage(folder);
             paint({});
         };
-        FoundItems = SearchDrives(roots, MissingPaths, UsePathInfo, progress);
+        FoundItems = SearchDrives(roots, items.Paths, UsePathInfo, progress);
         if (run.Stopped())
             stop = u" Stopped at "_s + ShownPath(folder);
     }
@@ -177,14 +176,15 @@ void FilterForm::SearchMissing(const QStringList &missingPaths)
         return;
     }
     Report(ui->lbReport, QString::number(FoundItems.Count) + u" Items were returned by the Search..." + stop);
-    BeginRestoration();
+    BeginRestoration(items);
 }
 
-void FilterForm::BeginRestoration()
+void FilterForm::BeginRestoration(const MissingItems &items)
 {
     RestoredCount = 0;
     MissingFolders.clear();
-    ListDistinctFolders(MissingPaths, MissingFolders);
+    ListDistinctFolders(items.Paths, MissingFolders);
+    missingIndex = IndexMissing(items);
     ui->SSTab1->setCurrentWidget(ui->Purge);
     NextFolder();
     ui->FoundPaths->setFocus();
@@ -216,7 +216,7 @@ void FilterForm::NextFolder()
 
 void FilterForm::ShowFolder()
 {
-    missing = FolderOfMissing(MissingPaths, MissingFolders[FolderIndex - 1]);
+    missing = missingIndex.value(MissingFolders[FolderIndex - 1]);
     suggestions = SuggestFolders(missing, FoundItems, UsePathInfo);
     const QString first = ShownPath(missing.Folder + missing.Files.value(0));
     ui->MissingPath->setText(first);
@@ -281,6 +281,7 @@ void FilterForm::EndRestoration(const QString &report)
 {
     FolderIndex = 0;
     FoundItems = {};
+    missingIndex.clear();
     suggestions.clear();
     ui->MissingPath->clear();
     ui->FoundPaths->clear();

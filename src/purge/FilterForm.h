@@ -44,8 +44,8 @@ private:
 
     void PurgeDuplicates();
     void PurgeMissing();
-    void SearchMissing(const QStringList &missingPaths);
-    void BeginRestoration();
+    void SearchMissing(const MissingItems &items);
+    void BeginRestoration(const MissingItems &items);
 
     /// Goes on to the next folder, or ends the restoration behind the last one.
     void NextFolder();
@@ -58,7 +58,7 @@ private:
     std::unique_ptr<Ui::FilterForm> ui;
 
     // Of a restoration.
-    QStringList MissingPaths;
+    MissingIndex missingIndex;
     /// A folder that comes back later, not next to its like, stands again.
     QStringList MissingFolders;
     struct FoundItems FoundItems;

@@ -1,12 +1,12 @@
 #include "purge/Restoration.h"
 
+#include "platform/Drives.h"
 #include "platform/Names.h"
 #include "text/FileLists.h"
 #include "text/FolderWalk.h"
 #include "text/FormatText.h"
 #include "text/PathText.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -15,61 +15,52 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// The audio files of a folder by their names.
-class NamedFiles
+/// The files of a folder by their names.
+class FolderFiles
 {
 public:
-    explicit NamedFiles(const QStringList &paths)
-    {
-        for (const QString &path : paths)
-            byName.insert(GetFileName(path), path);
-    }
+    explicit FolderFiles(const QString &folder) { ListFolder(folder, entries); }
 
-    /// The path of the file that answers to a name; empty for none.
+    /// The name of the file that answers to a name; empty for none.
     QString Find(const QString &name)
     {
-        const auto exact = byName.constFind(name);
-        if (exact != byName.cend())
-            return *exact;
-        if (byFoldedName.isEmpty()) {
-            for (auto file = byName.cbegin(); file != byName.cend(); ++file)
-                byFoldedName.insert(FoldedName(file.key()), *file);
+        const QStringList &names = entries.Files;
+        // Rows mostly follow one another as their files do.
+        if (next >= names.size() || names[next] != name)
+            next = std::lower_bound(names.cbegin(), names.cend(), name, NameBefore) - names.cbegin();
+        // Spellings of one name stand side by side.
+        for (const qsizetype place : {next, next - 1}) {
+            if (place >= 0 && place < names.size() && IsSameName(names[place], name)) {
+                next = place + 1;
+                return names[place];
+            }
         }
-        return byFoldedName.value(FoldedName(name));
+        return {};
     }
 
 private:
-    QHash<QString, QString> byName;
-    /// Made for the first name that no file has just so.
-    QHash<QString, QString> byFoldedName;
+    FolderEntries entries;
+    qsizetype next = 0;
 };
 
-using RowFiles = std::vector<std::pair<int, QString>>;
-
-/// The rows of a folder's missing files that a file answers to, each with that file.
-RowFiles RowsToRestore(const Grid &grid, const MissingFolder &missing, NamedFiles files)
+bool IsAt(const Grid &grid, int row, const QString &folder, const QString &name)
 {
-    QHash<QString, QString> fileOf;
-    for (const QString &name : missing.Files)
-        fileOf.insert(name, files.Find(name));
-    RowFiles rows;
-    for (int row = 1; row <= grid.Count(); ++row) {
-        const PlaylistItem &item = grid.Item(row);
-        if (item.Folder != missing.Folder)
-            continue;
-        const QString file = fileOf.value(item.Text);
-        if (!file.isEmpty())
-            rows.emplace_back(row, file);
-    }
-    return rows;
+    return row <= grid.Count() && grid.Item(row).Folder == folder && grid.Item(row).Text == name;
 }
 } // namespace
 
-MissingFolder FolderOfMissing(const QStringList &missingPaths, const QString &folder)
+MissingIndex IndexMissing(const MissingItems &items)
 {
-    MissingFolder missing{folder, {}};
-    ListFilesInFolder(missingPaths, missing.Files, folder);
-    return missing;
+    MissingIndex index;
+    for (std::size_t i = 0; i < items.Rows.size(); ++i) {
+        const QString &path = items.Paths[static_cast<qsizetype>(i)];
+        const QString folder = GetFolderPart(path);
+        MissingFolder &missing = index[folder];
+        missing.Folder = folder;
+        missing.Files.append(GetFileName(path));
+        missing.Rows.push_back(items.Rows[i]);
+    }
+    return index;
 }
 
 QString WorthText(const Suggestion &suggestion)
@@ -108,21 +99,24 @@ QStringList ListAudioFiles(const QString &folder)
 
 int RestoreFolder(Grid &grid, const MissingFolder &missing, const QString &folder, const Progress &progress)
 {
-    const RowFiles rows = RowsToRestore(grid, missing, NamedFiles(ListAudioFiles(folder)));
-    progress.SetLimits(0, static_cast<int>(rows.size()));
-    QHash<QString, FileRecord> analysed;
-    std::vector<std::pair<int, FileRecord>> records;
-    for (const auto &[row, path] : rows) {
-        if (progress.Stopped())
-            break;
-        auto record = analysed.constFind(path);
-        if (record == analysed.cend())
-            record = analysed.insert(path, AnalyseFile(path));
-        records.emplace_back(row, *record);
-        progress.SetValue(static_cast<int>(records.size()));
-    }
-    grid.Replace(records, false);
-    return static_cast<int>(records.size());
+    FolderFiles files(folder);
+    RowFolders folders(CurrentDirectory());
+    progress.SetLimits(0, static_cast<int>(missing.Rows.size()));
+    const auto recordOf = [&](std::size_t i) -> std::optional<FileRecord> {
+        const QString &name = missing.Files[static_cast<qsizetype>(i)];
+        if (progress.Stopped() || !IsAudioFile(name) || !IsAt(grid, missing.Rows[i], missing.Folder, name))
+            return std::nullopt;
+        progress.SetValue(static_cast<int>(i) + 1);
+        const QString found = files.Find(name);
+        if (found.isEmpty())
+            return std::nullopt;
+        FileRecord record = AnalyseFile(QString(folder + found), folders);
+        // The text of the row is kept where it is the same.
+        if (record.FileName == name)
+            record.FileName = grid.Item(missing.Rows[i]).Text;
+        return record;
+    };
+    return grid.Replace(missing.Rows, recordOf, false);
 }
 
 int AppendFiles(Grid &grid, const QStringList &paths, const Progress &progress)

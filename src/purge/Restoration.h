@@ -2,8 +2,10 @@
 
 #include "playlist/Grid.h"
 #include "purge/DriveSearch.h"
+#include "purge/MissingItems.h"
 #include "text/Progress.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -13,10 +15,13 @@
 struct MissingFolder {
     /// Ending in a backslash.
     QString Folder;
-    /// The names of all items that are missing from it, in grid order.
+    /// The names of all items that are missing from it, in grid order, and the row of each.
     QStringList Files;
+    std::vector<int> Rows;
 };
-MissingFolder FolderOfMissing(const QStringList &missingPaths, const QString &folder);
+/// The missing items by their folders.
+using MissingIndex = QHash<QString, MissingFolder>;
+MissingIndex IndexMissing(const MissingItems &items);
 
 /// A folder that may hold what is missing from another one.
 struct Suggestion {
@@ -37,8 +42,8 @@ std::vector<Suggestion> SuggestFolders(const MissingFolder &missing, const Found
 QStringList ListAudioFiles(const QString &folder);
 
 /// Puts the audio files of a folder, analysed anew, in place of all rows of the missing files whose names they bear; a
-/// file of just that name goes before one that differs in case. Selection, focus and order stay. Returns how many rows
-/// were restored; when stopped, those that had their turn.
+/// file of just that name goes before one that differs in case. A row that has been restored already stays. Selection,
+/// focus and order stay. Returns how many rows were restored; when stopped, those that had their turn.
 int RestoreFolder(Grid &grid, const MissingFolder &missing, const QString &folder, const Progress &progress);
 
 /// Adds the files at the end; when stopped, those that had their turn. Raises PlaylistFull after those that fit.

@@ -46,15 +46,6 @@ private:
     int lastNumber = 0;
 };
 
-/// The same for all spellings of a name.
-quint64 NameHash(QStringView name)
-{
-    quint64 hash = 14695981039346656037U;
-    for (const QChar character : name)
-        hash = (hash ^ FoldedUnit(character.unicode())) * 1099511628211U;
-    return hash;
-}
-
 /// The renames of a run by the files that they rename.
 class Renames
 {
@@ -68,7 +59,7 @@ public:
             if (from[i] == to[i])
                 continue;
             const qsizetype nameStart = from[i].lastIndexOf(u'\\') + 1;
-            const quint64 name = NameHash(QStringView(from[i]).sliced(nameStart));
+            const quint64 name = FoldedHash(QStringView(from[i]).sliced(nameStart));
             names.insert(name);
             int &first = firstOf[{folders.Of(from[i].first(nameStart)), name}];
             next[static_cast<std::size_t>(i)] = first - 1;
@@ -92,7 +83,7 @@ private:
     /// The first rename of the file behind another one; -1 for none.
     int Find(const QString &folder, const QString &name, int after)
     {
-        const quint64 hash = NameHash(name);
+        const quint64 hash = FoldedHash(name);
         if (!names.contains(hash))
             return -1;
         int found = firstOf.value({folders.Of(folder), hash}) - 1;

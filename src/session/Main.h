@@ -315,4 +315,5 @@ private:
     ColourNumber gridForeground = systemWindowText;
     int transparency = 0;
     QStringList ShortcutList;
+    QStringList TempFileList;
 };

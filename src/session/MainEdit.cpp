@@ -1,7 +1,6 @@
 #include "platform/Drives.h"
 #include "playlist/M3UFile.h"
 #include "playlist/RowCommands.h"
-#include "session/DragData.h"
 #include "session/GridView.h"
 #include "session/Hourglass.h"
 #include "session/Main.h"
@@ -9,6 +8,8 @@
 #include "text/FileLists.h"
 #include "text/FolderWalk.h"
 #include "text/PathText.h"
+
+#include <QMimeData>
 
 using namespace Qt::StringLiterals;
 
@@ -19,11 +20,9 @@ void Main::AddFile(const QString &path, int index)
 
 void Main::RefreshRows(const QList<int> &rows, const QStringList &paths)
 {
-    std::vector<std::pair<int, FileRecord>> records;
-    records.reserve(static_cast<std::size_t>(rows.size()));
-    for (qsizetype i = 0; i < rows.size(); ++i)
-        records.emplace_back(rows[i], AnalyseFile(paths[i]));
-    ListView1.Replace(records, true);
+    ListView1.Replace(
+        {rows.cbegin(), rows.cend()}, [&paths](std::size_t i) { return AnalyseFile(paths[static_cast<qsizetype>(i)]); },
+        true);
     // What the files were before does not come back.
     ListView1.Steps().End();
 }
@@ -69,7 +68,6 @@ void Main::AddItemsOf(const PathInfo &info)
         WalkFolder(info.Path, FileTypes(), FileArray, true, [&](const QString &folder) {
             if (pace.Due())
                 ShowMessage(folder);
-            return true;
         });
         ShowMessage({});
         AddRows(0, info.Path);
@@ -144,7 +142,13 @@ QMimeData *Main::MakeDragData()
 {
     DestroyFileArray();
     SaveFileArrayFromList(false);
-    return DragDataOf(FileArray);
+    QList<QUrl> urls;
+    urls.reserve(FileArray.size());
+    for (const QString &path : std::as_const(FileArray))
+        urls.append(ToUrl(path));
+    auto *files = new QMimeData;
+    files->setUrls(urls);
+    return files;
 }
 
 QString Main::BrowseForFolder(const QString &browseTitle, bool editBox)

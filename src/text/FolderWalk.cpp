@@ -2,6 +2,7 @@
 
 #include "platform/Names.h"
 
+#include <algorithm>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +38,12 @@ const QStringList &FileTypes()
     return masks;
 }
 
+bool IsAudioFile(QStringView name)
+{
+    static const std::vector<NameMask> masks(FileTypes().begin(), FileTypes().end());
+    return std::any_of(masks.begin(), masks.end(), [name](const NameMask &mask) { return mask.Matches(name); });
+}
+
 void ListFolderFiles(const QString &folder, const QString &mask, QStringList &list)
 {
     FolderEntries entries;
@@ -44,8 +51,8 @@ void ListFolderFiles(const QString &folder, const QString &mask, QStringList &li
         AppendMatches(WithBackslash(folder), entries.Files, FolderMask(mask), list);
 }
 
-void WalkTree(const QString &root, const std::function<bool(const QString &folder)> &enter,
-              const std::function<void(const QString &prefix, const FolderEntries &entries)> &listed)
+void WalkTree(const QString &root, const std::function<bool(const QString &folder, const FolderReader &open)> &enter,
+              const std::function<bool(const QString &prefix, const FolderEntries &entries)> &listed)
 {
     // A stack of our own, since a tree may be deeper than that of the process. The next folder is its last entry.
     std::vector<QString> waiting{root};
@@ -53,24 +60,29 @@ void WalkTree(const QString &root, const std::function<bool(const QString &folde
     while (!waiting.empty()) {
         const QString current = std::move(waiting.back());
         waiting.pop_back();
-        if (!enter(current) || !ListFolder(current, entries))
+        const FolderReader open(current);
+        if (!enter(current, open) || !open.List(entries))
             continue;
         const QString prefix = WithBackslash(current);
-        listed(prefix, entries);
+        if (!listed(prefix, entries))
+            continue;
         for (auto name = entries.Folders.crbegin(); name != entries.Folders.crend(); ++name)
             waiting.push_back(prefix + *name);
     }
 }
 
 void WalkFolder(const QString &folder, const QStringList &masks, QStringList &list, bool recursive,
-                const std::function<bool(const QString &folder)> &enter)
+                const std::function<void(const QString &folder)> &onFolder)
 {
-    const auto isWalked = [&](const QString &current) {
-        return (recursive || current == folder) && (!enter || enter(current));
+    const auto enter = [&](const QString &current, const FolderReader &) {
+        if (onFolder)
+            onFolder(current);
+        return true;
     };
     const std::vector<FolderMask> folderMasks(masks.begin(), masks.end());
-    WalkTree(folder, isWalked, [&](const QString &prefix, const FolderEntries &entries) {
+    WalkTree(folder, enter, [&](const QString &prefix, const FolderEntries &entries) {
         for (const FolderMask &mask : folderMasks)
             AppendMatches(prefix, entries.Files, mask, list);
+        return recursive;
     });
 }

@@ -74,7 +74,9 @@ void ChangeAtRandom(Grid &grid, std::mt19937 &draw)
         },
         [&] { grid.Insert(Record(u"in"_s, 1), row()), grid.Insert(Record(u"side"_s, 0), row()); },
         [&] {
-            grid.Replace({{row(), Record(u"p"_s, 0)}, {row(), Record(u"q"_s, 1)}, {2, Record(u"r"_s, 1)}}, true);
+            const FileRecord records[] = {Record(u"p"_s, 0), Record(u"q"_s, 1), Record(u"r"_s, 1)};
+            grid.Replace(
+                {row(), row(), 2}, [&records](std::size_t i) { return records[i]; }, true);
         },
         [&] { grid.Clear(); },
     };

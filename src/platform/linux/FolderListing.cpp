@@ -8,7 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <memory>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -18,10 +17,6 @@
 
 namespace
 {
-
-struct CloseFolder {
-    void operator()(DIR *folder) const { ::closedir(folder); }
-};
 
 enum class EntryKind { File, Folder, Other };
 
@@ -98,18 +93,37 @@ bool IsDeviceFolder(const char *folder)
 
 } // namespace
 
-bool ListFolder(const QString &folder, FolderEntries &entries)
+FolderReader::FolderReader(const QString &folder) : path(folder)
+{
+    const QByteArray bytes = ToHostBytes(path);
+    handle = bytes.isEmpty() ? nullptr : ::opendir(bytes.constData());
+}
+
+FolderReader::~FolderReader()
+{
+    if (handle != nullptr)
+        ::closedir(static_cast<DIR *>(handle));
+}
+
+FolderIdentity FolderReader::Identify() const
+{
+    struct stat facts;
+    if (handle == nullptr || ::fstat(::dirfd(static_cast<DIR *>(handle)), &facts) != 0)
+        return {};
+    return {true, facts.st_dev, facts.st_ino};
+}
+
+bool FolderReader::List(FolderEntries &entries) const
 {
     entries.Files.clear();
     entries.Folders.clear();
-    const QByteArray bytes = ToHostBytes(folder);
-    const std::unique_ptr<DIR, CloseFolder> open(bytes.isEmpty() ? nullptr : ::opendir(bytes.constData()));
-    if (!open)
+    if (handle == nullptr)
         return false;
+    auto *open = static_cast<DIR *>(handle);
     errno = 0;
-    while (const dirent *entry = ::readdir(open.get())) {
+    while (const dirent *entry = ::readdir(open)) {
         if (!IsSelfOrParent(entry->d_name)) {
-            const EntryKind kind = KindOfEntry(open.get(), *entry);
+            const EntryKind kind = KindOfEntry(open, *entry);
             if (kind != EntryKind::Other) {
                 QStringList &list = kind == EntryKind::File ? entries.Files : entries.Folders;
                 list.emplaceBack(

@@ -39,13 +39,23 @@ void AddEntry(const QString &prefix, const WIN32_FIND_DATAW &entry, FolderEntrie
 
 } // namespace
 
-bool ListFolder(const QString &folder, FolderEntries &entries)
+// A folder cannot be listed by a handle that tells which one it is.
+FolderReader::FolderReader(const QString &folder) : path(folder) {}
+
+FolderReader::~FolderReader() = default;
+
+FolderIdentity FolderReader::Identify() const
+{
+    return IdentifyFolder(path);
+}
+
+bool FolderReader::List(FolderEntries &entries) const
 {
     entries = {};
-    if (folder.isEmpty())
+    if (path.isEmpty())
         return false;
-    const bool separated = folder.endsWith(u'\\') || folder.endsWith(u'/');
-    const QString prefix = separated ? folder : QString(folder + u'\\');
+    const bool separated = path.endsWith(u'\\') || path.endsWith(u'/');
+    const QString prefix = separated ? path : QString(path + u'\\');
     WIN32_FIND_DATAW entry;
     const HANDLE found = FindFirstFileExW(WidePath(prefix + u'*').c_str(), FindExInfoBasic, &entry,
                                           FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
