@@ -3,7 +3,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <numeric>
 
 namespace
 {
@@ -29,26 +28,29 @@ std::vector<int> FindDuplicates(const Grid &grid, const DupChoice &choice, const
     progress.SetValue(1);
     const QStringList keys = BuildDupKeys(grid, choice);
     progress.SetValue(2);
-    std::vector<int> sorted(static_cast<std::size_t>(grid.Count()));
-    std::iota(sorted.begin(), sorted.end(), 0);
-    std::stable_sort(sorted.begin(), sorted.end(), [&keys](int a, int b) { return keys[a] < keys[b]; });
+    // Equal keys come together by their hashes, which are compared sooner than texts.
+    std::vector<std::pair<std::size_t, int>> sorted;
+    sorted.reserve(static_cast<std::size_t>(keys.size()));
+    for (const QString &key : keys)
+        sorted.emplace_back(qHash(key), static_cast<int>(sorted.size()));
+    std::sort(sorted.begin(), sorted.end(), [&keys](const auto &a, const auto &b) {
+        if (a.first != b.first)
+            return a.first < b.first;
+        return keys[a.second] != keys[b.second] ? keys[a.second] < keys[b.second] : a.second < b.second;
+    });
 
     progress.SetLimits(0, grid.Count());
     std::vector<int> rows;
-    QString previous;
-    int run = 0;
+    bool repeats = false;
     for (std::size_t i = 0; i < sorted.size(); ++i) {
         progress.SetValue(static_cast<int>(i) + 1);
-        const QString &key = keys[sorted[i]];
-        if (key != previous) {
-            previous = key;
-            run = 0;
-            continue;
-        }
-        // An empty key at the very start has no row before it.
-        if (++run == 1 && choice.FirstToo && i > 0)
-            rows.push_back(sorted[i - 1] + 1);
-        rows.push_back(sorted[i] + 1);
+        const QString &key = keys[sorted[i].second];
+        const bool before = repeats;
+        repeats = i > 0 && sorted[i].first == sorted[i - 1].first && key == keys[sorted[i - 1].second];
+        if (repeats && !before && choice.FirstToo && !key.isEmpty())
+            rows.push_back(sorted[i - 1].second + 1);
+        if (repeats || key.isEmpty())
+            rows.push_back(sorted[i].second + 1);
     }
     std::sort(rows.begin(), rows.end());
     return rows;

@@ -27,6 +27,11 @@ bool ListDistinctFolders(const QStringList &paths, QStringList &list)
     const qsizetype before = list.size();
     QString previous;
     for (const QString &path : paths) {
+        const qsizetype nameStart = FileNameStart(path);
+        // Neighbours mostly share their folder, and few names stand in it too.
+        if (nameStart == previous.size() && nameStart > 0 && path.startsWith(previous) &&
+            !previous.contains(QStringView(path).sliced(nameStart)))
+            continue;
         const QString folder = GetFolderPart(path);
         if (folder != previous || list.size() == before)
             list.append(folder);

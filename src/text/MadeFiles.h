@@ -26,8 +26,6 @@ public:
     TakenBack TakeBack(qsizetype n);
 
     void Clear() { files.clear(); }
-    /// Takes all back, the last one first, and forgets them.
-    void TakeAllBack();
 
 private:
     struct File {
