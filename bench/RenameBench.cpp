@@ -138,7 +138,7 @@ public:
         old.clear();
         for (int row = 1; row <= grid.Count(); ++row)
             old.append(grid.Item(row).FullPath());
-        if (!std::all_of(old.begin(), old.end(), PathExists))
+        if (AnyMissing(old, {}))
             throw std::runtime_error("A file of the benchmark is missing.");
         const RenameOutcome outcome = RunRename(settings, old, IsSet(settings.Increment), {});
         if (outcome.Changed != grid.Count())

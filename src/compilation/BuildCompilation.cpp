@@ -90,7 +90,11 @@ public:
         return paths;
     }
 
-    void TakeBack() { files.TakeAllBack(); }
+    void TakeBack()
+    {
+        for (qsizetype n = 0; n < files.Count(); ++n)
+            files.TakeBack(n);
+    }
 
     bool Success() const { return success; }
 

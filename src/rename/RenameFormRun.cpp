@@ -38,9 +38,15 @@ bool RenameForm::ConfirmRun(bool &perFolder)
 bool RenameForm::ConfirmMissing()
 {
     Report(u"Looking for Missing Items..."_s);
-    const QStringList &paths = main.FileArray;
-    if (std::all_of(paths.begin(), paths.end(), PathExists))
-        return true;
+    {
+        LongRun run(ui->ProgressBar1, nullptr);
+        const bool missing = AnyMissing(main.FileArray, run.AsProgress());
+        ui->ProgressBar1->reset();
+        if (run.Stopped())
+            Report(u"Stopped: No Item was renamed..."_s);
+        if (run.Stopped() || !missing)
+            return !run.Stopped();
+    }
     const PromptAnswer answer = main.World().Prompts.Message(
         {u"Not all of the items you selected are pointed to correctly. Do you want to proceed? [This could cause "
          "inconsistency in the resultant filenames!]"_s,

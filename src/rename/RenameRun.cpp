@@ -2,6 +2,7 @@
 
 #include "platform/DiskFile.h"
 #include "platform/Files.h"
+#include "platform/Names.h"
 #include "text/FolderWalk.h"
 #include "text/PathText.h"
 
@@ -28,11 +29,7 @@ RenameNumbers::Place RenameNumbers::Next(const QString &path)
 
 int CountAudioFiles(const QStringList &names)
 {
-    const auto isAudio = [](const QString &name) {
-        return std::any_of(FileTypes().begin(), FileTypes().end(),
-                           [&name](const QString &mask) { return MatchesMask(name, mask); });
-    };
-    return static_cast<int>(std::count_if(names.begin(), names.end(), isAudio));
+    return static_cast<int>(std::count_if(names.begin(), names.end(), IsAudioFile));
 }
 
 int AudioFilesIn(const QString &folder)
@@ -48,6 +45,31 @@ bool InSeveralFolders(const QStringList &paths)
     return std::any_of(paths.begin(), paths.end(), [&](const QString &path) { return GetFolderPart(path) != first; });
 }
 
+bool AnyMissing(const QStringList &paths, const Progress &progress)
+{
+    // From so many files on a list of their folder takes less than a look at each.
+    constexpr qsizetype worthListing = 8;
+    FolderEntries entries;
+    QString listed;
+    progress.SetLimits(0, static_cast<int>(paths.size()));
+    for (qsizetype i = 0; i < paths.size() && !progress.Stopped(); ++i) {
+        const QString &path = paths[i];
+        const qsizetype nameStart = FileNameStart(path);
+        const QStringView folder = QStringView(path).first(nameStart);
+        if (folder != listed && i + worthListing <= paths.size() &&
+            QStringView(paths[i + worthListing - 1]).startsWith(folder)) {
+            listed = folder.toString();
+            ListFolder(listed, entries);
+        }
+        const bool isListed = folder == listed && std::binary_search(entries.Files.cbegin(), entries.Files.cend(),
+                                                                     QStringView(path).sliced(nameStart), NameBefore);
+        if (!isListed && !PathExists(path))
+            return true;
+        progress.SetValue(static_cast<int>(i) + 1);
+    }
+    return false;
+}
+
 RenameOutcome RunRename(const RenameRules &rules, const QStringList &paths, bool perFolder, const Progress &progress)
 {
     const int count = static_cast<int>(paths.size());
@@ -55,6 +77,7 @@ RenameOutcome RunRename(const RenameRules &rules, const QStringList &paths, bool
     RenameOutcome outcome;
     outcome.NewPaths.reserve(count);
     QSet<QString> renamed;
+    renamed.reserve(count);
     progress.SetLimits(0, count + 1);
     for (const QString &path : paths) {
         if (progress.Stopped())

@@ -422,7 +422,14 @@ private Q_SLOTS:
         r.OpenOn(u"a_.mp3|b_.mp3"_s, {1, 2});
         r.Click("Warning");
         escape(r.Form);
-        QCOMPARE(r.Process(), u"Done: 0/0 Items were Processed, ended after 0 of 2 +Rename"_s);
+        QCOMPARE(r.Process(), u"Stopped: No Item was renamed... +Rename"_s);
+        r.F.Window->AddFile(r.F.Inside(u"gone"_s), 0);
+        r.Open({1, 2, 3});
+        r.F.Prompts.Meanwhile = [&] { escape(r.Form); };
+        r.Expect(r.missing, PromptAnswer::Yes);
+        QCOMPARE(r.Process(), u"Done: 0/0 Items were Processed, ended after 0 of 3 +Rename"_s);
+        r.F.Prompts.Meanwhile = [] {};
+        r.Open({1, 2});
         QVERIFY(r.Form->isVisible());
         QCOMPARE(r.Process(), u"Done: 2/2 Items were Processed +Undo"_s);
         escape(r.Form);
