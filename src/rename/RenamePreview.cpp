@@ -59,6 +59,7 @@ const FolderNames::Folder &FolderNames::Of(QString folder)
     fresh.Listed = ListFolder(folder, entries);
     fresh.AudioFiles = CountAudioFiles(entries.Files);
     fresh.IgnoresCase = !entries.Files.isEmpty() && IgnoresCase(folder + entries.Files.front());
+    fresh.Names.reserve(entries.Files.size() + entries.Folders.size());
     for (const QStringList &names : {entries.Files, entries.Folders}) {
         for (const QString &name : names)
             fresh.Names.insert(fresh.Key(name));

@@ -188,8 +188,10 @@ private Q_SLOTS:
         p.DoubleClickRow("FoundPaths", 0);
         p.Click("NxtPath");
         QCOMPARE(p.Suggested(), u"\\share\\m\\|1 of 1 file Folder 2 of 2"_s);
+        p.F.Window->PlaylistDirty = false;
         p.Click("NxtPath");
         QCOMPARE(p.Outcome(), u"Done: Restored 1 Items...|q:\\old\\a.wma share\\m\\a.wma Total: 2"_s);
+        QVERIFY(p.F.Window->PlaylistDirty);
     }
 
     void EscapeStops()

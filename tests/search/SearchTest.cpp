@@ -83,6 +83,8 @@ private Q_SLOTS:
         QVERIFY(view.viewport()->rect().contains(view.visualRect(view.model()->index(3, 0)).center()));
         QCOMPARE(s.F.Window->ListView1.FocusedRow(), 4);
         QCOMPARE(s.Form->focusWidget(), s.At("txtSearch"));
+        QCOMPARE(s.Search({}, u"X"_s, "cmdBack"), u"Selected: 2/3 Items. x1 b X2 X3 c++++"_s);
+        QCOMPARE(s.Search({}, u"X"_s, "cmdNext"), u"Selected: 3/3 Items. x1 b x2 X3 c++++"_s);
         QCOMPARE(s.Search({}, u"X"_s, "cmdNext"), u"Selected: 1/3 Items. X1 b x2 X3 c++++"_s);
         s.Click("cmdPreview");
         QVERIFY(s.F.Read(u"app\\tmp.m3u"_s).endsWith("x1.wma\r\n"));
