@@ -90,6 +90,16 @@ void MP3File::ReadTags(const QString &path, bool withMPEG)
     ReadStreamOf(file, withMPEG);
 }
 
+void MP3File::ReadTexts(const QString &path, std::span<const QByteArrayView> ids, bool withMPEG)
+{
+    v1 = ID3v1Tag();
+    v2 = ID3v2Tag();
+    const TaggedFile file(path);
+    v2 = file.ReadTexts(ids);
+    v1 = file.ReadID3v1();
+    ReadStreamOf(file, withMPEG);
+}
+
 void MP3File::ReadStreamOf(const TaggedFile &file, bool wanted)
 {
     stream = StreamFacts();

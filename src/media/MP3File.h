@@ -9,6 +9,8 @@
 
 #include <QString>
 
+#include <span>
+
 class TaggedFile;
 
 /// In-memory model of one MPEG audio file's stream data and tags. Every operation that touches the disk takes the path
@@ -51,6 +53,9 @@ public:
     /// Reads both tags and, with withMPEG, the stream data, whose properties are those of a new object for a file
     /// without MPEG audio.
     void ReadTags(const QString &path, bool withMPEG);
+    /// As ReadTags, but of the ID3v2 tag perhaps no more than what GetFrame shows for these plain texts. Such a tag
+    /// cannot be written.
+    void ReadTexts(const QString &path, std::span<const QByteArrayView> ids, bool withMPEG);
     /// Reads only the MPEG stream data. Raises MediaError for a missing or locked file and for one that holds no MPEG
     /// audio; the stream properties are then those of a new object, but FileSize stays that of the file if it could
     /// be opened.

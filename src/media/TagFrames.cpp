@@ -9,6 +9,7 @@
 #include <taglib/urllinkframe.h>
 
 #include <QUrl>
+#include <QtEndian>
 
 #include <algorithm>
 
@@ -79,6 +80,26 @@ QByteArray ContentWithLanguage(const FrameText &text, TagLib::String::Type encod
     return ContentOf(frame);
 }
 
+/// A single text in one of the encodings that nearly all taggers write; nothing for what TagLib has to look at.
+std::optional<QString> PlainText(const QByteArray &content)
+{
+    constexpr qsizetype markEnd = 3;
+    QString text;
+    if (content.startsWith(QByteArrayView("\x01\xFF\xFE")) && content.size() % 2 != 0) {
+        text.resize((content.size() - markEnd) / 2);
+        qFromLittleEndian<char16_t>(content.constData() + markEnd, text.size(), text.data());
+    } else if (content.startsWith('\0')) {
+        text = QString::fromLatin1(QByteArrayView(content).sliced(1));
+    } else {
+        return std::nullopt;
+    }
+    while (text.endsWith(QChar::Null))
+        text.chop(1);
+    const bool isSingle = std::none_of(text.begin(), text.end(),
+                                       [](QChar character) { return character.isNull() || character.isSurrogate(); });
+    return isSingle ? std::optional(text) : std::nullopt;
+}
+
 FrameText TextOfPlainText(const TagLib::ByteVector &bytes, bool isGenre)
 {
     QStringList values = Values(Frames::TextIdentificationFrame(bytes).fieldList());
@@ -87,9 +108,11 @@ FrameText TextOfPlainText(const TagLib::ByteVector &bytes, bool isGenre)
     return {values.join(u'/')};
 }
 
-bool HasEncoding(const QByteArray &id)
+bool HasKnownEncoding(const QByteArray &id, const QByteArray &content)
 {
-    return id.startsWith('T') || id == "WXXX" || id == "COMM" || id == "USLT";
+    constexpr quint8 lastEncoding = 3;
+    const bool hasEncoding = id.startsWith('T') || id == "WXXX" || id == "COMM" || id == "USLT";
+    return !hasEncoding || content.isEmpty() || static_cast<quint8>(content.front()) <= lastEncoding;
 }
 
 // Whether a frame may be meant where its kind is asked for without a description.
@@ -206,14 +229,15 @@ void SetFoundText(ID3v2Tag &tag, const QByteArray &id, const std::optional<Found
 std::optional<FrameText> ReadFrameText(const ID3v2Tag &tag, const TagFrame &frame)
 {
     const std::optional<QByteArray> content = tag.Content(frame);
-    constexpr char lastEncoding = 3;
-    if (!content ||
-        (HasEncoding(frame.Id) && !content->isEmpty() && static_cast<quint8>(content->front()) > lastEncoding))
+    if (!content || !HasKnownEncoding(frame.Id, *content))
         return std::nullopt;
     if (frame.Id == "COMM" || HasDescription(frame.Id))
         return DescribedText(frame.Id, *content);
+    const bool isText = frame.Id.startsWith('T');
+    if (const auto text = isText && frame.Id != "TCON" ? PlainText(*content) : std::nullopt)
+        return FrameText{*text};
     const TagLib::ByteVector bytes = PlainFrame(frame.Id, *content);
-    if (frame.Id.startsWith('T'))
+    if (isText)
         return TextOfPlainText(bytes, frame.Id == "TCON");
     if (frame.Id.startsWith('W'))
         return FrameText{FromTagLib(Frames::UrlLinkFrame(bytes).url())};
@@ -244,6 +268,16 @@ QByteArray MakeFrameContent(const QByteArray &id, const FrameText &text, int ver
     Frames::TextIdentificationFrame frame(ToTagLib(id), encoding);
     frame.setText(ToTagLib(text.Text));
     return ContentOf(frame);
+}
+
+bool AnswersFor(const ID3v2Tag &front, const QByteArray &id)
+{
+    const QByteArray proper = IdsFor(id, front.Version).front();
+    // What follows the last frame is not known, and may tell of its size.
+    return !front.Frames.empty() &&
+           std::any_of(front.Frames.begin(), front.Frames.end() - 1, [&](const TagFrame &frame) {
+               return frame.Id == proper && frame.Flags == 0 && HasKnownEncoding(frame.Id, frame.Data);
+           });
 }
 
 QString TagText(const ID3v2Tag &tag, const QByteArray &id)

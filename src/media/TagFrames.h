@@ -18,6 +18,8 @@ QByteArray MakeFrameContent(const QByteArray &id, const FrameText &text, int ver
 
 /// The text that stands for an id of version 2.3, as MP3File::GetFrame tells.
 QString TagText(const ID3v2Tag &tag, const QByteArray &id);
+/// Whether the front of a tag is enough to tell that text.
+bool AnswersFor(const ID3v2Tag &front, const QByteArray &id);
 /// Whether that text stands in a frame with a description.
 bool IsTextDescribed(const ID3v2Tag &tag, const QByteArray &id);
 /// Sets it as MP3File::SetFrame tells.

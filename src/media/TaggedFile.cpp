@@ -2,6 +2,7 @@
 
 #include "media/ID3v2Bytes.h"
 #include "media/MediaError.h"
+#include "media/TagFrames.h"
 #include "platform/Drives.h"
 #include "platform/RebuiltFile.h"
 
@@ -104,6 +105,18 @@ ID3v2Tag TaggedFile::ReadID3v2() const
 {
     const QByteArray bytes = ID3v2BytesAt(0);
     return bytes.isEmpty() ? ID3v2Tag() : ID3v2Tag::FromBytes(bytes);
+}
+
+ID3v2Tag TaggedFile::ReadTexts(std::span<const QByteArrayView> ids) const
+{
+    const QByteArray bytes = Read(0, firstReadBytes);
+    if (bytes.startsWith("ID3")) {
+        ID3v2Tag tag = ID3v2Tag::FromBytes(bytes);
+        if (tag.Fault.isEmpty() || std::all_of(ids.begin(), ids.end(),
+                                               [&tag](QByteArrayView id) { return AnswersFor(tag, id.toByteArray()); }))
+            return tag;
+    }
+    return ReadID3v2();
 }
 
 ID3v1Tag TaggedFile::ReadID3v1() const

@@ -21,6 +21,9 @@ public:
     const InputFile &Input() const { return file; }
     /// The tag at the file's front.
     ID3v2Tag ReadID3v2() const;
+    /// As ReadID3v2, but the rest of a tag is not read when its front answers for these texts. What is not read is a
+    /// fault of the tag, so that nobody writes it.
+    ID3v2Tag ReadTexts(std::span<const QByteArrayView> ids) const;
     ID3v1Tag ReadID3v1() const;
     TagPresence Tags() const;
 
