@@ -37,9 +37,13 @@ bool ReplacedText::AppendBytes(const QByteArray &bytes)
 {
     if (file && !file->Append(bytes))
         file.reset();
-    // The disk works while the next piece is made.
-    if (file)
+    // The disk works while the next pieces are made.
+    constexpr qsizetype enough = 1 << 20;
+    unflushed += bytes.size();
+    if (file && unflushed > enough) {
         file->Copy().BeginFlush();
+        unflushed = 0;
+    }
     return file != nullptr;
 }
 

@@ -40,6 +40,7 @@ private:
     /// None when nothing can be written.
     std::unique_ptr<ReplacedFile> file;
     bool marked = false;
+    qsizetype unflushed = 0;
     /// What was written before the mark, in pieces that can each be decoded by itself.
     QList<qsizetype> sizes;
 };

@@ -8,13 +8,6 @@
 
 namespace
 {
-QString FolderWithoutBackslash(const QString &path)
-{
-    QString folder = GetFolderPart(path);
-    folder.chop(1);
-    return folder;
-}
-
 bool IsInEach(const QSet<QString> &folders, const QString &piece)
 {
     return std::all_of(folders.cbegin(), folders.cend(),
@@ -84,13 +77,13 @@ QString FindCommonRoot(const QStringList &paths)
     QString longest;
     QString previous;
     for (const QString &path : paths) {
-        const QString folder = FolderWithoutBackslash(path);
-        if (folder == previous && !folders.isEmpty())
+        if (!folders.isEmpty() && IsFolderPart(previous, path))
             continue;
+        previous = GetFolderPart(path);
+        const QString folder = previous.chopped(std::min<qsizetype>(previous.size(), 1));
         folders.insert(folder);
         if (folder.size() >= longest.size())
             longest = folder;
-        previous = folder;
     }
     // The first piece that one of the folders lacks ends the root, whatever the pieces behind it are.
     const QStringList pieces = longest.split(u'\\');

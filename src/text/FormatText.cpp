@@ -4,6 +4,8 @@
 
 #include <QLocale>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -26,6 +28,19 @@ bool IsKept(QChar character)
     const char16_t code = character.unicode();
     return code > 255 || (code >= u'0' && code <= u'9') || (code >= u'A' && code <= u'Z') ||
            (code >= u'a' && code <= u'z');
+}
+
+// Most characters need no look into the tables of all scripts.
+QChar Upper(QChar character)
+{
+    return character < u'a' ? character : character.toUpper();
+}
+
+QChar Lower(QChar character)
+{
+    if (character >= u'A' && character <= u'Z')
+        return QChar(character.unicode() + (u'a' - u'A'));
+    return character < u'\x80' ? character : character.toLower();
 }
 
 bool EndsWord(QChar character)
@@ -73,12 +88,13 @@ QString YesNoText(bool value)
 
 QString ProperCase(const QString &text)
 {
-    QString proper = text;
+    QString proper(text.size(), Qt::Uninitialized);
     bool startsWord = true;
-    for (QChar &character : proper) {
-        character = startsWord ? character.toUpper() : character.toLower();
-        startsWord = EndsWord(character);
-    }
+    std::transform(text.begin(), text.end(), proper.begin(), [&startsWord](QChar character) {
+        const QChar cased = startsWord ? Upper(character) : Lower(character);
+        startsWord = EndsWord(cased);
+        return cased;
+    });
     return proper;
 }
 

@@ -10,6 +10,17 @@ using namespace Qt::StringLiterals;
 namespace
 {
 constexpr QChar Backslash = u'\\';
+
+/// Where a part begins; -1 for nowhere. Names are short and rarely there, so a look for the first character is quicker
+/// than a search that prepares itself.
+qsizetype FindText(QStringView text, QStringView part, qsizetype from)
+{
+    for (from = text.indexOf(part[0], from); from >= 0; from = text.indexOf(part[0], from + 1)) {
+        if (text.sliced(from).startsWith(part))
+            return from;
+    }
+    return -1;
+}
 } // namespace
 
 qsizetype FileNameStart(QStringView path)
@@ -39,6 +50,13 @@ QString GetFolderPart(const QString &path)
     return name.size() < nameStart ? RemoveText(folder, name) : folder;
 }
 
+bool IsFolderPart(const QString &folder, const QString &path)
+{
+    const qsizetype start = FileNameStart(path);
+    const QStringView name = QStringView(path).sliced(start);
+    return start == folder.size() && path.startsWith(folder) && (name.isEmpty() || FindText(folder, name, 0) < 0);
+}
+
 QString FolderOf(const QString &path)
 {
     return path.first(std::max<qsizetype>(FileNameStart(path) - 1, 0));
@@ -60,13 +78,15 @@ QString AbsolutePath(const QString &path, const QString &folder)
 
 QString RemoveText(const QString &text, QStringView part)
 {
-    qsizetype found = part.isEmpty() ? -1 : text.indexOf(part);
+    qsizetype found = part.isEmpty() ? -1 : FindText(text, part, 0);
     if (found < 0)
         return text;
+    if (found + part.size() == text.size())
+        return text.first(found);
     QString rest;
     rest.reserve(text.size());
     qsizetype from = 0;
-    for (; found >= 0; found = text.indexOf(part, from)) {
+    for (; found >= 0; found = FindText(text, part, from)) {
         rest += QStringView(text).sliced(from, found - from);
         from = found + part.size();
     }

@@ -12,6 +12,8 @@ QString GetFileName(const QString &path);
 QString GetExtension(const QString &name);
 /// The path with every occurrence of its file name removed, so a folder ending in a backslash.
 QString GetFolderPart(const QString &path);
+/// Whether that is the folder part of the path, which need not be made for it.
+bool IsFolderPart(const QString &folder, const QString &path);
 /// The path less a backslash and its file name; empty for a bare name.
 QString FolderOf(const QString &path);
 /// Whether a path counts from no other folder: it holds a drive's colon or names a share.
