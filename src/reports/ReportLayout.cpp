@@ -27,7 +27,7 @@ QString RepeatText(int count, QStringView text)
 
 void AppendEscaped(QString &text, const QString &cell)
 {
-    if (!cell.contains(u'<') && !cell.contains(u'>'))
+    if (std::none_of(cell.begin(), cell.end(), [](QChar character) { return character == u'<' || character == u'>'; }))
         text += cell;
     else
         text += QString(cell).replace(u'<', "&lt;"_L1).replace(u'>', "&gt;"_L1);
@@ -57,12 +57,24 @@ std::vector<ReportColumn> SelectedColumns(const ReportSettings &settings)
 PageLayout::PageLayout(const ReportSettings &reportSettings, std::vector<ReportColumn> selected)
     : settings(reportSettings), columns(std::move(selected))
 {
-    for (std::size_t i = 0; i < cellStarts.size(); ++i) {
-        const QString colour = i == 0 ? u" bgcolor=#EEEEEE"_s : u" bgcolor=#D5DEFF"_s;
-        const QString start = u"<td" + (settings.ColorTable ? colour : QString()) + u'>';
-        cellStarts[i] = start + Font(settings.FontSizeIndex);
-        linkStarts[i] = start + u"<font face='Webdings' size='%1'><a href="_s.arg(settings.FontSizeIndex + 2);
+    parts = {PartsOfRow(settings.ColorTable ? u" bgcolor=#EEEEEE"_s : QString()),
+             PartsOfRow(settings.ColorTable ? u" bgcolor=#D5DEFF"_s : QString())};
+}
+
+std::vector<QString> PageLayout::PartsOfRow(const QString &colour) const
+{
+    std::vector<QString> row;
+    QString part = u"<tr>"_s + lineEnd;
+    for (const ReportColumn column : columns) {
+        const bool isLink = column == ReportColumn::Link;
+        part += u"<td" + colour + u'>';
+        part += isLink ? u"<font face='Webdings' size='%1'><a href="_s.arg(settings.FontSizeIndex + 2)
+                       : Font(settings.FontSizeIndex);
+        row.push_back(part);
+        part = (isLink ? u">X</a></font></td>"_s : u"</font></td>"_s) + lineEnd;
     }
+    row.push_back(part + u"</tr>" + lineEnd);
+    return row;
 }
 
 QString PageLayout::Font(int size) const
@@ -99,18 +111,17 @@ void PageLayout::TableHead(QString &text) const
 void PageLayout::Row(QString &text, ReportRow &row)
 {
     firstColour = !firstColour;
-    text += "<tr>\r\n"_L1;
-    for (const ReportColumn column : columns) {
-        if (column == ReportColumn::Link) {
-            text += linkStarts[firstColour ? 1 : 0] + row.Link() + u">X</a>";
-        } else {
-            text += cellStarts[firstColour ? 1 : 0];
-            const QString cell = row.Cell(column);
-            AppendEscaped(text, cell.isEmpty() ? u"?????"_s : cell);
-        }
-        text += "</font></td>\r\n"_L1;
+    const std::vector<QString> &around = parts[firstColour ? 1 : 0];
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        text += around[i];
+        if (columns[i] == ReportColumn::Link)
+            text += row.Link();
+        else if (const QString cell = row.Cell(columns[i]); cell.isEmpty())
+            text += "?????"_L1;
+        else
+            AppendEscaped(text, cell);
     }
-    text += "</tr>\r\n"_L1;
+    text += around.back();
 }
 
 void PageLayout::Summary(QString &text, const QString &line) const

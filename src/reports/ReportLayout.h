@@ -29,12 +29,13 @@ public:
 
 private:
     QString Font(int size) const;
+    std::vector<QString> PartsOfRow(const QString &colour) const;
 
     const ReportSettings &settings;
     std::vector<ReportColumn> columns;
-    /// What stands before the content of a cell and of a link, for the second and the first colour.
-    std::array<QString, 2> cellStarts;
-    std::array<QString, 2> linkStarts;
+    /// What stands before the content of each cell of a row and behind the last one, for the second and the first
+    /// colour.
+    std::array<std::vector<QString>, 2> parts;
     bool firstColour = false;
 };
 

@@ -5,9 +5,17 @@
 #include "text/FormatText.h"
 #include "text/PathText.h"
 
+#include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+/// The frames behind the columns from ID3v2Title on.
+constexpr std::array<QByteArrayView, 4> shownFrames{"TIT2", "TPE1", "TALB", "TYER"};
+constexpr auto firstShown = static_cast<std::size_t>(ReportColumn::ID3v2Title);
+} // namespace
 
 ReportRow::ReportRow(std::span<const ReportColumn> columns, const QString &rootOfPaths)
     : root(rootOfPaths.isEmpty() ? QString() : rootOfPaths + u'\\')
@@ -43,12 +51,10 @@ void ReportRow::ReadMedia()
     kind = Kind::MPEG;
     try {
         // One opening of the file for all that is needed; the stream comes last.
-        if (needsID3v1 && needsID3v2)
-            object.ReadTags(path, needsMPEG);
+        if (needsID3v2)
+            object.ReadTexts(path, shownFrames, needsMPEG);
         else if (needsID3v1)
             object.ReadID3v1(path, needsMPEG);
-        else if (needsID3v2)
-            object.ReadID3v2(path, needsMPEG);
         else
             object.ReadMPEG(path);
     } catch (const MediaError &) {
@@ -79,10 +85,9 @@ QString ReportRow::FileNameCell() const
 
 const QString &ReportRow::FolderCell()
 {
-    const QString folderOfPath = GetFolderPart(path);
-    if (folderOfPath == folder && !folderCell.isEmpty())
+    if (!folderCell.isEmpty() && IsFolderPart(folder, path))
         return folderCell;
-    folder = folderOfPath;
+    folder = GetFolderPart(path);
     QString shown = RelativeTo(folder);
     if (shown.isEmpty())
         shown = u"."_s;
@@ -133,13 +138,10 @@ QString ReportRow::MPEGCell(ReportColumn column) const
     case ReportColumn::ID3v1Year:
         return object.Year();
     case ReportColumn::ID3v2Title:
-        return object.GetFrame("TIT2");
     case ReportColumn::ID3v2Artist:
-        return object.GetFrame("TPE1");
     case ReportColumn::ID3v2Album:
-        return object.GetFrame("TALB");
     case ReportColumn::ID3v2Year:
-        return object.GetFrame("TYER");
+        return object.GetFrame(shownFrames[static_cast<std::size_t>(column) - firstShown]);
     default:
         return QString();
     }

@@ -59,7 +59,7 @@ private:
     QString sizeMark;
 };
 
-/// Prints lines into the file, a few thousand at once.
+/// Prints lines into the file, a hundred or so at once.
 class Printer
 {
 public:
@@ -71,7 +71,7 @@ public:
     void Print()
     {
         Buffer += "\r\n"_L1;
-        constexpr qsizetype enough = 1 << 17;
+        constexpr qsizetype enough = 1 << 15;
         if (Buffer.size() > enough)
             Flush();
     }
