@@ -1,6 +1,7 @@
 #include "app/Tools.h"
 
 #include "autocreate/AutoCreateWizard.h"
+#include "compilation/MP3CDWizard.h"
 #include "purge/FilterForm.h"
 #include "rename/RenameForm.h"
 #include "reports/ReportForm.h"
@@ -26,6 +27,7 @@ constexpr Tool tools[] = {
     {"MToolsFilter", "FilterForm", &MakeForm<FilterForm>, nullptr, true},
     {"MToolsReport", "ReportForm", &MakeForm<ReportForm>},
     {"MToolsM3UWiz", "AutoCreateWizard", &MakeForm<AutoCreateWizard>, nullptr, true},
+    {"MToolsMP3CDWiz", "MP3CDWizard", &MakeForm<MP3CDWizard>},
     {"MToolsRename", "RenameForm", &MakeForm<RenameForm>, nullptr, true},
     {"MToolsSearch", "frmSearch", &MakeForm<frmSearch>},
     {"MViewDetails", "PlaylistStats", &MakeForm<PlaylistStats>},

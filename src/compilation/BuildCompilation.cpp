@@ -90,11 +90,7 @@ public:
         return paths;
     }
 
-    void TakeBack()
-    {
-        for (qsizetype n = 0; n < files.Count(); ++n)
-            files.TakeBack(n);
-    }
+    void TakeBack() { files.TakeAllBack(); }
 
     bool Success() const { return success; }
 

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <QStringList>
+#include "text/Progress.h"
 
-#include <functional>
+#include <QStringList>
 
 enum class CompilationState {
     Fits,
     Empty,
     TooLarge,
-    /// A figure is beyond 32 bits: the check ends without an answer.
+    /// A figure is beyond 32 bits, or the user has stopped the check: it ends without an answer.
     Unknown,
 };
 
@@ -19,6 +19,5 @@ struct CompilationCheck {
     /// Bytes that are too many, for TooLarge.
     qint64 Excess = 0;
 };
-/// Lists the folder with all below it; each folder is told to onFolder. A mebibyte of the disc is always held back.
-CompilationCheck CheckCompilationFiles(const QString &folder, int disc,
-                                       const std::function<void(const QString &folder)> &onFolder = {});
+/// Lists the folder with all below it; each folder is told as a text. A mebibyte of the disc is always held back.
+CompilationCheck CheckCompilationFiles(const QString &folder, int disc, const Progress &progress = {});

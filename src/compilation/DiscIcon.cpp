@@ -1,7 +1,11 @@
 #include "compilation/DiscIcon.h"
 
+#include "platform/Files.h"
+#include "text/PathText.h"
+
 #include <QBuffer>
 #include <QDataStream>
+#include <QImageReader>
 #include <QList>
 
 namespace
@@ -45,7 +49,7 @@ QByteArray Png(const QImage &picture)
 }
 } // namespace
 
-QByteArray IconFileContent(const QImage &picture)
+QByteArray IconFileContent(const QIcon &picture)
 {
     if (picture.isNull())
         return {};
@@ -57,7 +61,10 @@ QByteArray IconFileContent(const QImage &picture)
     stream << quint16(0) << quint16(1) << quint16(sizes.size());
     quint32 place = 6 + 16 * sizes.size();
     for (const int size : sizes) {
-        const QImage scaled = picture.scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        // An icon gives no more than it has.
+        const QImage scaled = picture.pixmap(QSize(size, size), 1.0)
+                                  .toImage()
+                                  .scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                                   .convertToFormat(QImage::Format_ARGB32);
         pictures.append(size < firstPng ? Bitmap(scaled) : Png(scaled));
         const auto count = static_cast<quint32>(pictures.last().size());
@@ -67,4 +74,20 @@ QByteArray IconFileContent(const QImage &picture)
         place += count;
     }
     return directory + pictures.join();
+}
+
+DiscPicture ReadDiscPicture(const QString &path)
+{
+    DiscPicture result;
+    QByteArray content;
+    ReadWholeFile(path, content);
+    QBuffer buffer(&content);
+    QImageReader reader(&buffer);
+    result.IsIcon = reader.format() == "ico" && GetExtension(path).toLower() == u".ico";
+    do {
+        const QPixmap picture = QPixmap::fromImageReader(&reader);
+        if (!picture.isNull())
+            result.Picture.addPixmap(picture);
+    } while (reader.jumpToNextImage());
+    return result;
 }

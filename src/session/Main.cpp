@@ -89,7 +89,6 @@ QAction *Main::MakeCommand(const MenuEntry &entry, int index)
     } else {
         action->setEnabled(false);
         unavailable.insert(action);
-        tip += u" (not there yet: it comes with a later version)";
     }
     action->setToolTip(tip);
     commands.insert(entry.Name, action);

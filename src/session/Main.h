@@ -315,5 +315,4 @@ private:
     ColourNumber gridForeground = systemWindowText;
     int transparency = 0;
     QStringList ShortcutList;
-    QStringList TempFileList;
 };

@@ -1,6 +1,7 @@
 #include "platform/Drives.h"
 #include "playlist/M3UFile.h"
 #include "playlist/RowCommands.h"
+#include "session/DragData.h"
 #include "session/GridView.h"
 #include "session/Hourglass.h"
 #include "session/Main.h"
@@ -8,8 +9,6 @@
 #include "text/FileLists.h"
 #include "text/FolderWalk.h"
 #include "text/PathText.h"
-
-#include <QMimeData>
 
 using namespace Qt::StringLiterals;
 
@@ -68,6 +67,7 @@ void Main::AddItemsOf(const PathInfo &info)
         WalkFolder(info.Path, FileTypes(), FileArray, true, [&](const QString &folder) {
             if (pace.Due())
                 ShowMessage(folder);
+            return true;
         });
         ShowMessage({});
         AddRows(0, info.Path);
@@ -142,13 +142,7 @@ QMimeData *Main::MakeDragData()
 {
     DestroyFileArray();
     SaveFileArrayFromList(false);
-    QList<QUrl> urls;
-    urls.reserve(FileArray.size());
-    for (const QString &path : std::as_const(FileArray))
-        urls.append(ToUrl(path));
-    auto *files = new QMimeData;
-    files->setUrls(urls);
-    return files;
+    return DragDataOf(FileArray);
 }
 
 QString Main::BrowseForFolder(const QString &browseTitle, bool editBox)

@@ -98,8 +98,6 @@ void Main::SaveState()
     for (qsizetype i = 0; i < ShortcutList.size(); ++i)
         shortcuts.Write(QString::number(i + 1), ShortcutList[i]);
     recent.Write(u"W"_s, BookmarkFilePath);
-    for (const QString &path : std::as_const(TempFileList))
-        DeleteFilePath(path);
     Section(host.Settings, u"SSE"_s).Write(u"V"_s, IsChecked("MToolsSaveSetting") ? 1 : 0);
 }
 

@@ -72,15 +72,11 @@ void WalkTree(const QString &root, const std::function<bool(const QString &folde
 }
 
 void WalkFolder(const QString &folder, const QStringList &masks, QStringList &list, bool recursive,
-                const std::function<void(const QString &folder)> &onFolder)
+                const std::function<bool(const QString &folder)> &enter)
 {
-    const auto enter = [&](const QString &current, const FolderReader &) {
-        if (onFolder)
-            onFolder(current);
-        return true;
-    };
+    const auto isEntered = [&](const QString &current, const FolderReader &) { return !enter || enter(current); };
     const std::vector<FolderMask> folderMasks(masks.begin(), masks.end());
-    WalkTree(folder, enter, [&](const QString &prefix, const FolderEntries &entries) {
+    WalkTree(folder, isEntered, [&](const QString &prefix, const FolderEntries &entries) {
         for (const FolderMask &mask : folderMasks)
             AppendMatches(prefix, entries.Files, mask, list);
         return recursive;

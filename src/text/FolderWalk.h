@@ -17,10 +17,10 @@ bool IsAudioFile(QStringView name);
 void ListFolderFiles(const QString &folder, const QString &mask, QStringList &list);
 
 /// Appends the files of a folder, grouped by mask in the order of the masks, then, if recursive, those of its
-/// subfolders, depth first. Each folder is listed once and told to onFolder before that. A folder that cannot be read
-/// is passed over, links to folders are not followed.
+/// subfolders, depth first. Each folder is listed once. A folder for which enter is false, and one that cannot be read,
+/// is passed over with all below it; links to folders are not followed.
 void WalkFolder(const QString &folder, const QStringList &masks, QStringList &list, bool recursive,
-                const std::function<void(const QString &folder)> &onFolder = {});
+                const std::function<bool(const QString &folder)> &enter = {});
 
 /// Lists a folder and those below it, depth first, in listing order. A folder for which enter is false, and one that
 /// cannot be read, is passed over with all below it, and so is what lies below one for which listed is false; links to

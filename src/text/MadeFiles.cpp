@@ -17,3 +17,10 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
     file.IsTakenBack = true;
     return file.Former.Existed() ? TakenBack::PutBack : TakenBack::Deleted;
 }
+
+void MadeFiles::TakeAllBack()
+{
+    for (qsizetype n = Count(); n-- > 0;)
+        TakeBack(n);
+    Clear();
+}

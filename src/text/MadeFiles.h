@@ -26,6 +26,8 @@ public:
     TakenBack TakeBack(qsizetype n);
 
     void Clear() { files.clear(); }
+    /// Takes all back, the last one first, and forgets them.
+    void TakeAllBack();
 
 private:
     struct File {

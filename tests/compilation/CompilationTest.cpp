@@ -1,63 +1,91 @@
-#include "compilation/BuildCompilation.h"
 #include "compilation/CompilationFiles.h"
-#include "compilation/DiscCapacity.h"
 #include "compilation/DiscIcon.h"
-#include "platform/Drives.h"
-#include "platform/Files.h"
+#include "reports/ReportSettings.h"
+#include "session/Icons.h"
+#include "support/FormDriver.h"
 
-#include <QFile>
+#include <QBuffer>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
 #include <QPainter>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-/// A program's folder and a compilation of two files, and builds of it at a clock that stands still.
-struct Disc {
-    QTemporaryDir Temporary;
-    CompilationPlan Plan;
-    QStringList Files;
-    QStringList Entries;
-    ReportSettings Record = DefaultReportSettings();
-    Progress Run;
-    Clock Time;
-    QStringList Told;
+/// The wizard over a root folder that is missing; the browser program lies where it should.
+struct Wizard : FormDriver {
+    const QString Folder = F.Inside(u"1\\2"_s);
+    const QString Browser = F.Write(u"program\\VTLMP3FB.exe"_s, "browser");
 
-    Disc()
+    Wizard() { Open(); }
+    void Open() { OpenTool("MToolsMP3CDWiz", "MP3CDWizard", {}); }
+    void Put(const QString &name, const QByteArray &content) { F.Write(u"1\\2\\"_s + name, content); }
+    QByteArray Content(QAnyStringView name) const { return F.Read(u"1\\2\\"_s + name.toString()); }
+    /// Two files in the compilation, and so many steps.
+    void Fill(int steps)
     {
-        const QString folder = FromHostPath(Temporary.path());
-        Plan = {folder + u"\\Mix", u"Mix"_s, folder + u"\\program", true, true, true, true, true, true, {}, "icon"};
-        Files = {Put(u"a b.wma"_s, "1"), Put(u"sub\\c.wma"_s, "22")};
-        EnsureFolder(Plan.ProgramFolder);
-        WriteWholeFile(Plan.ProgramFolder + u"\\VTLMP3FB.exe", "browser");
-        Time.Now = [] { return QDateTime(QDate(2026, 1, 2), QTime(13, 4, 5)); };
-        Run.SetText = [this](const QString &text) { Told.append(text); };
-        Run.SetValue = [this](int value) { Told.append(QString::number(value)); };
+        Put(u"a b.wma"_s, "1");
+        Put(u"4\\c.wma"_s, "22");
+        Enter("AssembleLoc", Folder.chopped(1));
+        Enter("CDROMLoc", u"2"_s);
+        Next(steps);
     }
-
-    QString In(const QString &name) const { return Plan.Folder + u'\\' + name; }
-    QString Put(const QString &name, const QByteArray &content) const
+    QString Usable() const
     {
-        EnsureFolder(In(name).section(u'\\', 0, -2));
-        WriteWholeFile(In(name), content);
-        return In(name);
+        return FormDriver::Usable({"CmdBack", "CmdNext", "CDROMLoc", "BrowseImageLoc", "LoadReportSet", "DefReportSet",
+                                   "PrevReportSet", "chkCopyBrowser", "ShowSoftware", "chkAutoIndex", "chkAutoBigList",
+                                   "chkAutoIcon", "IconChooser", "CDIcon"});
     }
-    QByteArray Content(const QString &name) const
+    QString After(const char *command) const
     {
-        QByteArray content;
-        ReadWholeFile(In(name), content);
-        return content;
+        Click(command);
+        return Usable();
     }
-    QString Listed() const
+    /// The files of the compilation's root.
+    QByteArray Listed() const
     {
         FolderEntries entries;
-        ListFolder(Plan.Folder, entries);
-        return entries.Files.join(u' ');
+        ListFolder(Folder, entries);
+        return entries.Files.join(u' ').toUtf8();
     }
-    bool Build() { return BuildCompilation(Plan, Files, Entries, Record, Run, Time); }
+    QByteArray Picture() const { return IconFileContent(At<QLabel>("CDIcon")->pixmap()); }
+    QString &Setting(const char *key) { return F.Settings[u"MP3CDWiz/"_s + QLatin1StringView(key)]; }
+    /// A step that Escape is pressed in.
+    void Stop(const char *command) const
+    {
+        QTimer::singleShot(0, Form, [this] { QTest::keyClick(Form, Qt::Key_Escape); });
+        Click(command);
+    }
+    /// A step that a message comes of.
+    void Warned(const char *command, const QString &message)
+    {
+        F.Prompts.Expect(message, PromptAnswer::Ok);
+        Click(command);
+    }
+    void Browse(const char *button, const char *title, const std::optional<QString> &answer)
+    {
+        F.Prompts.ExpectPath(QLatin1StringView(title), answer);
+        Click(button);
+    }
+    /// A look at the report: whether it tells the folders of its files.
+    bool PreviewHasFolders() const
+    {
+        Click("PrevReportSet");
+        return Content("tmp.htm").contains("Folder</b>");
+    }
 };
+
+QPixmap RedHalf()
+{
+    QPixmap picture(100, 100);
+    picture.fill(Qt::transparent);
+    QPainter(&picture).fillRect(0, 0, 50, 100, Qt::red);
+    return picture;
+}
 } // namespace
 
 class CompilationTest : public QObject
@@ -65,89 +93,253 @@ class CompilationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void LeadsThroughItsSteps()
+    {
+        Wizard w;
+        QVERIFY(w.Text("ImSize") == u"680Mb" && w.Usable().isEmpty());
+        w.Browse("BrowseAssembleLoc", "Select Folder...", w.Folder.chopped(2));
+        w.Browse("BrowseImageLoc", "Select Folder...", QString(w.Folder + u"\\sub"));
+        w.F.Prompts.ExpectPath(u"Select Folder..."_s, w.F.Folder);
+        w.Warned("BrowseImageLoc", u"The build folder must be a sub-folder of the Root given..."_s);
+        QCOMPARE(w.Text("AssembleLoc") + w.Text("CDROMLoc"), QString(w.Folder + u"\\sub"));
+        w.Enter("CDROMLoc", QString(229, u'x'));
+        QTest::keyClicks(w.At<QComboBox>("CDROMLoc")->lineEdit(), u"\\/:yz\b"_s);
+        QCOMPARE(w.Text("CDROMLoc"), QString(229, u'x'));
+        // One level is made, and no name that means another folder.
+        for (const QString &refused : {u"2"_s, u".. "_s}) {
+            w.Enter("CDROMLoc", refused);
+            w.Warned("CmdNext", u"Could not create a new folder for the Image."_s);
+            EnsureFolder(w.Folder.chopped(2));
+        }
+        for (const QString &name : u"6 5 4 3 2 1 2"_s.split(u' ')) {
+            w.Enter("CDROMLoc", name);
+            QCOMPARE(w.After("CmdNext"), u"CmdBack CmdNext"_s);
+            QCOMPARE(w.Text("lblCheckFilesReport"), QString(u"Folder: " + w.Folder.chopped(1) + name));
+            QCOMPARE(w.After("CmdBack"), u"CmdNext CDROMLoc BrowseImageLoc"_s);
+        }
+        w.Next(1);
+        w.Click("OpenImageLoc");
+        w.Warned("CmdNext", u"You must add at least one MP3 file to the compilation."_s);
+        w.Put(u"a.wma"_s, "1");
+        w.Stop("CmdNext");
+        QCOMPARE(w.Text("lblCheckFilesReport"), u"Media files found: 0"_s);
+        w.Next(2);
+        QVERIFY(w.Usable() == u"CmdBack CmdNext" && w.Step() == 3);
+        QVERIFY(w.Text("lblCheckFilesReport") == u"Media files found: 1" && w.After("CmdBack").size() > 99);
+        QVERIFY(w.After("CmdBack") == u"CmdBack CmdNext" && w.Step() == 1);
+        w.Next(3);
+        QVERIFY(w.Usable() == u"CmdNext" && w.Focused() == u"CmdClose");
+        QCOMPARE(w.Setting("RI1") + w.Setting("RI2") + w.Setting("RI5"), u"125"_s);
+        QVERIFY(w.After("CmdNext") == u"CmdNext CDROMLoc BrowseImageLoc" && w.Step() == 0);
+        QCOMPARE(w.F.ShellCalls.join(u'|'), QString(u"explore " + w.Folder));
+    }
+
     void BuildsADisc()
     {
-        Disc disc;
-        disc.Record.SaveRel = false;
-        QVERIFY(disc.Build());
-        QCOMPARE(disc.Listed(), u"a b.wma autorun.inf MP3Index.htm playlist.m3u setup.ico vtlmp3fb.exe"_s);
-        QCOMPARE(disc.Content(u"autorun.inf"_s), "[autorun]\r\nicon=setup.ico\r\nopen=start playlist.m3u\r\n"
-                                                 "open=start vtlmp3fb.exe\r\n"_ba);
-        QCOMPARE(disc.Content(u"playlist.m3u"_s), "a b.wma\r\nsub\\c.wma\r\n"_ba);
-        QVERIFY(disc.Content(u"vtlmp3fb.exe"_s) == "browser" && disc.Content(u"setup.ico"_s) == "icon");
-        const QByteArray page = disc.Content(u"MP3Index.htm"_s);
-        QVERIFY(page.contains("<title>Mix - Created: 13:04:05 [01-02-2026] ") && page.contains("<a href=sub/c.wma>"));
-        QVERIFY(!page.contains("Report Description"));
-        QVERIFY(disc.Entries.size() == 7 && disc.Entries.first() == disc.In(u"sub"_s));
-        QCOMPARE(
-            disc.Told.join(u' '),
-            u"1 Copying MP3 browser Software... 2 Creating a table of MP3 Data... 1 2 0 3 Creating the Autorun file... "
-            "Creating CD playlist... 4 Building list of files to be copied... 5 Saving your settings... 0"_s);
+        Wizard w;
+        w.Fill(4);
+        QCOMPARE(w.Text("lblReport"), u"Done: The process completed successfully."_s);
+        QVERIFY(w.Text("Label7").startsWith(u"The compilation is now ready to burn."_s));
+        QCOMPARE(w.Listed(), "a b.wma autorun.inf MP3Index.htm playlist.m3u setup.ico vtlmp3fb.exe"_ba);
+        QCOMPARE(w.Content("autorun.inf"), "[autorun]\r\nicon=setup.ico\r\nopen=start playlist.m3u\r\n"
+                                           "open=start vtlmp3fb.exe\r\n"_ba);
+        QCOMPARE(w.Content("playlist.m3u") + w.Content("vtlmp3fb.exe"), "a b.wma\r\n4\\c.wma\r\nbrowser"_ba);
+        const QByteArray page = w.Content("MP3Index.htm");
+        QVERIFY(page.contains("<title>2 - Created: 03:04:05 [01-02-2026] ") && page.contains("<a href=4/c.wma>"));
+        QVERIFY(page.contains("Folder</b>") && !page.contains("Report Description"));
+        const auto dragged = [&w, model = w.At<QAbstractItemView>("DragToBurn")->model()] {
+            const std::unique_ptr<QMimeData> data(model->mimeData({model->index(0, 0)}));
+            return data->urls();
+        };
+        QVERIFY(dragged()[0] == ToUrl(w.Folder + u"\\4"_s) && dragged()[1] == ToUrl(w.Folder + u"\\a b.wma"_s));
+        QVERIFY(dragged().size() == 7 && w.Cells("DragToBurn") == QStringList{u"2"_s});
+
+        // The next disc starts with the settings of this one, and an opening of its own with nothing else.
+        QString saved;
+        for (const auto &[key, value] : w.F.Settings.asKeyValueRange())
+            saved += key.startsWith(u"MP3CDWiz/") ? key.mid(9) + u'=' + value + u' ' : QString();
+        QCOMPARE(saved, QString(u"AB=1 AI=1 AL=" + w.Folder.chopped(1) +
+                                u" AX=1 CA=1 CB=1 CT=1 IC=8 IFL= Init=1 RFL= RI1=2 RI2= RI3= RI4= RI5= SZ=6 "));
+        for (const char *key : {"AB", "AI", "AX", "CA", "SZ"})
+            w.Setting(key) = u"0"_s;
+        w.Setting("RI2") = w.Setting("IC") = u"99"_s;
+        w.Next(1);
+        QCOMPARE(w.Text("CDROMLoc") + w.Text("ImSize"), u"2100Mb"_s);
+        w.Next(2);
+        QCOMPARE(w.Usable(), u"CmdBack CmdNext chkCopyBrowser ShowSoftware chkAutoIndex chkAutoBigList chkAutoIcon"_s);
+        QVERIFY(w.Ticked("chkCopyBrowser") && !w.Ticked("chkAutoIndex") && w.Text("IconChooser") == u"8");
+        w.Next(2);
+        QVERIFY(dragged().size() == 14 && w.Setting("RI2") == u"99");
+        w.Setting("Init").clear();
+        w.Open();
+        QVERIFY(w.Usable().isEmpty() && w.Text("CDROMLoc").isEmpty() && w.Text("ImSize") == u"680Mb");
+        w.Fill(4);
+        QVERIFY(dragged().size() == 7);
     }
 
     void MakesWhatIsAskedFor()
     {
-        Disc disc;
-        disc.Plan.AutoIcon = disc.Plan.AutoBigList = disc.Plan.AutoIndex = disc.Plan.CopyBrowser = false;
-        QVERIFY(disc.Build() && disc.Listed() == u"a b.wma MP3Index.htm playlist.m3u"_s);
-        disc.Plan.AutoIcon = disc.Plan.AutoIndex = true;
-        disc.Plan.IconFile = disc.Put(u"sub\\own.ico"_s, "own");
-        QVERIFY(disc.Build() && disc.Content(u"setup.ico"_s) == "own");
-        QCOMPARE(disc.Content(u"autorun.inf"_s), "[autorun]\r\nicon=setup.ico\r\n"_ba);
-        Disc bare;
-        bare.Plan.CreateAutorun = bare.Plan.CreateTable = false;
-        QVERIFY(bare.Build() && bare.Listed() == u"a b.wma vtlmp3fb.exe"_s);
+        Wizard w;
+        const QString report = u"LoadReportSet DefReportSet PrevReportSet "_s;
+        const QString browser = u"CmdBack CmdNext chkCopyBrowser ShowSoftware"_s;
+        const QString plays = u" chkAutoBigList chkAutoIcon"_s;
+        w.Fill(2);
+        const QString all = w.Usable().remove(report);
+        QCOMPARE(all, QString(browser + u" chkAutoIndex" + plays + u" IconChooser CDIcon"));
+        QCOMPARE(w.After("chkAutoIcon").remove(report), all.chopped(19));
+        QVERIFY(w.After("chkCopyBrowser").contains(report) && !w.At("CDIcon")->isVisible());
+        QCOMPARE(w.After("chkCreateTable"), QString(browser + plays));
+        w.Click("chkAutoBigList");
+        w.Next(2);
+        // A file with nothing to say is not written.
+        QCOMPARE(w.Listed(), "a b.wma playlist.m3u"_ba);
+        w.Next(3);
+        QCOMPARE(w.After("chkCreateAutorun"), browser);
+        QVERIFY(DeleteFile(w.Folder + u"\\playlist.m3u"_s) && DeleteFile(w.Browser));
+        w.Next(5);
+        QVERIFY(w.Listed() == "a b.wma" && w.Usable() == u"CmdBack CmdNext");
     }
 
     void GivesBackWhatAFailedBuildReplaced()
     {
-        // A folder of that name cannot be replaced; an icon that is missing fails nothing.
-        for (const char *name : {"vtlmp3fb.exe", "autorun.inf", "MP3Index.htm", "setup.ico"}) {
-            Disc disc;
-            disc.Put(u"playlist.m3u"_s, "mine");
-            EnsureFolder(disc.In(QLatin1StringView(name)));
-            const bool built = disc.Build();
-            QCOMPARE(built, QByteArrayView(name) == "setup.ico");
-            QVERIFY(built || (disc.Listed() == u"a b.wma playlist.m3u"_s && disc.Content(u"playlist.m3u"_s) == "mine"));
+        // A folder of that name cannot be replaced; an icon that cannot be saved fails nothing.
+        for (const QString &name : u"vtlmp3fb.exe autorun.inf MP3Index.htm playlist.m3u setup.ico "_s.split(u' ')) {
+            Wizard w;
+            const QString other = name == u"playlist.m3u" ? u"autorun.inf"_s : u"playlist.m3u"_s;
+            w.Put(other, "mine");
+            EnsureFolder(w.Folder + u'\\' + name);
+            w.Fill(3);
+            name.isEmpty() ? w.Stop("CmdNext") : w.Next(1);
+            const bool succeeds = name == u"setup.ico";
+            QCOMPARE(w.Text("lblReport").section(u':', 0, 0), name.isEmpty() ? u"Stopped"_s : u"Done"_s);
+            QCOMPARE(w.Text("lblReport").endsWith(u" any files created were removed."_s), !succeeds);
+            QCOMPARE(w.Text("Label7").endsWith(u"lick 'Next>' to try again..."_s), !succeeds);
+            QCOMPARE(w.Listed() + w.Content(other) == "a b.wma " + other.toLatin1() + "mine", !succeeds);
+            QCOMPARE(w.Cells("DragToBurn").isEmpty() && w.Setting("Init").isEmpty(), !succeeds);
         }
-        Disc disc;
-        disc.Run.Stopped = [] { return true; };
-        QVERIFY(!disc.Build() && disc.Listed() == u"a b.wma"_s);
+    }
+
+    void ReportAndBrowser()
+    {
+        Wizard w;
+        w.Put(u"tmp.htm"_s, "mine");
+        w.Fill(2);
+        QVERIFY(w.PreviewHasFolders() && w.Content("tmp.htm").contains("<title>2 - Created: 03:04:05 [01-02-2026] "));
+        w.Stop("PrevReportSet");
+        QCOMPARE(w.Text("lblFilesReport"), u"Stopped: no report was written."_s);
+        ReportSettings record = DefaultReportSettings();
+        record.SaveRel = false;
+        const QString settings = w.F.Inside(u"own.rpt"_s);
+        SaveReportSettings(settings, record);
+        w.Browse("LoadReportSet", "*.rpt", {});
+        w.F.Prompts.ExpectPath(u"*.rpt"_s, w.F.Inside(u"gone.rpt"_s));
+        w.Warned("LoadReportSet", u"Could not read the file!"_s);
+        QVERIFY(w.PreviewHasFolders());
+        w.Browse("LoadReportSet", "*.rpt", settings);
+        QVERIFY(!w.PreviewHasFolders() && w.Content("tmp.htm").contains("<a href=4/c.wma>"));
+        w.Click("ShowSoftware");
+        QCOMPARE(w.F.ShellCalls.mid(2).join(u'|').remove(w.Folder), u"open \\tmp.htm|open \\vtlmp3fb.exe"_s);
+        QCOMPARE(w.Content("vtlmp3fb.exe"), "browser"_ba);
+        // What a look has made goes, and what it replaced is back.
+        w.Next(1);
+        QCOMPARE(w.Listed() + w.Content("tmp.htm"), "a b.wma tmp.htmmine"_ba);
+        w.Click("CmdBack");
+        DeleteFile(w.Browser);
+        w.Warned("ShowSoftware", u"Failed to locate the browser software, it may not be installed correctly or not "
+                                 "packaged with this program, please contact the program vendor..."_s);
+        QVERIFY(!w.Usable().contains(u"ows") && !w.Ticked("chkCopyBrowser") && !w.Ticked("chkAutoIndex"));
+        w.Next(2);
+        QVERIFY(!w.Content("MP3Index.htm").contains("Folder</b>") && w.Setting("RFL") == settings);
+
+        // The settings of the session before, as long as they are there.
+        w.Next(3);
+        QVERIFY(!w.PreviewHasFolders());
+        w.Click("DefReportSet");
+        QVERIFY(w.PreviewHasFolders());
+        w.Open();
+        QVERIFY(w.Content("tmp.htm") == "mine" && DeleteFile(settings));
+        w.Enter("CDROMLoc", u"2"_s);
+        w.Next(1);
+        w.Warned("CmdNext", u"Could not load the Report Settings used in the previous session, using default."_s);
+        QVERIFY(w.PreviewHasFolders());
+        w.F.Window.reset();
+        QCOMPARE(w.Content("tmp.htm"), "mine"_ba);
+    }
+
+    void Icons()
+    {
+        Wizard w;
+        QBuffer png;
+        RedHalf().save(&png, "PNG");
+        const QByteArray icon = IconFileContent(RedHalf()) + "tail";
+        const QString own = w.F.Write(u"own.ICO"_s, icon);
+        const auto choose = [&w](const std::optional<QString> &path) {
+            QTest::keyClick(w.At("IconChooser"), Qt::Key_End);
+            w.F.Prompts.ExpectPath(u"*.ico"_s, path);
+            w.Choose("IconChooser", 0);
+            return w.Text("IconChooser");
+        };
+        const auto isWhole = [&w, &icon] {
+            const QByteArray made = w.Content("setup.ico");
+            return made.startsWith(icon.first(6)) ? made.endsWith("tail") : throw "no icon";
+        };
+        w.Fill(2);
+        const QByteArray eighth = w.Picture();
+        QVERIFY(choose({}) == u"8" && choose(w.F.Write(u"no.ico"_s, "no picture")) == u"8" && w.Picture() == eighth);
+        QTest::keyClick(w.At("IconChooser"), Qt::Key_Down);
+        w.Next(2);
+        QCOMPARE(w.Content("setup.ico"), IconFileContent(Icon("disc-9"_L1)));
+        // A picture that is no icon becomes one; an icon is copied as it stands.
+        for (const QString &path : {w.F.Write(u"png.ico"_s, png.data()), w.F.Write(u"icon.png"_s, icon), own}) {
+            w.Next(3);
+            QCOMPARE(choose(path), u"Custom"_s);
+            w.Next(2);
+            QCOMPARE(isWhole(), path == own);
+        }
+        // It is shown again while it is there.
+        w.Setting("IC") = u"50"_s;
+        w.Next(5);
+        QVERIFY(w.Picture() != eighth && !isWhole());
+        w.Setting("IC") = u"0"_s;
+        w.Next(4);
+        DeleteFile(own);
+        w.Next(1);
+        QVERIFY(w.Picture() != eighth && !isWhole());
+        w.Next(3);
+        QVERIFY(w.Picture() == eighth && w.Text("IconChooser") == u"8");
+
+        // Four entries; the last one lies at the end as PNG. The lowest row of 16 pixels, and the first row of the
+        // mask.
+        QCOMPARE(icon.first(22), QByteArray("\0\0\1\0\4\0\x10\x10\0\0\1\0\x20\0\x68\4\0\0\x46\0\0\0", 22));
+        QCOMPARE(QImage::fromData(icon.mid(icon.indexOf("\x89PNG"))).size(), QSize(256, 256));
+        QCOMPARE(icon.mid(70 + 40, 4) + icon.mid(70 + 40 + 60, 4), QByteArray("\0\0\xFF\xFF\0\0\0\0", 8));
+        QCOMPARE(icon.mid(70 + 40 + 1024, 4), QByteArray("\0\xFF\0\0", 4));
     }
 
     void ChecksTheSize()
     {
-        const Disc disc;
-        constexpr int smallest = 0;
-        const auto check = [&](int number) { return CheckCompilationFiles(disc.Plan.Folder + u'\\', number); };
-        QCOMPARE(check(smallest).Files, disc.Files);
-        QVERIFY(check(smallest).State == CompilationState::Fits && DiscNames().size() == 16);
-        QVERIFY(CheckCompilationFiles(disc.In(u"gone"_s), smallest).State == CompilationState::Empty);
-        for (int number = 10; number < 15; ++number)
-            QVERIFY(check(number).State == CompilationState::Unknown);
-        QVERIFY(check(15).State == CompilationState::TooLarge && check(15).Excess == 1048576 + 3);
-        QFile large(ToHostPath(disc.In(u"large.WAV"_s)));
-        QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(104857600 - 1048576 - 4));
-        QVERIFY(check(smallest).State == CompilationState::Fits && check(smallest).Files.size() == 3);
-        QVERIFY(large.resize(104857600 - 1048576 - 3) && check(smallest).State == CompilationState::TooLarge);
-        QVERIFY(large.resize(2147483647) && check(smallest).State == CompilationState::Unknown && large.remove());
-    }
-
-    void MakesAnIconFile()
-    {
-        QImage picture(100, 100, QImage::Format_ARGB32);
-        picture.fill(Qt::transparent);
-        QPainter(&picture).fillRect(0, 0, 50, 100, Qt::red);
-        const QByteArray icon = IconFileContent(picture);
-        // Four entries; the last one lies at the end as PNG.
-        QCOMPARE(icon.first(22), QByteArray("\0\0\1\0\4\0\x10\x10\0\0\1\0\x20\0\x68\4\0\0\x46\0\0\0", 22));
-        const qsizetype png = icon.indexOf("\x89PNG");
-        QCOMPARE(QImage::fromData(icon.mid(png)).size(), QSize(256, 256));
-        // The lowest row of 16 pixels, then the first row of the mask behind all rows.
-        QCOMPARE(icon.mid(70 + 40, 4), QByteArray("\0\0\xFF\xFF", 4));
-        QCOMPARE(icon.mid(70 + 40 + 60, 4), QByteArray(4, '\0'));
-        QCOMPARE(icon.mid(70 + 40 + 1024, 4), QByteArray("\0\xFF\0\0", 4));
-        QVERIFY(IconFileContent({}).isEmpty());
+        Wizard w;
+        w.Fill(1);
+        QFile large(ToHostPath(w.Folder + u"\\large.WAV"_s));
+        const auto check = [&](qint64 size, int disc) {
+            large.resize(size);
+            return CheckCompilationFiles(w.Folder, disc).State;
+        };
+        QVERIFY(large.open(QIODevice::WriteOnly) && check(104857600 - 1048576 - 4, 0) == CompilationState::Fits);
+        QCOMPARE(check(104857600 - 1048576 - 3, 0), CompilationState::TooLarge);
+        QCOMPARE(check(2147483647, 0), CompilationState::Unknown);
+        for (int disc = 10; disc < 15; ++disc)
+            QCOMPARE(check(0, disc), CompilationState::Unknown);
+        w.Click("CmdBack");
+        w.Choose("ImSize", 14);
+        w.Next(2);
+        w.Click("CmdBack");
+        w.Choose("ImSize", 15);
+        w.Next(1);
+        w.Warned("CmdNext",
+                 u"The total size of all the files is 1,024 Kb more than the capacity of the CD-ROM!\nRemove "
+                 "some of the files and try again..."_s);
+        QCOMPARE(w.Step(), 1);
     }
 };
 

@@ -14,6 +14,7 @@ set(expected
   VTLPLE20.htd
   VTLPLEH.htm
   imageformats/qgif.dll
+  imageformats/qico.dll
   imageformats/qjpeg.dll
   libgcc_s_seh-1.dll
   libstdc++-6.dll

@@ -235,7 +235,11 @@ private Q_SLOTS:
 
         QStringList list;
         QStringList told;
-        WalkFolder(root + u'\\', FileTypes(), list, true, [&told](const QString &folder) { told.append(folder); });
+        const auto tell = [&told](const QString &folder) {
+            told.append(folder);
+            return true;
+        };
+        WalkFolder(root + u'\\', FileTypes(), list, true, tell);
         QCOMPARE(list, expected);
         QCOMPARE(told, QStringList({root + u'\\', In(u"A"_s), In(u"b"_s), In(u"b\\deep"_s)}));
 

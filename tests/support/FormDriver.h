@@ -9,6 +9,7 @@
 #include <QDialog>
 #include <QGuiApplication>
 #include <QRegularExpression>
+#include <QStackedWidget>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
@@ -45,6 +46,24 @@ struct FormDriver {
     bool Enabled(const char *name) const { return At(name)->isEnabled(); }
     QString Focused() const { return Form->focusWidget()->objectName(); }
     bool Ticked(const char *name) const { return At<QCheckBox>(name)->isChecked(); }
+
+    /// The names of those controls that are shown and can be used.
+    QString Usable(std::initializer_list<const char *> names) const
+    {
+        QStringList usable;
+        for (const char *name : names)
+            usable += At(name)->isVisible() && Enabled(name) ? QStringList{QLatin1StringView(name)} : QStringList();
+        return usable.join(u' ');
+    }
+
+    /// Goes on by so many steps of a wizard.
+    void Next(int times) const
+    {
+        for (; times > 0; --times)
+            Click("CmdNext");
+    }
+    /// The frame of a wizard that is shown, from 0.
+    int Step() const { return Form->findChild<QStackedWidget *>()->currentIndex(); }
 
     /// Clicks on the tab of a page.
     static void Turn(const QTabWidget &tabs, int page)
