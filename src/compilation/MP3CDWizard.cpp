@@ -74,7 +74,8 @@ void MP3CDWizard::FillLists()
         ui->IconChooser->addItem(StockPicture(number), QString::number(number));
     // A completed name would be taken for one that was typed.
     ui->CDROMLoc->setCompleter(nullptr);
-    ui->CDROMLoc->lineEdit()->installEventFilter(this);
+    // It takes the keys for its field.
+    ui->CDROMLoc->installEventFilter(this);
     for (QWidget *coming : {static_cast<QWidget *>(ui->CDIcon), static_cast<QWidget *>(ui->ProgressBar1)}) {
         QSizePolicy policy = coming->sizePolicy();
         policy.setRetainSizeWhenHidden(true);
@@ -195,7 +196,7 @@ void MP3CDWizard::EnableFolders()
 
 bool MP3CDWizard::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched != ui->CDROMLoc->lineEdit() || event->type() != QEvent::KeyPress)
+    if (watched != ui->CDROMLoc || event->type() != QEvent::KeyPress)
         return WizardForm::eventFilter(watched, event);
     const QString typed = static_cast<QKeyEvent *>(event)->text();
     const bool isCharacter = !typed.isEmpty() && typed[0].isPrint();

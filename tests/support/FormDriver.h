@@ -13,6 +13,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 
 /// A main window and a tool's window over it, driven as a user does. Controls are named by their object names.
 struct FormDriver {
@@ -47,13 +48,32 @@ struct FormDriver {
     QString Focused() const { return Form->focusWidget()->objectName(); }
     bool Ticked(const char *name) const { return At<QCheckBox>(name)->isChecked(); }
 
-    /// The names of those controls that are shown and can be used.
-    QString Usable(std::initializer_list<const char *> names) const
+    /// The names of the controls that match, are shown and can be used.
+    QString Usable(const char *names) const
     {
         QStringList usable;
-        for (const char *name : names)
-            usable += At(name)->isVisible() && Enabled(name) ? QStringList{QLatin1StringView(name)} : QStringList();
+        for (const QWidget *control : Named(names))
+            usable += control->isVisible() && control->isEnabled() ? QStringList{control->objectName()} : QStringList();
         return usable.join(u' ');
+    }
+
+    /// Clicks on what brings a message.
+    void ClickAndRead(const char *name, const QString &message)
+    {
+        F.Prompts.Expect(message, PromptAnswer::Ok);
+        Click(name);
+    }
+    /// Clicks on what asks for a path; an empty answer is Cancel.
+    void ClickAndGive(const char *name, const QString &prompt, const std::optional<QString> &path)
+    {
+        F.Prompts.ExpectPath(prompt, path);
+        Click(name);
+    }
+    /// Clicks on what takes long, and presses Escape meanwhile.
+    void ClickAndStop(const char *name) const
+    {
+        QTimer::singleShot(0, Form, [this] { QTest::keyClick(Form, Qt::Key_Escape); });
+        Click(name);
     }
 
     /// Goes on by so many steps of a wizard.

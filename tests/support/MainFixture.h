@@ -73,6 +73,14 @@ struct MainFixture {
         return content;
     }
 
+    /// The names of the files of a folder.
+    QString Listing(const QString &name) const
+    {
+        FolderEntries entries;
+        ListFolder(Inside(name), entries);
+        return entries.Files.join(u' ');
+    }
+
     /// Files a.wma, b.wma, ... with so many bytes each, and their rows.
     void AddRows(const QList<int> &sizes)
     {
