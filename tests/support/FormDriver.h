@@ -58,9 +58,9 @@ struct FormDriver {
     }
 
     /// Clicks on what brings a message.
-    void ClickAndRead(const char *name, const QString &message)
+    void ClickAndRead(const char *name, const QString &message, PromptAnswer answer = PromptAnswer::Ok)
     {
-        F.Prompts.Expect(message, PromptAnswer::Ok);
+        F.Prompts.Expect(message, answer);
         Click(name);
     }
     /// Clicks on what asks for a path; an empty answer is Cancel.
