@@ -104,6 +104,9 @@ private Q_SLOTS:
             const bool walked = name.contains(u"bare"_s) || name.startsWith(u"layer"_s) || name == u"tag-id3v1.mp3"_s;
             for (const int length : walked ? QList<int>{1, 5, 1000, 4094, 4096, 70000} : QList<int>())
                 variants.append(noise.first(length) + content);
+            // What looks like the start of a frame, one byte before one.
+            if (walked)
+                variants.append('\xFF' + content);
             if (name.startsWith(u"vbr-mpeg1-joint-bare"_s))
                 variants.append(noise + content);
             // Without a header each frame counts, but free format needs three to be seen.
