@@ -121,6 +121,7 @@ Prompts UnansweredPrompts()
         return prompt.Buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;
     };
     prompts.OpenFile = [](const FilePrompt &) { return std::nullopt; };
+    prompts.OpenFiles = [](const FilePrompt &) { return QStringList(); };
     prompts.SaveFile = [](const FilePrompt &) { return std::nullopt; };
     prompts.Folder = [](const FolderPrompt &) { return std::nullopt; };
     prompts.Colour = [](const QColor &) { return std::nullopt; };

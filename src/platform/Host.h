@@ -52,6 +52,8 @@ struct Prompts {
     std::function<std::optional<QColor>(const QColor &)> Colour;
     std::function<std::optional<QFont>(const QFont &)> Font;
     std::function<std::optional<QString>(const LinePrompt &)> Line;
+    /// Several files at once; none is Cancel.
+    std::function<QStringList(const FilePrompt &)> OpenFiles;
 };
 
 /// A program of the desktop that takes no document.

@@ -85,11 +85,20 @@ std::pair<QString, QString> SplitProposal(const QString &proposal)
     return {ToHostPath(folder + u'\\'), ToHostPath(proposal.sliced(separator + 1))};
 }
 
+QStringList RunFilesDialog(QFileDialog &dialog)
+{
+    QStringList paths;
+    if (dialog.exec() == QDialog::Accepted) {
+        for (const QString &path : dialog.selectedFiles())
+            paths.append(FromHostPath(path));
+    }
+    return paths;
+}
+
 std::optional<QString> RunFileDialog(QFileDialog &dialog)
 {
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return std::nullopt;
-    return FromHostPath(dialog.selectedFiles().constFirst());
+    const QStringList paths = RunFilesDialog(dialog);
+    return paths.isEmpty() ? std::nullopt : std::optional(paths.constFirst());
 }
 
 void PrepareFileDialog(QFileDialog &dialog, const FilePrompt &prompt)
@@ -110,6 +119,15 @@ std::optional<QString> AskOpenFile(const FilePrompt &prompt)
     dialog.setFileMode(QFileDialog::ExistingFile);
     PrepareFileDialog(dialog, prompt);
     return RunFileDialog(dialog);
+}
+
+QStringList AskOpenFiles(const FilePrompt &prompt)
+{
+    QFileDialog dialog(QApplication::activeWindow(), prompt.Title);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    PrepareFileDialog(dialog, prompt);
+    return RunFilesDialog(dialog);
 }
 
 std::optional<QString> AskSaveFile(const FilePrompt &prompt)
@@ -169,5 +187,5 @@ QString QtFilter(const QString &filter)
 
 Prompts QtPrompts()
 {
-    return {AskMessage, AskOpenFile, AskSaveFile, AskFolder, AskColour, AskFont, AskLine};
+    return {AskMessage, AskOpenFile, AskSaveFile, AskFolder, AskColour, AskFont, AskLine, AskOpenFiles};
 }

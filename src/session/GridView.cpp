@@ -1,7 +1,7 @@
 #include "session/GridView.h"
 
-#include "platform/Drives.h"
 #include "session/Colours.h"
+#include "session/DragData.h"
 #include "session/GridAccessible.h"
 
 #include <QAccessible>
@@ -13,6 +13,8 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -92,6 +94,8 @@ GridView::GridView(Grid *shownGrid, QWidget *parent) : QTreeView(parent), grid(s
             grid->SetFocusedRow(current.row() + 1);
     });
     ConnectHeader();
+    // Never as a move, or another program would take the files away.
+    CarryOut = [](QDrag &drag) { drag.exec(Qt::CopyAction, Qt::CopyAction); };
 }
 
 void GridView::ConnectHeader()
@@ -204,8 +208,12 @@ void GridView::mousePressEvent(QMouseEvent *event)
 
 void GridView::mouseMoveEvent(QMouseEvent *event)
 {
-    const auto mirror = MirrorRowAt(event);
-    QTreeView::mouseMoveEvent(event);
+    {
+        const auto mirror = MirrorRowAt(event);
+        QTreeView::mouseMoveEvent(event);
+    }
+    if (const auto drop = std::exchange(rowDrop, std::nullopt))
+        Q_EMIT RowsDropped(drop->Before, drop->Again);
 }
 
 void GridView::mouseReleaseEvent(QMouseEvent *event)
@@ -273,12 +281,53 @@ void GridView::startDrag(Qt::DropActions)
         return;
     auto *drag = new QDrag(this);
     drag->setMimeData(files);
-    drag->exec(Qt::CopyAction, Qt::CopyAction);
+    carriesRows = true;
+    CarryOut(*drag);
+    carriesRows = false;
+    EndDragOfRows();
 }
 
-bool GridView::AcceptsDrop(const QDropEvent *event) const
+int GridView::RowBelow(int height) const
 {
-    return event->mimeData()->hasUrls() && event->source() != this;
+    const int row = indexAt({-header()->offset(), height}).row();
+    if (row < 0)
+        return grid->Count() + 1;
+    const QRect place = visualRect(grid->index(row, header()->logicalIndexAt(-header()->offset())));
+    return row + (height > place.center().y() ? 2 : 1);
+}
+
+void GridView::DragRowsTo(int height)
+{
+    dragHeight = height;
+    viewport()->update();
+    const int margin = autoScrollMargin();
+    if (height >= margin && height < viewport()->height() - margin) {
+        dragScroll.stop();
+    } else if (!dragScroll.isActive()) {
+        constexpr int interval = 40;
+        scrolledSteps = 0;
+        dragScroll.start(interval, this);
+    }
+}
+
+void GridView::EndDragOfRows()
+{
+    dragHeight = -1;
+    dragScroll.stop();
+    viewport()->update();
+}
+
+void GridView::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != dragScroll.timerId()) {
+        QTreeView::timerEvent(event);
+        return;
+    }
+    // The longer it lasts, the faster.
+    constexpr int stepsPerSpeed = 8;
+    const int rows = 1 + scrolledSteps++ / stepsPerSpeed;
+    const bool up = dragHeight < viewport()->height() / 2;
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + (up ? -rows : rows));
 }
 
 void GridView::dragEnterEvent(QDragEnterEvent *event)
@@ -288,38 +337,59 @@ void GridView::dragEnterEvent(QDragEnterEvent *event)
 
 void GridView::dragMoveEvent(QDragMoveEvent *event)
 {
-    if (!AcceptsDrop(event)) {
+    if (!event->mimeData()->hasUrls()) {
         event->ignore();
         return;
     }
     event->setDropAction(Qt::CopyAction);
     event->accept();
+    if (carriesRows)
+        DragRowsTo(event->position().toPoint().y());
+}
+
+void GridView::dragLeaveEvent(QDragLeaveEvent *)
+{
+    EndDragOfRows();
 }
 
 void GridView::dropEvent(QDropEvent *event)
 {
     setState(NoState);
-    if (!AcceptsDrop(event)) {
+    if (!event->mimeData()->hasUrls()) {
         event->ignore();
         return;
     }
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    QStringList paths;
-    for (const QUrl &url : event->mimeData()->urls()) {
-        const QString path = FromUrl(url);
-        if (!path.isEmpty())
-            paths.append(path);
-    }
-    Q_EMIT FilesDropped(paths);
+    if (carriesRows)
+        rowDrop = {RowBelow(event->position().toPoint().y()), (event->modifiers() & Qt::ControlModifier) != 0};
+    else
+        Q_EMIT FilesDropped(FilesOf(*event->mimeData()));
+}
+
+void GridView::PaintDropLine(QPainter &painter) const
+{
+    constexpr int thickness = 2;
+    constexpr int hook = 4;
+    const int before = RowBelow(dragHeight);
+    const int column = header()->logicalIndexAt(-header()->offset());
+    const int y = before <= grid->Count() ? visualRect(grid->index(before - 1, column)).top()
+                                          : visualRect(grid->index(grid->Count() - 1, column)).bottom() + 1;
+    const int width = std::min(header()->length() - header()->offset(), viewport()->width());
+    const QColor colour = palette().color(QPalette::Text);
+    painter.fillRect(0, y - thickness / 2, width, thickness, colour);
+    for (const int end : {0, width - thickness})
+        painter.fillRect(end, y - hook, thickness, 2 * hook, colour);
 }
 
 void GridView::paintEvent(QPaintEvent *event)
 {
     QTreeView::paintEvent(event);
+    QPainter painter(viewport());
+    if (dragHeight >= 0 && grid->Count() > 0)
+        PaintDropLine(painter);
     if (grid->Count() > 0)
         return;
-    QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
                      tr("Drop files, folders or playlists here, or press F1 to add a folder."));

@@ -2,9 +2,11 @@
 
 #include "session/RowSelectionModel.h"
 
+#include <QBasicTimer>
 #include <QTreeView>
 
 #include <functional>
+#include <optional>
 
 /// Shows a Grid: rows with a small icon, several selected at once, header clicks, files dragged out and dropped in.
 class GridView : public QTreeView
@@ -23,6 +25,8 @@ public:
     const Grid &Rows() const { return *grid; }
     /// Taken by a drag as its data, when rows are dragged out.
     std::function<QMimeData *()> MakeDragData;
+    /// Carries rows about until they are dropped somewhere.
+    std::function<void(QDrag &)> CarryOut;
 
 Q_SIGNALS:
     /// A mouse button or a key has been released: selection or focus may have changed.
@@ -35,6 +39,8 @@ Q_SIGNALS:
     void HeaderMenuRequested(const QPoint &globalPosition);
     /// Inside paths, in the order dropped.
     void FilesDropped(const QStringList &paths);
+    /// The selected rows have been dragged before a row, or behind the last one; again: to be added there once more.
+    void RowsDropped(int before, bool again);
 
 protected:
     /// Only for the base class, which asks whether there is anything to be dragged: one cell of a selected row.
@@ -51,16 +57,33 @@ protected:
     void startDrag(Qt::DropActions supportedActions) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void ConnectHeader();
     void MarkSortedColumn();
     void MoveFocus(QKeyEvent *event);
-    bool AcceptsDrop(const QDropEvent *event) const;
+    /// The row before which what is dropped at a height of the viewport would come.
+    int RowBelow(int height) const;
+    void DragRowsTo(int height);
+    void EndDragOfRows();
+    void PaintDropLine(QPainter &painter) const;
     RowSelectionModel::Mirror MirrorRowAt(const QMouseEvent *event);
 
     Grid *grid;
     RowSelectionModel *rowSelection;
+    bool carriesRows = false;
+    /// While rows are dragged over the list: the height of the mouse in the viewport; negative otherwise.
+    int dragHeight = -1;
+    QBasicTimer dragScroll;
+    int scrolledSteps = 0;
+    /// Rows have been dropped; told once the drag is over.
+    struct RowDrop {
+        int Before;
+        bool Again;
+    };
+    std::optional<RowDrop> rowDrop;
 };

@@ -59,6 +59,8 @@ void Main::BuildGrid()
     connect(view, &GridView::InsertPressed, this, [this] { Run([this] { MEditAddDir_Click(); }); });
     connect(view, &GridView::HeaderClicked, this, [this](int column) { Run([&] { AskAndSort(column); }); });
     connect(view, &GridView::FilesDropped, this, [this](const QStringList &paths) { Run([&] { DropFiles(paths); }); });
+    connect(view, &GridView::RowsDropped, this,
+            [this](int before, bool again) { Run([&] { DropRows(before, again); }); });
     connect(view, &GridView::MenuRequested, this, [this](const QPoint &position) { menus["MEdit"]->popup(position); });
     connect(view, &GridView::HeaderMenuRequested, this,
             [this](const QPoint &position) { menus["MHidOptionColumns"]->popup(position); });

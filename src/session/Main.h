@@ -130,11 +130,14 @@ public:
     void MFileExit_Click();
     void MEditUndo_Click();
     void MEditRedo_Click();
+    void MEditCopy_Click();
+    void MEditPaste_Click();
     void MEditPlaySel_Click();
     void MEditPlayFol_Click();
     void MEditPlayLoc_Click();
     void MEditPlayList_Click();
     void MEditAddDir_Click();
+    void MEditAddFiles_Click();
     void MEditRemove_Click();
     void MEditMoveUp_Click();
     void MEditMoveDown_Click();
@@ -216,6 +219,7 @@ private:
     /// Row numbers: selects rows first + 1 to last; first is increased by one in the caller's variable.
     void SelectRange(int &first, int last);
     void DropFiles(const QStringList &paths);
+    void DropRows(int before, bool again);
     /// Tells how many rows have come since there were so many.
     void AnswerAdded(int before);
     QMimeData *MakeDragData();

@@ -10,6 +10,12 @@
 #include "text/FolderWalk.h"
 #include "text/PathText.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 void Main::AddFile(const QString &path, int index)
@@ -96,7 +102,8 @@ bool Main::AddPath(const QString &path, bool selectNew)
             int first = before;
             SelectRange(first, ListView1.Count());
         }
-        view->MakeVisible(ListView1.Count());
+        if (!batchOfDrop)
+            view->MakeVisible(ListView1.Count());
         PlaylistDirty = true;
         return true;
     };
@@ -123,14 +130,43 @@ void Main::DropFiles(const QStringList &paths)
 {
     batchOfDrop = true;
     const Hourglass hourglass(view);
-    const auto endBatch = qScopeGuard([this] {
+    const int before = ListView1.Count();
+    // The rows of the last path that brings any are selected, all at once, since there may be many paths.
+    int first = before;
+    int rowsSoFar = before;
+    const auto endBatch = qScopeGuard([&] {
+        if (ListView1.Count() > rowsSoFar)
+            first = rowsSoFar;
+        if (ListView1.Count() > before) {
+            SelectNone(ListView1);
+            SelectRange(first, ListView1.Count());
+            view->MakeVisible(ListView1.Count());
+        }
         batchOfDrop = false;
         ListView1_Click();
     });
-    const int before = ListView1.Count();
-    for (const QString &path : paths)
-        AddPath(path, true);
+    for (const QString &path : paths) {
+        if (ListView1.Count() > rowsSoFar)
+            first = std::exchange(rowsSoFar, ListView1.Count());
+        AddPath(path, false);
+    }
     AnswerAdded(before);
+}
+
+void Main::DropRows(int before, bool again)
+{
+    // The list may have become shorter meanwhile.
+    before = std::min(before, ListView1.Count() + 1);
+    if (!again) {
+        PlaylistDirty |= MoveRows(u"Move", [before](Grid &grid) { return MoveTo(grid, before); }).Moved;
+        return;
+    }
+    const Hourglass hourglass(view);
+    const int count = ListView1.Count();
+    ListView1.AddSelectedAgain(before);
+    PlaylistDirty |= ListView1.Count() > count;
+    ListView1_Click();
+    AnswerAdded(count);
 }
 
 void Main::AnswerAdded(int before)
@@ -160,6 +196,37 @@ void Main::MEditAddDir_Click()
         AnswerAdded(before);
     }
     ListView1_Click();
+}
+
+void Main::MEditAddFiles_Click()
+{
+    const QString types = FileTypes().join(u';') + u";*.m3u"_s;
+    const QStringList paths = host.Prompts.OpenFiles(
+        {u"Add Files"_s, u"Audio Files and Playlists (%1)|%1|All Files (*.*)|*.*|"_s.arg(types), {}, {}});
+    if (!paths.isEmpty())
+        DropFiles(paths);
+}
+
+void Main::MEditCopy_Click()
+{
+    const Hourglass hourglass(view);
+    QMimeData *files = MakeDragData();
+    QStringList lines;
+    for (const QString &path : std::as_const(FileArray))
+        lines.append(ToHostPath(path));
+    files->setText(lines.join(u'\n'));
+    QGuiApplication::clipboard()->setMimeData(files);
+    Answer(u"Copied "_s + CountedItems(lines.size()));
+}
+
+void Main::MEditPaste_Click()
+{
+    const QMimeData *content = QGuiApplication::clipboard()->mimeData();
+    const QStringList paths = content != nullptr ? PathsOf(*content) : QStringList();
+    if (paths.isEmpty())
+        Answer(u"Nothing to add: the clipboard holds no files and no paths"_s);
+    else
+        DropFiles(paths);
 }
 
 void Main::MEditRemove_Click()

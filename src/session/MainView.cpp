@@ -40,8 +40,8 @@ void Main::EnableCommands(const PlaylistTotals &totals)
     };
     const bool any = totals.SelectedCount > 0;
     const bool one = totals.SelectedCount == 1;
-    enable({"MEditRemove", "MEditPlaySel", "MEditPlayFol", "MEditPlayLoc", "MEditSelAlt", "MEditSelNone", "MEditSelLoc",
-            "MEditSeMark", "MEditSeUnMark", "MEditId3"},
+    enable({"MEditRemove", "MEditCopy", "MEditPlaySel", "MEditPlayFol", "MEditPlayLoc", "MEditSelAlt", "MEditSelNone",
+            "MEditSelLoc", "MEditSeMark", "MEditSeUnMark", "MEditId3"},
            any);
     enable({"MEditFileInfo"}, one);
     if (!any) {

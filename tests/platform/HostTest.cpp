@@ -48,6 +48,7 @@ private Q_SLOTS:
         QCOMPARE(host.Prompts.Message({u"?"_s, PromptIcon::Question, PromptButtons::YesNo}), PromptAnswer::Cancel);
         QCOMPARE(host.Prompts.Message({u"!"_s, PromptIcon::Stop, PromptButtons::Ok}), PromptAnswer::Ok);
         QVERIFY(!host.Prompts.OpenFile({}) && !host.Prompts.Line({}) && !host.Shell.Open(u"z:\\"_s));
+        QVERIFY(host.Prompts.OpenFiles({}).isEmpty());
     }
 
     void AddressesFromFilesOpenNoFiles()

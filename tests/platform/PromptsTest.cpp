@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
 #include <QTextDocumentFragment>
@@ -82,6 +83,17 @@ private Q_SLOTS:
         QCOMPARE(QtPrompts().SaveFile(prompt), std::optional(In(u"fresh.m3u"_s)));
     }
 
+    void OpenTakesSeveralFiles()
+    {
+        QVERIFY(Write(u"a.mp3"_s, "x") && Write(u"b.mp3"_s, "x"));
+        WithDialog<QFileDialog>([](QFileDialog &dialog) {
+            dialog.findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(u"\"a.mp3\" \"b.mp3\""_s);
+            static_cast<QDialog &>(dialog).accept();
+        });
+        const FilePrompt prompt{u"Add"_s, u"Files (*.mp3)|*.mp3|"_s, {}, In(u"*.mp3"_s)};
+        QCOMPARE(QtPrompts().OpenFiles(prompt), (QStringList{In(u"a.mp3"_s), In(u"b.mp3"_s)}));
+    }
+
     void OpenIsCancelled()
     {
         WithDialog<QFileDialog>([](QFileDialog &dialog) {
@@ -90,6 +102,8 @@ private Q_SLOTS:
         });
         const QString filter = u"M3U (*.m3u)|*.m3u|All (x) files (*.*)|*.mp3;*.ogg|"_s;
         QVERIFY(!QtPrompts().OpenFile({u"Open"_s, filter, u"m3u"_s, QString()}));
+        WithDialog<QFileDialog>([](QFileDialog &) {});
+        QVERIFY(QtPrompts().OpenFiles({u"Add"_s, filter, {}, {}}).isEmpty());
     }
 };
 

@@ -112,6 +112,7 @@ private Q_SLOTS:
             {MoveToTop, u"a b"_s, u"a b"_s, 0},
             {MoveToBottom, u"a B c D e"_s, u"a c e B D"_s, 5},
             {MoveToBottom, u"a b"_s, u"a b"_s, 0},
+            {[](Grid &grid) { return MoveTo(grid, 1 + std::min(grid.Count(), 3)); }, u"A b C d E"_s, u"b A C E d"_s, 4},
             {MoveUp, u"a b"_s, u"a b"_s, 0},
             {MoveDown, u"a b"_s, u"a b"_s, 0},
         };
@@ -194,6 +195,25 @@ private Q_SLOTS:
             QCOMPARE(ranks.MoveToEnd(place + 1), plain.back());
         }
         QVERIFY(ranks.Values() == plain);
+    }
+
+    void RowsAreAddedAgain()
+    {
+        Grid grid;
+        Fill(grid, u"a B GONE"_s, {1, 2, 0});
+        SetCheckMark(grid, IconRed);
+        grid.AddSelectedAgain(2);
+        QCOMPARE(Whole(grid), u"a B GONE b gone 11252 3 -1 0 0"_s);
+        QCOMPARE(grid.CellText(2, ColumnOriginalOrder) + grid.CellText(2, ColumnHiddenLen), u"22"_s);
+        grid.AddSelectedAgain(6);
+        QCOMPARE(Words(grid), u"a b gone b gone B GONE"_s);
+        // All of them, or none.
+        grid.Append(std::vector<FileRecord>(Grid::MaxRows - 8));
+        QVERIFY_THROWS_EXCEPTION(PlaylistFull, grid.AddSelectedAgain(1));
+        QVERIFY(grid.Count() == Grid::MaxRows - 1 && grid.Item(6).Selected);
+        SelectNone(grid);
+        grid.AddSelectedAgain(1);
+        QCOMPARE(grid.Count(), Grid::MaxRows - 1);
     }
 
     void MarksNeverReplaceMissing()

@@ -4,13 +4,18 @@
 #include "session/StatusPanel.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDialog>
+#include <QDrag>
 #include <QHeaderView>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -49,8 +54,9 @@ void FillRows(MainFixture &f)
 QString GreyCommands(const MainFixture &f)
 {
     QStringList grey;
-    for (const char *name : {"MoveUp", "MoveDown", "SelAll", "SelTop", "SelBottom", "FileInfo", "Remove", "PlaySel",
-                             "PlayFol", "PlayLoc", "SelNone", "SelAlt", "SelLoc", "SeMark", "SeUnMark", "Id3"}) {
+    for (const char *name :
+         {"MoveUp", "MoveDown", "SelAll", "SelTop", "SelBottom", "FileInfo", "Remove", "PlaySel", "PlayFol", "PlayLoc",
+          "SelNone", "SelAlt", "SelLoc", "Copy", "SeMark", "SeUnMark", "Id3"}) {
         if (!f.Window->Command(QByteArray("MEdit").append(name))->isEnabled())
             grey.append(QLatin1StringView(name));
     }
@@ -76,6 +82,30 @@ QString Icons(const MainFixture &f)
 QColor Shown(const MainFixture &f, QPalette::ColorRole role)
 {
     return f.Window->View()->palette().color(role);
+}
+
+/// Drags from a row to a place and lets go there, or leaves the list again; meanwhile happens before.
+void Drag(
+    const MainFixture &f, int row, QPoint target, Qt::KeyboardModifiers modifiers = {},
+    const std::function<void()> &meanwhile = [] {}, bool leaves = false)
+{
+    GridView &view = *f.Window->View();
+    QWidget *rows = view.viewport();
+    view.CarryOut = [&](QDrag &drag) {
+        QDragEnterEvent enter(target, Qt::CopyAction, drag.mimeData(), Qt::LeftButton, modifiers);
+        QDragMoveEvent move(target, Qt::CopyAction, drag.mimeData(), Qt::LeftButton, modifiers);
+        QDropEvent drop(target, Qt::CopyAction, drag.mimeData(), Qt::LeftButton, modifiers);
+        QDragLeaveEvent leave;
+        for (QEvent *event : {static_cast<QEvent *>(&enter), static_cast<QEvent *>(&move)})
+            QVERIFY(QCoreApplication::sendEvent(rows, event) && event->isAccepted());
+        meanwhile();
+        QCoreApplication::sendEvent(rows, leaves ? static_cast<QEvent *>(&leave) : &drop);
+    };
+    const QPoint start = view.visualRect(f.Window->ListView1.index(row - 1, 0)).center();
+    QTest::mousePress(rows, Qt::LeftButton, {}, start);
+    for (const int distance : {1, 2})
+        QTest::mouseMove(rows, start + distance * QPoint(QApplication::startDragDistance() + 1, 0));
+    QTest::mouseRelease(rows, Qt::LeftButton, {}, start);
 }
 
 /// The object name of the menu that has come up, which goes again.
@@ -108,7 +138,7 @@ private Q_SLOTS:
         }
         menus.sort();
         QCOMPARE(menus.join(u' '),
-                 u"MEdit 20 0 MEditPlay 4 0 MEditSeMark 3 0 MEditSel 11 0 MFile 11 0 MFileRec 9 0 MHelp 4 0 "
+                 u"MEdit 24 0 MEditPlay 4 0 MEditSeMark 3 0 MEditSel 11 0 MFile 11 0 MFileRec 9 0 MHelp 4 0 "
                  u"MHidOption 4 0 MHidOptionColumns 11 9 MHidOptionMenu 1 1 MHidOptionTable 3 0 MHidOptionTableBC 2 1 "
                  u"MHidOptionTableFC 2 1 MHidOptionTableFont 2 1 MHidOptionToolbar 2 2 MTools 10 1 MToolsShortCut 6 0 "
                  u"MToolsWinamp 3 0 MToolsWizards 3 0 MView 13 2 MViewSort 10 0 MViewTrans 11 11"_s);
@@ -122,7 +152,7 @@ private Q_SLOTS:
     {
         MainFixture f;
         f.Show();
-        const QString all = u"Remove PlaySel PlayFol PlayLoc SelNone SelAlt SelLoc SeMark SeUnMark Id3"_s;
+        const QString all = u"Remove PlaySel PlayFol PlayLoc SelNone SelAlt SelLoc Copy SeMark SeUnMark Id3"_s;
         QCOMPARE(f.Panels(), (QStringList{u"Total: 0"_s, u"0:00"_s, u"0 Bytes"_s}));
         FillRows(f);
         QCOMPARE(f.Panels(), (QStringList{u"Total: 4"_s, u"1:14:01"_s, u"16 Mb"_s}));
@@ -348,6 +378,106 @@ private Q_SLOTS:
         f.Trigger("MEditUndo");
         QVERIFY(f.Window->View()->viewport()->rect().intersects(
             f.Window->View()->visualRect(f.Window->ListView1.index(199, 0))));
+    }
+
+    void RowsAreDraggedToAnotherPlace()
+    {
+        MainFixture f;
+        f.Show();
+        f.AddRows({1, 2, 3, 4, 5});
+        f.Select({2, 4});
+        f.Window->ListView1.SetFocusedRow(2);
+        QWidget *rows = f.Window->View()->viewport();
+        const auto upperHalf = [&](int row) {
+            return f.Window->View()->visualRect(f.Window->ListView1.index(row - 1, 0)).topLeft() + QPoint(50, 2);
+        };
+        const QImage before = rows->grab().toImage();
+        const auto isMarked = [&] { return rows->grab().toImage() != before; };
+        // Out of the list, and over the rows themselves.
+        Drag(
+            f, 2, upperHalf(5), {}, [&] { QVERIFY(isMarked()); }, true);
+        QVERIFY(!isMarked());
+        QVERIFY(f.Rows() == u"a B c D e" && f.Undoable().isEmpty() && !f.Window->PlaylistDirty);
+        f.Select({2, 3});
+        Drag(f, 2, upperHalf(3));
+        QVERIFY(f.Rows() == u"a B C d e" && f.Undoable().isEmpty() && !f.Window->PlaylistDirty);
+
+        f.Select({2, 4});
+        Drag(f, 2, upperHalf(1));
+        QCOMPARE(f.Rows() + f.Undoable(), u"B D a c eMove 2 items"_s);
+        QVERIFY(f.Window->PlaylistDirty && IsFresh(f));
+        Drag(f, 1,
+             upperHalf(4) + QPoint(0, f.Window->View()->visualRect(f.Window->ListView1.index(0, 0)).height() - 4));
+        QCOMPARE(f.Rows(), u"a c B D e"_s);
+        // Below the last row, and with Ctrl once more.
+        Drag(f, 3, QPoint(50, rows->height() - 40));
+        QCOMPARE(f.Rows(), u"a c e B D"_s);
+        f.Window->PlaylistDirty = false;
+        Drag(f, 4, upperHalf(2), Qt::ControlModifier);
+        QCOMPARE(f.Rows() + f.Undoable() + f.Window->PanelText(4), u"a B D c e b dAdd 2 itemsAdded 2 items"_s);
+        QVERIFY(f.Window->PlaylistDirty && IsFresh(f));
+        // Rows that go meanwhile are not missed.
+        Drag(f, 2, QPoint(50, rows->height() - 40), {}, [&] {
+            f.Window->ListView1.RemoveIf(
+                [](const PlaylistItem &item) { return item.Selected || item.Text == u"c.wma"; });
+        });
+        QCOMPARE(f.Rows(), u"a e b d"_s);
+        // At its edges the list scrolls.
+        f.Window->ListView1.Append(std::vector<FileRecord>(200));
+        const QScrollBar *bar = f.Window->View()->verticalScrollBar();
+        for (const bool down : {true, false}) {
+            const int row = down ? 1 : f.Window->ListView1.Count();
+            f.Select({row});
+            Drag(f, row, QPoint(50, down ? rows->height() - 3 : 3), {},
+                 [&] { QTRY_COMPARE(bar->value(), down ? bar->maximum() : 0); });
+            QCOMPARE(f.Window->ListView1.Item(down ? 204 : 1).Selected, true);
+        }
+    }
+
+    void CopiesAndPastes()
+    {
+        MainFixture f;
+        f.Show();
+        f.AddRows({1, 2, 3});
+        QClipboard *clipboard = QGuiApplication::clipboard();
+        f.Select({1, 3});
+        f.Press("Ctrl+C");
+        const QStringList paths{f.Inside(u"a.wma"_s), f.Inside(u"c.wma"_s)};
+        QCOMPARE(clipboard->text(), ToHostPath(paths[0]) + u'\n' + ToHostPath(paths[1]));
+        QCOMPARE(clipboard->mimeData()->urls(), (QList<QUrl>{ToUrl(paths[0]), ToUrl(paths[1])}));
+        QCOMPARE(f.Window->PanelText(4), u"Copied 2 items"_s);
+        f.Press("Ctrl+V");
+        QCOMPARE(f.Rows() + f.Undoable(), u"a b c a CAdd 2 items"_s);
+        QVERIFY(IsFresh(f));
+        // What an editor puts there: paths of every form, and much that is none.
+        f.Window->PlaylistDirty = false;
+        f.Trigger("MFileNew");
+        f.Write(u"one\\x \u00e4.wma"_s, "1");
+        const QString folder = f.Inside(u"one"_s);
+        // Nothing stands at some of the paths.
+        clipboard->setText(u"#EXTM3U\n  \"%1\" \r\nfile:%2\nq:/gone.mp3\n\na.wma\nNote: z.mp3\n\"\n\\a.wma"_s.arg(
+            ToHostPath(folder), ToUrl(f.Inside(u"b.wma"_s)).toString(QUrl::FullyEncoded).mid(5)));
+        f.Press("Ctrl+V");
+        QCOMPARE(f.Rows(), u"x \u00e4 B"_s);
+        for (const bool picture : {true, false}) {
+            picture ? clipboard->setImage(QImage(9, 9, QImage::Format_RGB32)) : clipboard->setText(u"no path"_s);
+            f.Press("Ctrl+V");
+            QCOMPARE(f.Window->PanelText(4), u"Nothing to add: the clipboard holds no files and no paths"_s);
+        }
+        f.Prompts.Expect(QString::fromLatin1(PlaylistFull().what()), PromptAnswer::Ok);
+        clipboard->setText(QString(f.Inside(u"a.wma"_s) + u'\n').repeated(100'000));
+        f.Press("Ctrl+V");
+        QCOMPARE(f.Undoable(), u"Add 32,765 items"_s);
+        f.Press("Alt+Backspace");
+        QCOMPARE(f.Rows(), u"x \u00e4 B"_s);
+
+        const QString filter =
+            u"Audio Files and Playlists (%1)|%1|All Files (*.*)|*.*|"_s.arg(u"*.mp3;*.wav;*.ogg;*.wma;*.m3u"_s);
+        f.Prompts.ExpectPaths(filter, {});
+        f.Trigger("MEditAddFiles");
+        f.Prompts.ExpectPaths(filter, {f.Inside(u"a.wma"_s), f.Inside(u"c.wma"_s)});
+        f.Trigger("MEditAddFiles");
+        QCOMPARE(f.Rows() + f.Window->PanelText(4), u"x \u00e4 b a CAdded 2 items"_s);
     }
 
     void AnswersStayUntilTheNextCommand()

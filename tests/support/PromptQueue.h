@@ -9,14 +9,15 @@
 #include <variant>
 
 /// Answers the program's prompts from a queue. An entry states the prompt's whole text (a message's text, a file
-/// dialog's proposal, a folder chooser's title) and gives the answer; a prompt that was not expected fails the test,
-/// and so does an entry left over.
+/// dialog's proposal, the filter of one for several files, a folder chooser's title) and gives the answer; a prompt
+/// that was not expected fails the test, and so does an entry left over.
 class PromptQueue
 {
 public:
     struct Entry {
         QString Text;
-        std::variant<PromptAnswer, std::optional<QString>, std::optional<QColor>, std::optional<QFont>> Answer;
+        std::variant<PromptAnswer, std::optional<QString>, std::optional<QColor>, std::optional<QFont>, QStringList>
+            Answer;
     };
 
     ~PromptQueue()
@@ -28,6 +29,8 @@ public:
     void Expect(const QString &text, PromptAnswer answer) { entries.push_back({text, answer}); }
     /// A file or folder dialog; an empty answer is Cancel.
     void ExpectPath(const QString &text, const std::optional<QString> &answer) { entries.push_back({text, answer}); }
+    /// A dialog for several files; an empty answer is Cancel.
+    void ExpectPaths(const QString &text, const QStringList &answer) { entries.push_back({text, answer}); }
     /// A colour or font dialog; the text is the name of the colour or the family that it starts with.
     template <typename Choice>
     void ExpectChoice(const QString &text, const std::optional<Choice> &answer)
@@ -50,6 +53,7 @@ public:
         prompts.OpenFile = prompts.SaveFile = [this](const FilePrompt &prompt) {
             return Take<std::optional<QString>>(prompt.Proposal, {});
         };
+        prompts.OpenFiles = [this](const FilePrompt &prompt) { return Take<QStringList>(prompt.Filter, {}); };
         prompts.Folder = [this](const FolderPrompt &prompt) { return Take<std::optional<QString>>(prompt.Title, {}); };
         prompts.Colour = [this](const QColor &colour) { return Take<std::optional<QColor>>(colour.name(), {}); };
         prompts.Font = [this](const QFont &font) { return Take<std::optional<QFont>>(font.family(), {}); };
