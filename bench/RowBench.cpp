@@ -2,6 +2,7 @@
 #include "BenchSupport.h"
 
 #include "playlist/RowCommands.h"
+#include "playlist/Sorting.h"
 
 #include <numeric>
 
@@ -139,6 +140,20 @@ Side CommandOn(RowSet &set, const RowCommand &command)
     return {[&set, &command] { command.Work(set); }, set.Start.size(), [&set] { set.ResetGrid(); }};
 }
 
+void Restart(RowSet &set)
+{
+    set.Shown.Steps().End();
+    set.ResetGrid();
+    set.Shown.SortKey = -1;
+}
+
+void Keep(RowSet &set, void (*work)(RowSet &set))
+{
+    set.Shown.Steps().Open();
+    work(set);
+    set.Shown.CloseStep({}, false);
+}
+
 void OverFloor(benchmark::State &state, const RowCommand &command)
 {
     RowSet &set = SetOf(FullList);
@@ -151,11 +166,57 @@ void Growth(benchmark::State &state, const RowCommand &command)
     Compare(state, 1.3, CommandOn(SetOf(ShortList), command), CommandOn(SetOf(FullList), command));
 }
 
+/// A command whose step is kept, over the same without.
+void WithStep(benchmark::State &state, const RowCommand &command)
+{
+    RowSet &set = SetOf(FullList);
+    const Side kept{[&] { Keep(set, command.Work); }, set.Start.size(), [&] { Restart(set); }};
+    const Side plain{[&] { command.Work(set); }, set.Start.size(), [&] { Restart(set); }};
+    Compare(state, 1.3, plain, kept);
+}
+
+/// Undo, or Redo, over a bare copy of the rows.
+void Back(benchmark::State &state, void (*work)(RowSet &set), bool again)
+{
+    RowSet &set = SetOf(FullList);
+    const Side floor{[&] { Rows(set.Start).swap(set.Bare); }, set.Start.size(), [&] { set.Bare.clear(); }};
+    bool dirty = false;
+    const auto prepare = [&] {
+        Restart(set);
+        Keep(set, work);
+        if (again)
+            set.Shown.Undo(dirty);
+    };
+    const auto turn = [&] { again ? set.Shown.Redo(dirty) : set.Shown.Undo(dirty); };
+    Compare(state, 2, floor, {turn, set.Start.size(), prepare});
+}
+
+/// Rows dragged to the middle, over Move to Top.
+void DragOverTop(benchmark::State &state)
+{
+    RowSet &set = SetOf(FullList);
+    const auto reset = [&] { set.ResetGrid(); };
+    Compare(state, 1.2, {[&] { MoveToTop(set.Shown); }, set.Start.size(), reset},
+            {[&] { MoveTo(set.Shown, FullList / 2); }, set.Start.size(), reset});
+}
+
 [[maybe_unused]] const bool registered = [] {
+    benchmark::RegisterBenchmark("DragOverTop", DragOverTop)->UseManualTime();
+    const std::pair<const char *, void (*)(RowSet &)> turned[] = {
+        {"Remove", [](RowSet &set) { set.Shown.RemoveIf([](const PlaylistItem &item) { return item.Selected; }); }},
+        {"Sort", [](RowSet &set) { SortGrid(set.Shown, ColumnFileName, SortText); }},
+        {"Shuffle", [](RowSet &set) { ShuffleSelection(set.Shown, HostClock()); }},
+    };
+    for (const auto &[name, work] : turned) {
+        benchmark::RegisterBenchmark((std::string(name) + "/Undo").c_str(), Back, work, false)->UseManualTime();
+        benchmark::RegisterBenchmark((std::string(name) + "/Redo").c_str(), Back, work, true)->UseManualTime();
+    }
     for (const RowCommand &command : commands) {
         const std::string name = command.Name;
         benchmark::RegisterBenchmark((name + "/OverFloor").c_str(), OverFloor, command)->UseManualTime();
         benchmark::RegisterBenchmark((name + "/Growth").c_str(), Growth, command)->UseManualTime();
+        if (!name.starts_with("Select") && !name.ends_with("Selection"))
+            benchmark::RegisterBenchmark((name + "/WithStep").c_str(), WithStep, command)->UseManualTime();
     }
     return true;
 }();
