@@ -60,8 +60,8 @@ void LoadPlaylist(Grid &grid, const QString &path)
     ReadM3UFile(path, paths);
     std::vector<FileRecord> records;
     records.reserve(static_cast<std::size_t>(paths.size()));
-    RowFolders folders(FolderOf(path));
+    EntryReader reader(FolderOf(path));
     for (const QString &entry : std::as_const(paths))
-        records.push_back(AnalyseFile(entry, folders));
+        records.push_back(reader.Analyse(entry));
     grid.Append(records);
 }

@@ -13,16 +13,16 @@
 
 using namespace Qt::StringLiterals;
 
-ListedFiles::ListedFiles()
+ListedFiles::ListedFiles(int perFolder)
 {
     QByteArray absolute;
     QByteArray relative;
     for (int i = 0; i < FullList; ++i) {
         const QByteArray album =
-            "Some Artist " + QByteArray::number(i / 120) + "/Their Album " + QByteArray::number(i / 12);
-        if (i % 12 == 0)
+            "Some Artist " + QByteArray::number(i / 120) + "/Their Album " + QByteArray::number(i / perFolder);
+        if (i % perFolder == 0 || i % 120 == 0)
             QDir(Folder.path()).mkpath(QString::fromLatin1(album));
-        const QByteArray name = album + '/' + QByteArray::number(i % 12 + 1) + " - The title of a song.wma";
+        const QByteArray name = album + '/' + QByteArray::number(i % perFolder + 1) + " - The title of a song.wma";
         WriteBenchFile(Folder.filePath(QString::fromLatin1(name)), "x");
         RelativePaths.push_back(name.toStdString());
         AbsolutePaths.push_back(Folder.path().toStdString() + '/' + name.toStdString());
@@ -31,6 +31,7 @@ ListedFiles::ListedFiles()
     }
     WriteBenchFile(Folder.filePath(u"absolute.m3u"_s), absolute);
     WriteBenchFile(Folder.filePath(u"relative.m3u"_s), relative);
+    WriteBenchFile(Folder.filePath(u"capitals.m3u"_s), relative.toUpper());
 }
 
 void StatBare(const std::vector<std::string> &paths)

@@ -7,10 +7,10 @@
 
 // Trees of files that hold next to nothing, for what asks the disk where files are.
 
-/// As many files as a list can have rows, in folders of twelve, and two playlists of them beside the folders,
-/// "absolute.m3u" and "relative.m3u".
+/// As many files as a list can have rows, so many to a folder, and playlists of them beside the folders: "absolute.m3u",
+/// "relative.m3u", and "capitals.m3u", in which every line differs in case.
 struct ListedFiles {
-    ListedFiles();
+    explicit ListedFiles(int perFolder = 12);
 
     QTemporaryDir Folder;
     std::vector<std::string> AbsolutePaths;

@@ -2,6 +2,7 @@
 
 #include "autocreate/AutoCreateWizard.h"
 #include "compilation/MP3CDWizard.h"
+#include "platform/Drives.h"
 #include "purge/FilterForm.h"
 #include "rename/RenameForm.h"
 #include "reports/ReportForm.h"
@@ -10,6 +11,7 @@
 #include "sidetools/Bookmarks.h"
 #include "sidetools/Shortcuts.h"
 #include "sidetools/frmAbout.h"
+#include "sidetools/frmDrives.h"
 #include "sidetools/frmTip.h"
 #include "statistics/PlaylistStats.h"
 #include "tageditor/Id3Info.h"
@@ -39,6 +41,7 @@ constexpr Tool tools[] = {
     {"MToolsShortCutExplore", nullptr, nullptr, &ExploreFiles},
     {"MToolsShortCutVolume", nullptr, nullptr, &OpenVolumeControl, false,
      [](const Main &main) { return main.World().Shell.VolumeControl.Exists(); }},
+    {"MToolsDrives", "frmDrives", &MakeForm<frmDrives>, nullptr, false, [](const Main &) { return CanMapDrives(); }},
     {"MHelpTip", "frmTip", &MakeForm<frmTip>},
     {"MHelpAbout", "frmAbout", &MakeForm<frmAbout>},
 };

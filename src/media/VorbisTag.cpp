@@ -1,5 +1,6 @@
 #include "media/VorbisTag.h"
 
+#include "media/FullData.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 
@@ -152,5 +153,10 @@ bool ReadVorbisTag(const QString &path, VorbisTag &tag)
     tag.ErrorMessage = LoadComments(path, buffer);
     if (tag.ErrorMessage.isEmpty())
         tag.ErrorMessage = TakeFields(Characters(buffer), tag);
+    if (!tag.ErrorMessage.isEmpty() && FullData()) {
+        VorbisTag comments;
+        if (ReadComments(path, comments))
+            tag = comments;
+    }
     return tag.ErrorMessage.isEmpty();
 }

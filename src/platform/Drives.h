@@ -19,6 +19,9 @@
 /// Unusable entries are passed over.
 void SetDriveMappings(const QMap<QChar, QString> &mappings);
 
+/// Whether letters can be mapped on this host.
+bool CanMapDrives();
+
 /// The mapped letters in alphabetical order, as "c:"; off Windows always with "z:".
 QStringList DriveLetters();
 

@@ -42,7 +42,10 @@ bool IsOnShare(QStringView path)
 bool IsWebAddress(QStringView line)
 {
     const QStringView scheme = SchemeOf(line);
-    return !scheme.isEmpty() && line.sliced(scheme.size()).startsWith(u"://");
+    if (scheme.isEmpty())
+        return false;
+    const QStringView rest = line.sliced(scheme.size());
+    return rest.startsWith(u"://") || (rest.startsWith(u":/") && scheme.compare(u"file", Qt::CaseInsensitive) == 0);
 }
 
 bool IsForeignAddress(QStringView text)

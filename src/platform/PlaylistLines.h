@@ -8,7 +8,7 @@ bool HasDrive(QStringView path);
 /// Whether a text starts with two backslashes, as a path on another computer does.
 bool IsOnShare(QStringView path);
 
-/// Whether a line is a web address: a scheme of two letters or more and "://".
+/// Whether a line is a web address: a scheme of two letters or more and "://", or "file:/".
 bool IsWebAddress(QStringView line);
 /// Whether a text that a file gave is an address that no desktop takes for a file: it starts with a scheme of two
 /// letters or more and a colon.

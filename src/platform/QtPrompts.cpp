@@ -138,6 +138,9 @@ std::optional<QString> AskSaveFile(const FilePrompt &prompt)
     // The program asks in its own words whether a file shall be replaced.
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     PrepareFileDialog(dialog, prompt);
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString &filter) {
+        dialog.setDefaultSuffix(filter.section(u"(*."_s, 1).section(u')', 0, 0));
+    });
     return RunFileDialog(dialog);
 }
 

@@ -1,5 +1,6 @@
 #include "playlist/FileRecord.h"
 
+#include "media/FullData.h"
 #include "media/MP3File.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
@@ -45,16 +46,36 @@ QString FileTypeText(quint64 ending)
     return ending == vqf ? u"VQF File"_s : QString();
 }
 
+qint32 WholeSeconds(double seconds)
+{
+    // The rounding mode of a process is halves to even.
+    return static_cast<qint32>(std::min(std::nearbyint(seconds), LongestLength));
+}
+
+QString SampleRateText(qint64 rate)
+{
+    return QString::number(rate) + u" Hz";
+}
+
 void TakeStreamData(const MP3File &file, FileRecord &record)
 {
     record.LayerText = u"Layer " + file.Layer();
     record.FileType = u"MPEG " + file.MPEGVersion();
-    // The rounding mode of a process is halves to even.
-    record.Length = static_cast<qint32>(std::min(std::nearbyint(file.SongLength()), LongestLength));
+    record.Length = WholeSeconds(file.SongLength());
     const QString bitrate = file.Bitrate();
     record.BitrateText = bitrate.contains(u"VBR"_s) ? bitrate : QString(bitrate + u" Kbit");
-    record.SampleRateText = QString::number(std::llround(file.SampleRate())) + u" Hz";
+    record.SampleRateText = SampleRateText(std::llround(file.SampleRate()));
     record.ModeText = file.Mode();
+}
+
+void TakeStreamData(const AudioData &data, FileRecord &record)
+{
+    record.Length = WholeSeconds(data.Length / 1000.0);
+    record.BitrateText = QString::number(data.Bitrate) + u" Kbit";
+    record.SampleRateText = SampleRateText(data.SampleRate);
+    record.ModeText = data.Channels == 1   ? u"Single Channel"_s
+                      : data.Channels == 2 ? u"Stereo"_s
+                                           : QString::number(data.Channels) + u" Channels";
 }
 
 // The reader has opened the file and knows its size, so that the disk is asked once.
@@ -120,5 +141,16 @@ FileRecord AnalyseFile(const QString &path, RowFolders &folders)
     record.Size = facts.Size;
     record.FileType = FileTypeText(ending);
     record.Valid = true;
+    if (AudioData audio; FullData() && ReadAudioData(file, audio))
+        TakeStreamData(audio, record);
     return record;
+}
+
+FileRecord EntryReader::Analyse(const QString &entry)
+{
+    FileRecord record = AnalyseFile(entry, written);
+    if (record.Valid || record.Size > 0)
+        return record;
+    const QString path = finder.Find(entry, written.Base());
+    return path.isEmpty() ? record : AnalyseFile(path, found);
 }

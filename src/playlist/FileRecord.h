@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/EntryFinder.h"
+
 #include <QString>
 
 /// The result of analysing one file: the data of one row.
@@ -8,7 +10,7 @@ struct FileRecord {
     bool Valid = false;
     /// With extension, without folder.
     QString FileName;
-    /// Playing time in whole seconds, halves to the even neighbour; 0 for everything but ".mp3".
+    /// Playing time in whole seconds, halves to the even neighbour; 0 for everything but ".mp3", unless FullData is on.
     qint32 Length = 0;
     /// Bytes; 0 for what is missing or no file.
     qint64 Size = 0;
@@ -16,7 +18,7 @@ struct FileRecord {
     QString Folder;
     /// "MPEG " and the version, "OGG Vorbis", "WAV File", "VQF File" or empty.
     QString FileType;
-    /// "Layer " and the layer; this and the following are empty for everything but ".mp3".
+    /// "Layer " and the layer; this and, unless FullData is on, the following are empty for everything but ".mp3".
     QString LayerText;
     /// "128 Kbit", or the library's text as it stands where it holds "VBR".
     QString BitrateText;
@@ -51,3 +53,20 @@ private:
 /// path counts from the base of the folders, or else from the current directory.
 FileRecord AnalyseFile(const QString &path, RowFolders &folders);
 FileRecord AnalyseFile(const QString &path);
+
+/// Analyses what may have been written by another program: where nothing stands at an entry's path, its file is looked
+/// for, and the record bears the names on the disk. One reader serves one load.
+class EntryReader
+{
+public:
+    /// The folder, without a trailing backslash, that relative entries count from.
+    explicit EntryReader(const QString &folder) : written(folder), found(folder) {}
+
+    FileRecord Analyse(const QString &entry);
+
+private:
+    RowFolders written;
+    /// Of the files that were looked for; both run through their folders in order.
+    RowFolders found;
+    EntryFinder finder;
+};

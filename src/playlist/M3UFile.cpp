@@ -59,6 +59,11 @@ bool ReadEntries(const QString &path, QStringList &list, TimesOf timesOf)
 }
 } // namespace
 
+bool IsPlaylist(const QString &extension)
+{
+    return extension == ".m3u"_L1 || extension == ".m3u8"_L1 || extension == ".bm"_L1;
+}
+
 bool ReadM3UFile(const QString &path, QStringList &list)
 {
     return ReadEntries(path, list, ExtensionsIn);
@@ -78,5 +83,6 @@ bool WritePlaylistFile(const QString &path, const QStringList &paths)
     // A file name that starts with U+FEFF would lose it to the reader, who takes it for a byte order mark there.
     if (!lines.isEmpty() && lines.first().startsWith(QChar::ByteOrderMark))
         lines.first().prepend(u"./"_s);
-    return WriteLinesToFile(path, lines);
+    return WriteLinesToFile(path, lines,
+                            GetExtension(path).toLower() == ".m3u8"_L1 ? TextForm::Utf8 : TextForm::HostPage);
 }

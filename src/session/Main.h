@@ -177,6 +177,7 @@ public:
     /// Adds a shortcut to the menu (0), or opens one (from 1).
     void ShortcutClick(int index);
     void MToolsSaveSetting_Click();
+    void MToolsFullData_Click();
     void MHelpHelp_Click();
     void MHelpWebsite_Click();
     void TipTimer_Timer();
@@ -220,8 +221,15 @@ private:
     void SelectRange(int &first, int last);
     void DropFiles(const QStringList &paths);
     void DropRows(int before, bool again);
-    /// Tells how many rows have come since there were so many.
-    void AnswerAdded(int before);
+    /// Tells how many rows have come since there were so many, and the path that gave none.
+    void AnswerAdded(int before, const QString &without);
+    /// Tells of a list that was opened what a person would not expect of it.
+    void AnswerOpened(const QString &path);
+    /// Names the drives of missing rows behind the first ones that this host knows no folder for; empty for none.
+    QString UnmappedDrives(int before) const;
+    /// What stands at a path; what it may mean where nothing does.
+    static QString FoundPath(const QString &path);
+    void RestoreRows();
     QMimeData *MakeDragData();
     /// Adds a row for each entry of FileArray; minimum is that of the progress bar, relative entries count from the
     /// folder.

@@ -1,4 +1,5 @@
 #include "platform/Drives.h"
+#include "platform/PlaylistLines.h"
 #include "playlist/M3UFile.h"
 #include "playlist/RowCommands.h"
 #include "session/DragData.h"
@@ -6,6 +7,7 @@
 #include "session/Hourglass.h"
 #include "session/Main.h"
 #include "session/Status.h"
+#include "text/EntryFinder.h"
 #include "text/FileLists.h"
 #include "text/FolderWalk.h"
 #include "text/PathText.h"
@@ -25,8 +27,15 @@ void Main::AddFile(const QString &path, int index)
 
 void Main::RefreshRows(const QList<int> &rows, const QStringList &paths)
 {
+    EntryReader reader(CurrentDirectory());
     ListView1.Replace(
-        {rows.cbegin(), rows.cend()}, [&paths](std::size_t i) { return AnalyseFile(paths[static_cast<qsizetype>(i)]); },
+        {rows.cbegin(), rows.cend()},
+        [&](std::size_t i) {
+            const QString &path = paths[static_cast<qsizetype>(i)];
+            FileRecord record = reader.Analyse(path);
+            PlaylistDirty |= record.Folder + record.FileName != path;
+            return record;
+        },
         true);
     // What the files were before does not come back.
     ListView1.Steps().End();
@@ -58,10 +67,10 @@ void Main::AddRows(int minimum, const QString &folder)
 {
     status->Open(u"Get File Info..."_s, minimum, static_cast<int>(FileArray.size()));
     const auto closeStatus = qScopeGuard([this] { status->Close(); });
-    RowFolders folders(folder);
+    EntryReader reader(folder);
     ListView1.Append(static_cast<std::size_t>(FileArray.size()), [&](std::size_t i) {
         status->SetValue(static_cast<int>(i) + 1);
-        return AnalyseFile(FileArray[static_cast<qsizetype>(i)], folders);
+        return reader.Analyse(FileArray[static_cast<qsizetype>(i)]);
     });
 }
 
@@ -79,7 +88,7 @@ void Main::AddItemsOf(const PathInfo &info)
         AddRows(0, info.Path);
     } else if (FileTypes().contains(u'*' + info.Extension)) {
         AddFile(info.Path, 0);
-    } else if (info.Extension == ".m3u"_L1 || info.Extension == ".bm"_L1) {
+    } else if (IsPlaylist(info.Extension)) {
         // Its entries count from its folder also where that cannot be entered.
         const QString folder = AbsolutePath(FolderOf(info.Path), CurrentDirectory());
         SetCurrentDirectory(folder);
@@ -88,6 +97,14 @@ void Main::AddItemsOf(const PathInfo &info)
         if (ofSession ? ReadSessionFile(info.Path, FileArray) : ReadM3UFile(info.Path, FileArray))
             AddRows(1, folder);
     }
+}
+
+QString Main::FoundPath(const QString &path)
+{
+    if (path.isEmpty() || PathExists(path))
+        return path;
+    const QString found = EntryFinder().Find(path, CurrentDirectory());
+    return found.isEmpty() ? path : found;
 }
 
 bool Main::AddPath(const QString &path, bool selectNew)
@@ -108,7 +125,7 @@ bool Main::AddPath(const QString &path, bool selectNew)
         return true;
     };
     try {
-        AddItemsOf(AnalysePath(path));
+        AddItemsOf(AnalysePath(FoundPath(path)));
     } catch (const PlaylistFull &) {
         finish();
         throw;
@@ -145,12 +162,14 @@ void Main::DropFiles(const QStringList &paths)
         batchOfDrop = false;
         ListView1_Click();
     });
+    QString without;
     for (const QString &path : paths) {
         if (ListView1.Count() > rowsSoFar)
             first = std::exchange(rowsSoFar, ListView1.Count());
-        AddPath(path, false);
+        if (!AddPath(path, false))
+            without = path;
     }
-    AnswerAdded(before);
+    AnswerAdded(before, without);
 }
 
 void Main::DropRows(int before, bool again)
@@ -166,12 +185,35 @@ void Main::DropRows(int before, bool again)
     ListView1.AddSelectedAgain(before);
     PlaylistDirty |= ListView1.Count() > count;
     ListView1_Click();
-    AnswerAdded(count);
+    AnswerAdded(count, {});
 }
 
-void Main::AnswerAdded(int before)
+QString Main::UnmappedDrives(int before) const
 {
-    Answer(u"Added "_s + CountedItems(ListView1.Count() - before));
+    const QStringList known = DriveLetters();
+    QStringList unknown;
+    for (int row = before + 1; row <= ListView1.Count(); ++row) {
+        const QString drive = ListView1.Item(row).Folder.left(2);
+        if (ListView1.Item(row).Ghosted && HasDrive(drive) && !known.contains(drive) && !unknown.contains(drive))
+            unknown.append(drive);
+    }
+    if (unknown.isEmpty())
+        return {};
+    return (unknown.size() == 1 ? u"Drive "_s : u"Drives "_s) + unknown.join(u", "_s) +
+           (unknown.size() == 1 ? u" is not there"_s : u" are not there"_s);
+}
+
+void Main::AnswerAdded(int before, const QString &without)
+{
+    const int added = ListView1.Count() - before;
+    QStringList answers;
+    if (added > 0)
+        answers.append(u"Added "_s + CountedItems(added));
+    if (!without.isEmpty())
+        answers.append(u"No items in "_s + without);
+    if (const QString drives = UnmappedDrives(before); !drives.isEmpty())
+        answers.append(drives);
+    Answer(answers.join(u"; "_s));
 }
 
 QMimeData *Main::MakeDragData()
@@ -192,8 +234,7 @@ void Main::MEditAddDir_Click()
     const QString folder = BrowseForFolder(u"Select Folder..."_s, true);
     if (!folder.isEmpty()) {
         const int before = ListView1.Count();
-        AddPath(folder, true);
-        AnswerAdded(before);
+        AnswerAdded(before, AddPath(folder, true) ? QString() : folder);
     }
     ListView1_Click();
 }

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 constexpr auto title = "[Vantrel] M3U Playlist Editor v2.0 "_L1;
-constexpr auto playlistFilter = "M3U Playlist Files (*.m3u)|*.m3u|"_L1;
+constexpr auto playlistFilter = "M3U Playlist Files (*.m3u)|*.m3u|M3U8 Playlist Files (*.m3u8)|*.m3u8|"_L1;
 constexpr auto playlistExtension = "m3u"_L1;
 
 FilePrompt PlaylistPrompt(const QString &promptTitle, const QString &proposal)
@@ -49,11 +49,21 @@ void Main::OpenReplacing(const QString &path)
             UpdateRecentFiles(CurrentPlaylistPath);
         }
         PlaylistDirty = false;
+        AnswerOpened(path);
     } catch (const PlaylistFull &) {
         // What stands in the grid is not the whole file, so a save must not go to it unasked.
         SetCurrentPlaylist({});
         throw;
     }
+}
+
+void Main::AnswerOpened(const QString &path)
+{
+    const QString drives = UnmappedDrives(0);
+    if (ListView1.Count() == 0)
+        Answer(u"No items in "_s + path);
+    else if (!drives.isEmpty())
+        Answer(drives);
 }
 
 void Main::OpenCommandLine(const QString &path)
@@ -62,6 +72,7 @@ void Main::OpenCommandLine(const QString &path)
     const auto restored = qScopeGuard([this] { PlaylistDirty = false; });
     AddPath(path, false);
     ListView1_Click();
+    AnswerOpened(path);
 }
 
 bool Main::OpenPlaylist(bool isImport)
@@ -70,15 +81,16 @@ bool Main::OpenPlaylist(bool isImport)
     if (!chosen || (!isImport && !ConfirmSaveFirst()))
         return false;
     const int before = isImport ? ListView1.Count() : 0;
+    QString without;
     if (isImport) {
         PlaylistDirty = true;
-        AddPath(*chosen, true);
+        without = AddPath(*chosen, true) ? QString() : *chosen;
     } else {
         OpenReplacing(*chosen);
     }
     MEditSelNone_Click();
     if (isImport)
-        AnswerAdded(before);
+        AnswerAdded(before, without);
     return ListView1.Count() > before;
 }
 

@@ -1,3 +1,4 @@
+#include "media/FullData.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "playlist/M3UFile.h"
@@ -22,8 +23,9 @@ namespace
 constexpr int twips = 15;
 constexpr int smallestStored = 500;
 
-const QString tipSection = u"Options"_s;
+const QString optionsSection = u"Options"_s;
 const QString tipKey = u"Show Tips at Startup"_s;
+const QString fullDataKey = u"Full Data"_s;
 
 /// Values of one section. A value that cannot be read leaves what it was to set alone.
 class Section
@@ -68,13 +70,20 @@ void Main::SetFormState(bool save)
 
 bool Main::TipsAtStartup() const
 {
-    const QString value = host.Settings.Read(tipSection, tipKey);
+    const QString value = host.Settings.Read(optionsSection, tipKey);
     return value.isEmpty() || value.toInt() == 1;
 }
 
 void Main::SetTipsAtStartup(bool on)
 {
-    host.Settings.Write(tipSection, tipKey, on ? u"1"_s : u"0"_s);
+    host.Settings.Write(optionsSection, tipKey, on ? u"1"_s : u"0"_s);
+}
+
+void Main::MToolsFullData_Click()
+{
+    SetFullData(IsChecked("MToolsFullData"));
+    host.Settings.Write(optionsSection, fullDataKey, FullData() ? u"1"_s : u"0"_s);
+    MViewRefresh_Click();
 }
 
 void Main::SaveState()
@@ -163,6 +172,8 @@ void Main::LoadState()
             AddShortcut(shortcuts.Text(QString::number(i)));
     }
     BookmarkFilePath = recent.Text(u"W"_s);
+    SetFullData(host.Settings.Read(optionsSection, fullDataKey) == "1"_L1);
+    Check("MToolsFullData", FullData());
     MEditSelNone_Click();
     Form_Resize();
 }

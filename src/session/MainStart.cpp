@@ -16,18 +16,23 @@ void Main::RestoreSession(const QString &commandLine)
     SetFormState(false);
     ShowBookmarkMenu(DetectPlayer());
     menus["MViewTrans"]->setEnabled(IsNtFamily() || host.WindowsCanFade);
-    if (commandLine.isEmpty()) {
-        // Reading the session file must not move the user out of the folder of the last session.
-        const auto unchanged = qScopeGuard([this, folder = CurrentDirectory()] {
-            PlaylistDirty = false;
-            SetCurrentDirectory(folder);
-        });
-        AddPath(SessionFile(), false);
-        ListView1_Click();
-    } else {
+    if (!commandLine.isEmpty())
         OpenCommandLine(commandLine);
-    }
+    // A list that gave nothing does not take the place of the last session's.
+    if (ListView1.Count() == 0)
+        RestoreRows();
     TipTimer.start(0);
+}
+
+void Main::RestoreRows()
+{
+    // Reading the session file must not move the user out of the folder of the last session.
+    const auto unchanged = qScopeGuard([this, folder = CurrentDirectory()] {
+        PlaylistDirty = false;
+        SetCurrentDirectory(folder);
+    });
+    AddPath(SessionFile(), false);
+    ListView1_Click();
 }
 
 void Main::TipTimer_Timer()

@@ -258,6 +258,8 @@ void Main::MViewRefresh_Click()
     NameStep(u"Refresh"_s);
     ListView1.Clear();
     LoadFileArrayToList();
+    for (int row = 1; row <= ListView1.Count(); ++row)
+        PlaylistDirty |= ListView1.Item(row).FullPath() != FileArray[row - 1];
     MEditSelNone_Click();
     Answer(u"Read "_s + CountedItems(ListView1.Count()) + u" again"_s);
 }

@@ -12,12 +12,12 @@ QStringList SplitLines(const QString &text)
     return lines;
 }
 
-bool WriteLinesToFile(const QString &path, const QStringList &lines)
+bool WriteLinesToFile(const QString &path, const QStringList &lines, TextForm form)
 {
     QString text;
     for (const QString &line : lines)
         text += line + u"\r\n"_s;
-    return WriteWholeFile(path, EncodeText(text));
+    return WriteWholeFile(path, form == TextForm::Utf8 ? text.toUtf8() : EncodeText(text));
 }
 
 bool ReadTextFile(const QString &path, QString &text)

@@ -13,8 +13,11 @@ QStringList SplitLines(const QString &text);
 template <typename Take>
 void ForEachLine(QStringView text, Take take);
 
+/// How a text file holds its characters: as EncodeText tells, or as UTF-8 without a mark on every host.
+enum class TextForm { HostPage, Utf8 };
+
 /// Replaces the file by the lines, each ended by CR LF. False, and the old file untouched, on any failure.
-bool WriteLinesToFile(const QString &path, const QStringList &lines);
+bool WriteLinesToFile(const QString &path, const QStringList &lines, TextForm form = TextForm::HostPage);
 /// Appends the lines of a text file as they stand. False on any failure.
 bool ReadLinesFromFile(QStringList &list, const QString &path);
 /// The whole text of a file; false on any failure.

@@ -1,3 +1,4 @@
+#include "media/FullData.h"
 #include "media/VorbisTag.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
@@ -113,6 +114,14 @@ private Q_SLOTS:
         QByteArray content;
         QVERIFY(ReadWholeFile(FromHostPath(QStringLiteral(TEST_DATA "/tagged.ogg")), content));
         QCOMPARE(Read(content), u"Vorbis header not found!"_s);
+        // With full data another reader takes its place, where it finds more.
+        SetFullData(true);
+        const QString fields = Read(content);
+        const QString damaged = Read(content.first(100));
+        const QString own = Read(Ogg({"TITLE=t"}));
+        SetFullData(false);
+        QCOMPARE(fields, u"Slow Harbour|The Lanterns|||2004||#0"_s);
+        QCOMPARE(damaged + own, u"Error processing file.t||||||#0"_s);
         // The same with the vendor text of an encoder of another year.
         const qsizetype vendor = content.indexOf("\3vorbis") + 7;
         content.replace(vendor, 4 + 52, Counted("Xiph.Org libVorbis I 20020717"));

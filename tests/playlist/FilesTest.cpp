@@ -5,6 +5,7 @@
 #include "playlist/M3UFile.h"
 #include "playlist/NamingFormat.h"
 #include "support/HostNames.h"
+#include "text/EntryFinder.h"
 #include "text/FileLists.h"
 #include "text/FolderWalk.h"
 #include "text/PathText.h"
@@ -102,6 +103,63 @@ private Q_SLOTS:
             const FileRecord record = AnalyseFile(read[i]);
             QCOMPARE(record.Folder + record.FileName, paths[i]);
             QCOMPARE(record.Size, i < missing ? 0 : 1);
+        }
+    }
+
+    void EntriesFindTheirFiles()
+    {
+        QVERIFY(EnsureFolder(In(u"Rock\\Abba"_s)) && EnsureFolder(In(u"Pop"_s)) && EnsureFolder(In(u"e\u0301"_s)));
+        for (const QString &name : {u"Rock\\Abba\\Mamma Mia.mp3"_s, u"Rock\\50% #1+.mp3"_s, u"Rock\\%41.mp3"_s,
+                                    u"Rock\\A.ogg"_s, u"e\u0301\\\u00E5.mp3"_s, u"Rock\\Gr\u00FC\u00DFe.mp3"_s})
+            MakeFile(name);
+        const QString address = QString::fromLatin1(ToUrl(In(u"Rock\\Abba\\Mamma Mia.mp3"_s)).toEncoded());
+        const bool differ = !PathExists(In(u"ROCK"_s));
+        const QString mamma = u"Rock\\Abba\\Mamma Mia.mp3"_s;
+        // The entry, what is found below the root; nothing where the names of another case are names of the file.
+        const std::pair<QString, QString> cases[] = {
+            {mamma, mamma},
+            {u"ROCK\\ABBA\\mamma mia.MP3"_s, differ ? mamma : u"ROCK\\ABBA\\mamma mia.MP3"_s},
+            {In(u"Rock\\Abba\\Mamma%20Mia.mp3"_s), mamma},
+            {u"Rock%2FAbba%5CMamma%20Mia.mp3"_s, mamma},
+            {u"Rock\\Abba\\Mamma%2"_s, QString()},
+            {u"Rock\\50% #1+.mp3"_s, u"Rock\\50% #1+.mp3"_s},
+            {u"Rock\\50%25%20%231+.mp3"_s, u"Rock\\50% #1+.mp3"_s},
+            {u"Rock\\50%%20#1+.mp3"_s, u"Rock\\50% #1+.mp3"_s},
+            {u"Rock\\%41.mp3"_s, u"Rock\\%41.mp3"_s},
+            {u"Rock\\%41.ogg"_s, u"Rock\\A.ogg"_s},
+            {u"Rock\\A%00.ogg"_s, QString()},
+            {u"Rock\\Gr%C3%BC%c3%9fe.mp3"_s, u"Rock\\Gr\u00FC\u00DFe.mp3"_s},
+            {u"Rock\\Gr%FC%DFe.mp3"_s, u"Rock\\Gr\u00FC\u00DFe.mp3"_s},
+            {u"\u00E9\\a\u030A.mp3"_s, u"e\u0301\\\u00E5.mp3"_s},
+            {address, mamma},
+            {u'\\' + QString(address).replace(u"file:///"_s, u"FILE://localhost/"_s), mamma},
+            {QString(address).replace(u"file:///"_s, u"file:/"_s).replace(u"%20"_s, u" "_s), mamma},
+            {u"http://host/Rock/A.ogg"_s, QString()},
+            {u"Rock"_s, u"Rock"_s},
+            {u"x:\\gone.mp3"_s, QString()},
+            {u"gone:\\gone.mp3"_s, QString()},
+            {u"a\\"_s.repeated(16000) + u"a.mp3", QString()},
+        };
+        for (const auto &[entry, found] : cases) {
+            EntryFinder finder;
+            const QString path = finder.Find(entry, root);
+            QVERIFY2(path == (found.isEmpty() ? found : In(found)), qPrintable(entry.left(80) + u" gave " + path));
+        }
+        if (!differ)
+            return;
+        // Of several spellings the exact one, else the first in the order of the folder; the file tells which folder.
+        QVERIFY(EnsureFolder(In(u"rock"_s)) && EnsureFolder(In(u"rOCK"_s)));
+        for (const QString &name : {u"rOCK\\b.mp3"_s, u"rOCK\\B.mp3"_s, u"rOCK\\e\u0301.wav"_s, u"rOCK\\\u00C9.wav"_s})
+            MakeFile(name);
+        EntryReader reader(root);
+        for (const auto &[entry, found] : {std::pair{u"rock\\b.mp3"_s, u"rOCK\\b.mp3"_s},
+                                           {u"ROCK\\b.MP3"_s, u"rOCK\\B.mp3"_s},
+                                           {u"ROCK\\a.OGG"_s, u"Rock\\A.ogg"_s},
+                                           {u"rOCK\\\u00E9.wav"_s, u"rOCK\\\u00C9.wav"_s},
+                                           {u"Rock\\gone.wav"_s, u"Rock\\gone.wav"_s}}) {
+            const FileRecord record = reader.Analyse(entry);
+            QCOMPARE(record.Folder + record.FileName, In(found));
+            QCOMPARE(record.Size, found.contains(u"gone"_s) ? 0 : 1);
         }
     }
 

@@ -74,7 +74,7 @@ private Q_SLOTS:
         // The list has gone by the time the file turns out to be empty; the caption stays.
         f.Prompts.ExpectPath({}, empty);
         f.Press("Ctrl+O");
-        QCOMPARE(f.Rows(), QString());
+        QVERIFY(f.Rows().isEmpty() && f.Window->PanelText(4) == QString(u"No items in "_s + empty));
         QCOMPARE(f.Window->windowTitle(), title + list);
         f.AddRows({1});
         for (const char *keys : {"Ctrl+X", "Ctrl+N"}) {
@@ -218,6 +218,57 @@ private Q_SLOTS:
         QCOMPARE(f.Read(u"again.m3u"_s), lines);
     }
 
+    void PlaylistsOfOtherProgramsOpen()
+    {
+        MainFixture f;
+        f.Settings[u"SSE/V"_s] = u"1"_s;
+        const QString cyrillic = u"Music\\\u041C\u0438\u0440.wma"_s;
+        const QString list = f.Write(u"l.M3U8"_s, "Music/a%20b.wma\r\n" + ToPlaylistLine(cyrillic).toUtf8() +
+                                                      "\r\n\"file\".wma\r\nQ:\\c.wma\r\nW:d.wma\n");
+        f.Write(u"Music\\a b.wma"_s, "1");
+        f.Write(cyrillic, "22");
+        f.Write(u"notes.txt"_s, "a.wma\r\n");
+        f.Window->RestoreSession(list);
+        const auto restart = [&](const QString &commandLine) {
+            f.Window->close();
+            f.Restart();
+            f.Window->RestoreSession(commandLine);
+            return QString(f.Rows() + u'|' + f.Window->PanelText(4));
+        };
+        QCOMPARE(f.Window->PanelText(4), u"Drives q:, w: are not there"_s);
+        QCOMPARE(f.Window->PanelText(3), u"9 Bytes"_s);
+        // What gives no items does not take the place of the session's list.
+        const QString rows = f.Rows();
+        QCOMPARE(restart(f.Inside(u"notes.txt"_s)), rows + u"|No items in " + f.Inside(u"notes.txt"_s));
+        QCOMPARE(restart(f.Inside(u"Music"_s)), u"a b \u041C\u0438\u0440|"_s);
+        // The names of the disk are saved, in this form on every host.
+        f.Prompts.ExpectPath(f.Inside(u"Music\\Music.m3u"_s), f.Inside(u"Music\\out.m3u8"_s));
+        f.Trigger("MFileSaveRel");
+        QCOMPARE(f.Read(u"Music\\out.m3u8"_s), "a b.wma\r\n" + cyrillic.sliced(6).toUtf8() + "\r\n");
+        f.Prompts.ExpectPath({}, f.Inside(u"Music\\out.m3u8"_s));
+        f.Trigger("MFileImport");
+        QVERIFY(f.Window->PanelText(1) == u"Total: 4"_s && f.Window->PanelText(4) == u"Added 2 items"_s);
+        f.Prompts.ExpectPath({}, f.Inside(u"notes.txt"_s));
+        f.Trigger("MFileImport");
+        QCOMPARE(f.Window->PanelText(4), u"No items in "_s + f.Inside(u"notes.txt"_s));
+        // A row finds its file when it has got another spelling since; that is a change. So does a typed address.
+        f.Window->PlaylistDirty = false;
+        f.Trigger("MFileNew");
+        f.Prompts.ExpectPath(u"Select Folder..."_s,
+                             QString::fromLatin1(ToUrl(f.Inside(u"Music\\a b.wma"_s)).toEncoded()));
+        f.Trigger("MEditAddDir");
+        QCOMPARE(f.Rows(), u"A B"_s);
+        f.Trigger("MEditSelNone");
+        f.Window->AddFile(f.Inside(u"e\u0301.wma"_s), 0);
+        f.Window->PlaylistDirty = false;
+        f.Trigger("MViewRefresh");
+        QVERIFY(!f.Window->PlaylistDirty);
+        f.Write(u"\u00E9.wma"_s, "1");
+        f.Trigger("MViewRefresh");
+        QCOMPARE(f.Rows(), u"a b \u00E9"_s);
+        QVERIFY(f.Window->PlaylistDirty);
+    }
+
     void StopsAtTheLastRow()
     {
         MainFixture f;
@@ -293,6 +344,7 @@ private Q_SLOTS:
         Q_EMIT f.Window->View()->FilesDropped({f.Write(u"d.wma"_s, "1"), f.Inside(u"tree\\notes.txt"_s),
                                                f.Write(u"l.m3u"_s, "tree/b.wma\r\ngone.mp3\r\n")});
         QCOMPARE(f.Rows(), u"a b c d B GONE"_s);
+        QCOMPARE(f.Window->PanelText(4), u"Added 3 items; No items in "_s + f.Inside(u"tree\\notes.txt"_s));
         QCOMPARE(f.Window->PanelText(1), u"2 Items"_s);
 
         f.Window->AddPath(f.Write(u"self.m3u"_s, "self.m3u\r\ntree\r\n"), false);

@@ -140,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(menus.join(u' '),
                  u"MEdit 24 0 MEditPlay 4 0 MEditSeMark 3 0 MEditSel 11 0 MFile 11 0 MFileRec 9 0 MHelp 4 0 "
                  u"MHidOption 4 0 MHidOptionColumns 11 9 MHidOptionMenu 1 1 MHidOptionTable 3 0 MHidOptionTableBC 2 1 "
-                 u"MHidOptionTableFC 2 1 MHidOptionTableFont 2 1 MHidOptionToolbar 2 2 MTools 10 1 MToolsShortCut 6 0 "
+                 u"MHidOptionTableFC 2 1 MHidOptionTableFont 2 1 MHidOptionToolbar 2 2 MTools 12 2 MToolsShortCut 6 0 "
                  u"MToolsWinamp 3 0 MToolsWizards 3 0 MView 13 2 MViewSort 10 0 MViewTrans 11 11"_s);
         QCOMPARE(f.Window->menuBar()->actions().size(), 5);
         // The command of a tool that is not there is grey.

@@ -1,3 +1,5 @@
+#include "media/FullData.h"
+#include "platform/Drives.h"
 #include "session/ProgramName.h"
 #include "support/FormDriver.h"
 
@@ -32,6 +34,81 @@ class SideToolsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void DrivesGetTheirFolders()
+    {
+        FormDriver d;
+        MainFixture &f = d.F;
+        if (!CanMapDrives())
+            QSKIP("The drives of this host are its own.");
+        const auto restored = qScopeGuard([] { SetDriveMappings({}); });
+        f.Write(u"1\\Rock\\a.wma"_s, "1");
+        f.Window->AddPath(f.Write(u"l.m3u"_s, "B:\\rock\\A.wma\nb:\\rock\\gone.wma\nZ:\\x.wma\n"), false);
+        d.OpenTool("MToolsDrives", "frmDrives", {});
+        const auto state = [&] {
+            return QString(d.Cells("lstDrives").join(u' ') + u'|' + d.Text("lblItems") +
+                           (d.Enabled("cmdSet") ? u"|set" : u"") + (d.Enabled("cmdRemove") ? u"|remove" : u""));
+        };
+        // The drive that the list misses stands chosen.
+        QCOMPARE(state(), u"z:|/|b: 0 of 2 items found"_s);
+        d.Enter("txtFolder", u"1"_s);
+        QCOMPARE(state(), u"z:|/|b: 0 of 2 items found"_s);
+        f.Prompts.ExpectPath(u"Select Folder..."_s, f.Inside(u"1"_s));
+        d.Click("cmdBrowse");
+        QCOMPARE(state(), u"z:|/|b: 1 of 2 items found|set"_s);
+        d.Click("cmdSet");
+        const QString folder = ToHostPath(f.Inside(u"1"_s));
+        QCOMPARE(d.Cells("lstDrives"), (QStringList{u"b:|"_s + folder + u'/', u"z:|/"_s}));
+        QCOMPARE(f.Rows(), u"a gone x"_s);
+        QCOMPARE(f.Window->ListView1.Item(1).FullPath(), u"b:\\Rock\\a.wma"_s);
+        QVERIFY(f.Window->PlaylistDirty);
+        d.Choose("cmbLetter", 2);
+        QCOMPARE(d.Text("lblItems"), u"c: 0 of 0 items found"_s);
+        d.SelectRow("lstDrives", 0);
+        QVERIFY(state().endsWith(u"|b: 1 of 2 items found|set|remove"_s) && d.Text("txtFolder") == folder + u'/');
+        d.Click("cmdRemove");
+        QCOMPARE(d.Cells("lstDrives"), QStringList{u"z:|/"_s});
+        QVERIFY(f.Window->ListView1.Item(1).Ghosted && f.Settings[u"Drives/b"_s].isEmpty());
+        d.Click("cmdClose");
+        QVERIFY(!d.Form->isVisible());
+    }
+
+    void FullDataOfAllKinds()
+    {
+        FormDriver d;
+        MainFixture &f = d.F;
+        const auto restored = qScopeGuard([] { SetFullData(false); });
+        for (const char *data :
+             {"tagged-utf8.ogg", "tagged.wma", "stereo-16bit.wav", "mono-8bit.wav", "cbr128-mpeg1-joint-info.mp3"})
+            d.TakeData(QLatin1StringView(data), data);
+        const QByteArray ogg = f.Read(u"tagged-utf8.ogg"_s);
+        f.Window->AddFile(f.Write(u"cut.ogg"_s, ogg.first(100)), 0);
+        f.Window->AddFile(f.Write(u"other.wma"_s, ogg), 0);
+        f.Window->AddFile(f.Write(u"empty.wav"_s, {}), 0);
+        const auto rows = [&] {
+            QString texts;
+            for (int row = 1; row <= f.Window->ListView1.Count(); ++row) {
+                for (const int column : {ColumnTime, ColumnBitrate, ColumnSamplerate, ColumnMode})
+                    texts += f.Window->ListView1.CellText(row, column) + (column == ColumnMode ? u'\n' : u'|');
+            }
+            return texts;
+        };
+        const QString mp3 = u"0:02|128 Kbit|44100 Hz|Joint Stereo\n"_s;
+        const QString plain = u"0:00|||\n"_s;
+        QCOMPARE(rows(), plain.repeated(4) + mp3 + plain.repeated(3));
+        f.Trigger("MToolsFullData");
+        const QString stereo = u"0:02|23 Kbit|22050 Hz|Stereo\n"_s;
+        QCOMPARE(rows(), stereo + u"0:03|48 Kbit|22050 Hz|Stereo\n0:01|353 Kbit|11025 Hz|Stereo\n"_s +
+                             u"0:02|64 Kbit|8000 Hz|Single Channel\n"_s + mp3 + plain + stereo + plain);
+        QCOMPARE(f.Settings[u"Options/Full Data"_s], u"1"_s);
+        // It is kept, and the next start says so.
+        SetFullData(false);
+        f.Restart();
+        f.Window->RestoreSession({});
+        QVERIFY(f.Window->Command("MToolsFullData")->isChecked() && FullData());
+        f.Trigger("MToolsFullData");
+        QVERIFY(f.Settings[u"Options/Full Data"_s] == u"0"_s && !FullData());
+    }
+
     void ExchangesBookmarks()
     {
         FormDriver d;

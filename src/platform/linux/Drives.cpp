@@ -114,6 +114,11 @@ void SetDriveMappings(const QMap<QChar, QString> &mappings)
     KnownDirectory().clear();
 }
 
+bool CanMapDrives()
+{
+    return true;
+}
+
 QStringList DriveLetters()
 {
     QStringList letters;

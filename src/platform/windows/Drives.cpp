@@ -29,6 +29,11 @@ void SetDriveMappings(const QMap<QChar, QString> &)
     // The drives of this host are its own.
 }
 
+bool CanMapDrives()
+{
+    return false;
+}
+
 QStringList DriveLetters()
 {
     // A drive without a disk is passed over in silence.
