@@ -214,6 +214,9 @@ private Q_SLOTS:
         SelectNone(grid);
         grid.AddSelectedAgain(1);
         QCOMPARE(grid.Count(), Grid::MaxRows - 1);
+        grid.Reselect([](int row, const PlaylistItem &) { return row == 7; });
+        grid.AddSelectedAgain(1);
+        QCOMPARE(grid.Count(), int(Grid::MaxRows));
     }
 
     void MarksNeverReplaceMissing()

@@ -393,9 +393,20 @@ private Q_SLOTS:
         };
         const QImage before = rows->grab().toImage();
         const auto isMarked = [&] { return rows->grab().toImage() != before; };
+        // Two pixels high, with hooks at its ends.
+        const GridView *view = f.Window->View();
+        const auto hasLine = [&](int y) {
+            const QImage picture = rows->grab().toImage();
+            const auto isDrawn = [&](int x, int dy) {
+                return picture.pixelColor(x, y + dy) == view->palette().color(QPalette::Text);
+            };
+            return !isDrawn(205, -2) && isDrawn(205, -1) && isDrawn(205, 0) && !isDrawn(205, 1) && !isDrawn(0, -5) &&
+                   isDrawn(0, -4) && isDrawn(0, 3) && !isDrawn(0, 4) && isDrawn(rows->width() - 1, 3);
+        };
         // Out of the list, and over the rows themselves.
         Drag(
-            f, 2, upperHalf(5), {}, [&] { QVERIFY(isMarked()); }, true);
+            f, 2, upperHalf(5), {}, [&] { QVERIFY(hasLine(view->visualRect(f.Window->ListView1.index(4, 0)).top())); },
+            true);
         QVERIFY(!isMarked());
         QVERIFY(f.Rows() == u"a B c D e" && f.Undoable().isEmpty() && !f.Window->PlaylistDirty);
         f.Select({2, 3});
@@ -410,7 +421,8 @@ private Q_SLOTS:
              upperHalf(4) + QPoint(0, f.Window->View()->visualRect(f.Window->ListView1.index(0, 0)).height() - 4));
         QCOMPARE(f.Rows(), u"a c B D e"_s);
         // Below the last row, and with Ctrl once more.
-        Drag(f, 3, QPoint(50, rows->height() - 40));
+        Drag(f, 3, QPoint(50, rows->height() - 40), {},
+             [&] { QVERIFY(hasLine(view->visualRect(f.Window->ListView1.index(4, 0)).bottom() + 1)); });
         QCOMPARE(f.Rows(), u"a c e B D"_s);
         f.Window->PlaylistDirty = false;
         Drag(f, 4, upperHalf(2), Qt::ControlModifier);
