@@ -6,6 +6,7 @@
 #include "session/Main.h"
 #include "session/PaintPace.h"
 #include "tageditor/SetAttributes.h"
+#include "text/FormatText.h"
 #include "text/PathText.h"
 
 #include "ui_Id3Info.h"
@@ -157,6 +158,8 @@ bool Id3Info::Update()
     main.RefreshRows(SelectedIndexes, SelectedPaths);
     TellFailures(reasons);
     Form_Activate();
+    const qsizetype updated = SelectedPaths.size() - reasons.size();
+    main.Answer(GroupedDigits(updated) + (updated == 1 ? u" file updated" : u" files updated"));
     return reasons.isEmpty();
 }
 
