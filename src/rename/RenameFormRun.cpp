@@ -3,6 +3,7 @@
 #include "session/Hourglass.h"
 #include "session/LongRun.h"
 #include "session/Main.h"
+#include "text/FormatText.h"
 #include "text/PathText.h"
 
 #include "ui_RenameForm.h"
@@ -108,6 +109,7 @@ void RenameForm::FinishRun(const RenameOutcome &outcome)
     if (done < selected)
         report += u", ended after %1 of %2"_s.arg(done).arg(selected);
     Report(report);
+    main.Answer(GroupedDigits(outcome.Changed) + (outcome.Changed == 1 ? u" file renamed" : u" files renamed"));
     ui->cmdUndo->setEnabled(outcome.Changed > 0);
     if (outcome.Changed > 0)
         main.PlaylistDirty = true;

@@ -219,6 +219,7 @@ private Q_SLOTS:
         QCOMPARE(r.Process(), u"Done: 2/3 Items were Processed +Undo"_s);
         QCOMPARE(r.Names() + r.Disk(), renamed + u"A 1.mp3=a_1.MP3|b_2.mp3|C 3.mp3|D 4.mp3=d_4.mp3"_s);
         QVERIFY(r.F.Window->PlaylistDirty && r.Ticked("Warning") && r.F.Undoable().isEmpty());
+        QCOMPARE(r.F.Window->PanelText(4), u"2 files renamed"_s);
         r.Click("AllowOnce");
         r.Click("Delay");
         r.Click("Delay");
