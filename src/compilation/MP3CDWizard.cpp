@@ -225,7 +225,7 @@ void MP3CDWizard::BrowseImageLoc_Click()
         ui->CDROMLoc->setEditText(RemoveText(*folder, root));
     else
         main.World().Prompts.Message(
-            {u"The build folder must be a sub-folder of the Root given..."_s, PromptIcon::Information});
+            {u"The build folder must be a sub-folder of the Root specified..."_s, PromptIcon::Information});
 }
 
 void MP3CDWizard::OpenImageLoc_Click()

@@ -78,7 +78,7 @@ private Q_SLOTS:
         w.ClickAndGive("BrowseAssembleLoc", u"Select Folder..."_s, w.Root.chopped(1));
         w.ClickAndGive("BrowseImageLoc", u"Select Folder..."_s, QString(w.Folder + u"\\sub"));
         w.F.Prompts.ExpectPath(u"Select Folder..."_s, w.F.Folder);
-        w.ClickAndRead("BrowseImageLoc", u"The build folder must be a sub-folder of the Root given..."_s);
+        w.ClickAndRead("BrowseImageLoc", u"The build folder must be a sub-folder of the Root specified..."_s);
         QCOMPARE(w.Text("AssembleLoc") + w.Text("CDROMLoc"), QString(w.Folder + u"\\sub"));
         w.Enter("CDROMLoc", QString(229, u'x'));
         QTest::keyClicks(w.At("CDROMLoc"), u"\\/:yz\b"_s);
