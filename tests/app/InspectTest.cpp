@@ -304,10 +304,10 @@ private Q_SLOTS:
         world.Write("../home/Vantrel Playlist Editor20.ini", "[Drives]\nd=" + world.Temporary.path().toUtf8() + '\n');
         world.Write("one.wma", "12345");
         world.Write("list.m3u", "D:\\music\\one.wma\r\n");
-        const auto before = world.Tree();
         const QByteArrayList rows = world.Inspect({u"list.m3u"_s}).RowLines();
         QCOMPARE(rows, QByteArrayList{"one.wma\t0:00\t5 Bytes\td:\\music\\\t\t\t\t\t\t0\t5\t1\t1"});
-        QCOMPARE(world.Tree(), before);
+        world.Write("list.m3u", "one.wma\r\n");
+        QCOMPARE(world.Inspect({u"list.m3u"_s}).RowLines(), rows);
     }
 
     void ListsTheDemo()

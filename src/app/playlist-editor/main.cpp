@@ -17,9 +17,9 @@ int main(int argc, char **argv)
     QApplication::setDesktopFileName(u"vantrel-playlist-editor"_s);
     QApplication::setWindowIcon(Icon("app"_L1));
 
-    const QString commandLine = PathOfCommandLine(ProgramArguments(argc, argv));
     const Host host = QtHost(ApplicationName());
     LoadDriveMappings(host.Settings);
+    const QString commandLine = PathOfCommandLine(ProgramArguments(argc, argv));
     Main window(host, Tools());
     SplashFrm splash([&] {
         window.show();

@@ -311,7 +311,8 @@ int main(int argc, char **argv)
     window.resize(request->Window.isEmpty() && request->Size ? *request->Size : QSize(1000, 640));
     if (request->Compact)
         window.MViewCompact_Click();
-    window.Run([&] { window.OpenCommandLine(request->Path); });
+    // The path was read before the drives were known.
+    window.Run([&] { window.OpenCommandLine(FromHostBytes(ToHostBytes(request->Path))); });
     if (request->LastRow > 0)
         SelectRows(window, request->FirstRow, request->LastRow);
     if (!PrintPlaylist(window))
