@@ -241,7 +241,7 @@ void Main::MEditAddDir_Click()
 
 void Main::MEditAddFiles_Click()
 {
-    const QString types = FileTypes().join(u';') + u";*.m3u"_s;
+    const QString types = FileTypes().join(u';') + u";*.m3u;*.m3u8"_s;
     const QStringList paths = host.Prompts.OpenFiles(
         {u"Add Files"_s, u"Audio Files and Playlists (%1)|%1|All Files (*.*)|*.*|"_s.arg(types), {}, {}});
     if (!paths.isEmpty())
