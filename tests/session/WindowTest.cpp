@@ -484,7 +484,7 @@ private Q_SLOTS:
         QCOMPARE(f.Rows(), u"x \u00e4 B"_s);
 
         const QString filter =
-            u"Audio Files and Playlists (%1)|%1|All Files (*.*)|*.*|"_s.arg(u"*.mp3;*.wav;*.ogg;*.wma;*.m3u"_s);
+            u"Audio Files and Playlists (%1)|%1|All Files (*.*)|*.*|"_s.arg(u"*.mp3;*.wav;*.ogg;*.wma;*.m3u;*.m3u8"_s);
         f.Prompts.ExpectPaths(filter, {});
         f.Trigger("MEditAddFiles");
         f.Prompts.ExpectPaths(filter, {f.Inside(u"a.wma"_s), f.Inside(u"c.wma"_s)});
