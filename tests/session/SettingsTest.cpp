@@ -1,5 +1,6 @@
 #include "support/FormDriver.h"
 
+#include "media/FullData.h"
 #include "session/FormLayout.h"
 #include "session/LongRun.h"
 
@@ -165,6 +166,42 @@ private Q_SLOTS:
         QCOMPARE(f.Rows(), u"b"_s);
         QVERIFY(!f.Window->PlaylistDirty);
         QCOMPARE(f.Window->windowTitle(), u"[Vantrel] M3U Playlist Editor v2.0 "_s);
+    }
+
+    void FullDataIsReadAndKept()
+    {
+        FormDriver d;
+        MainFixture &f = d.F;
+        const auto restored = qScopeGuard([] { SetFullData(false); });
+        for (const char *data :
+             {"tagged-utf8.ogg", "tagged.wma", "stereo-16bit.wav", "mono-8bit.wav", "cbr128-mpeg1-joint-info.mp3"})
+            d.TakeData(QLatin1StringView(data), data);
+        const QByteArray ogg = f.Read(u"tagged-utf8.ogg"_s);
+        for (const auto &[name, content] : {std::pair{u"cut.ogg"_s, ogg.first(100)}, {u"other.wma"_s, ogg}})
+            f.Window->AddFile(f.Write(name, content), 0);
+        const auto rows = [&f] {
+            QStringList texts;
+            for (int row = 1; row <= f.Window->ListView1.Count(); ++row) {
+                for (const int column : {ColumnTime, ColumnBitrate, ColumnSamplerate, ColumnMode})
+                    texts.append(f.Window->ListView1.CellText(row, column));
+            }
+            return texts.join(u'|');
+        };
+        const QString mp3 = u"|0:02|128 Kbit|44100 Hz|Joint Stereo"_s;
+        QCOMPARE(rows(), QString(u"0:00|||" + u"|0:00|||"_s.repeated(3) + mp3 + u"|0:00|||"_s.repeated(2)));
+        f.Trigger("MToolsFullData");
+        const QString stereo = u"0:02|23 Kbit|22050 Hz|Stereo"_s;
+        QCOMPARE(rows(), QString(stereo +
+                                 u"|0:03|48 Kbit|22050 Hz|Stereo|0:01|353 Kbit|11025 Hz|Stereo"
+                                 u"|0:02|64 Kbit|8000 Hz|Single Channel" +
+                                 mp3 + u"|0:00||||" + stereo));
+        // It is kept, and the next start says so.
+        SetFullData(false);
+        f.Restart();
+        f.Window->RestoreSession({});
+        QVERIFY(f.Window->Command("MToolsFullData")->isChecked() && FullData());
+        f.Trigger("MToolsFullData");
+        QVERIFY(f.Settings[u"Options/Full Data"_s] == u"0"_s && !FullData());
     }
 
     void WindowComesBackOntoAScreen()
