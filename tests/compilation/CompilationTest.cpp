@@ -56,14 +56,6 @@ struct Wizard : FormDriver {
 
 const QString first = u"CDROMLoc BrowseImageLoc CmdNext"_s;
 const QString steps = u"CmdBack CmdNext"_s;
-
-QPixmap RedHalf()
-{
-    QPixmap picture(100, 100);
-    picture.fill(Qt::transparent);
-    QPainter(&picture).fillRect(0, 0, 50, 100, Qt::red);
-    return picture;
-}
 } // namespace
 
 class CompilationTest : public QObject
@@ -167,6 +159,7 @@ private Q_SLOTS:
         // A file with nothing to say is not written.
         QCOMPARE(w.Listed(), "a b.wma playlist.m3u"_ba);
         w.Next(3);
+        w.Click("chkAutoIcon");
         QCOMPARE(w.After("chkCreateAutorun"), QString(browser + steps));
         QVERIFY(DeleteFile(w.Folder + u"\\playlist.m3u"_s) && DeleteFile(w.Browser));
         w.Next(5);
@@ -242,9 +235,12 @@ private Q_SLOTS:
     void Icons()
     {
         Wizard w;
+        QPixmap half(100, 100);
+        half.fill(Qt::transparent);
+        QPainter(&half).fillRect(0, 0, 50, 100, Qt::red);
         QBuffer png;
-        RedHalf().save(&png, "PNG");
-        const QByteArray icon = IconFileContent(RedHalf()) + "tail";
+        half.save(&png, "PNG");
+        const QByteArray icon = IconFileContent(half) + "tail";
         const QString own = w.F.Write(u"own.ICO"_s, icon);
         const auto choose = [&w](const std::optional<QString> &path) {
             QTest::keyClick(w.At("IconChooser"), Qt::Key_End);
@@ -275,9 +271,11 @@ private Q_SLOTS:
         w.Next(3);
         QVERIFY(w.Picture() == eighth && w.Text("IconChooser") == u"8");
 
-        // Four entries; the last one is a PNG. The lowest row of 16 pixels, and the first row of the mask.
+        // Four entries, which are read back. A header, the lowest row of 16 pixels, and the first row of the mask.
         QCOMPARE(icon.first(22), QByteArray("\0\0\1\0\4\0\x10\x10\0\0\1\0\x20\0\x68\4\0\0\x46\0\0\0", 22));
-        QCOMPARE(QImage::fromData(icon.mid(icon.indexOf("\x89PNG"))).size(), QSize(256, 256));
+        QCOMPARE(ReadDiscPicture(w.F.Write(u"icon.ico"_s, icon)).Picture.availableSizes(),
+                 QList<QSize>({{16, 16}, {32, 32}, {48, 48}, {256, 256}}));
+        QCOMPARE(icon.mid(70, 16), QByteArray("\x28\0\0\0\x10\0\0\0\x20\0\0\0\1\0\x20\0", 16));
         QCOMPARE(icon.mid(70 + 40, 4) + icon.mid(70 + 40 + 60, 4), QByteArray("\0\0\xFF\xFF\0\0\0\0", 8));
         QCOMPARE(icon.mid(70 + 40 + 1024, 4), QByteArray("\0\xFF\0\0", 4));
     }
@@ -290,8 +288,11 @@ private Q_SLOTS:
         QVERIFY(large.open(QIODevice::WriteOnly));
         constexpr qint64 most = 104857600 - 1048576 - 3;
         using enum CompilationState;
-        const std::tuple<qint64, int, CompilationState> cases[] = {
-            {most - 1, 0, Fits}, {most, 0, TooLarge}, {2147483647, 0, Unknown}, {0, 10, Unknown}};
+        const std::tuple<qint64, int, CompilationState> cases[] = {{most - 1, 0, Fits},
+                                                                   {most, 0, TooLarge},
+                                                                   {2147483644, 0, TooLarge},
+                                                                   {2147483645, 0, Unknown},
+                                                                   {0, 10, Unknown}};
         for (const auto &[size, disc, state] : cases)
             QVERIFY(large.resize(size) && CheckCompilationFiles(w.Folder, disc).State == state);
         w.Choose("ImSize", 15);
