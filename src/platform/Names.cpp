@@ -31,6 +31,25 @@ inline char16_t Folded(char16_t unit)
     return unit < 0x80 ? AsciiFolds[unit] : static_cast<char16_t>(QChar::toCaseFolded(static_cast<char32_t>(unit)));
 }
 
+constexpr std::ptrdiff_t BlockUnits = 4;
+
+/// Four code units with their case folded, as the memory holds them. Nearly all are ASCII, and then folded at once.
+quint64 FoldedBlock(const char16_t *units)
+{
+    constexpr quint64 each = 0x0001000100010001U;
+    quint64 block = 0;
+    std::memcpy(&block, units, sizeof block);
+    if ((block & each * 0xFF80U) == 0) {
+        const quint64 fromA = block + each * (0x80U - 'A');
+        const quint64 behindZ = block + each * (0x80U - 'Z' - 1);
+        return block | (fromA & ~behindZ & each * 0x80U) >> 2;
+    }
+    std::array<char16_t, BlockUnits> folded;
+    std::transform(units, units + BlockUnits, folded.begin(), Folded);
+    std::memcpy(&block, folded.data(), sizeof block);
+    return block;
+}
+
 bool HasWildcard(QStringView mask)
 {
     return mask.contains(u'*') || mask.contains(u'?');
@@ -96,9 +115,13 @@ QString FoldedName(QStringView name)
 quint64 FoldedHash(QStringView name)
 {
     quint64 hash = 14695981039346656037U;
-    for (qsizetype i = 0; i < name.size(); i += 4)
-        hash = (hash ^ FoldedPiece(name, i)) * 1099511628211U;
-    return hash;
+    const char16_t *unit = name.utf16();
+    const char16_t *const end = unit + name.size();
+    for (; end - unit >= BlockUnits; unit += BlockUnits)
+        hash = (hash ^ FoldedBlock(unit)) * 1099511628211U;
+    std::array<char16_t, BlockUnits> rest{};
+    std::copy(unit, end, rest.begin());
+    return (hash ^ FoldedBlock(rest.data())) * 1099511628211U;
 }
 
 bool NameBefore(QStringView left, QStringView right)

@@ -1,3 +1,4 @@
+#include "platform/Names.h"
 #include "platform/PlatformTests.h"
 
 #include <QTest>
@@ -82,6 +83,9 @@ private Q_SLOTS:
         QCOMPARE(IdentifyFolder(In(u"x"_s)), IdentifyFolder(In(u"x\\y\\..\\"_s)));
         QVERIFY(IdentifyFolder(In(u"x"_s)) != IdentifyFolder(In(u"x\\y"_s)));
         QVERIFY(IdentifyFolder(folder).Valid && !IdentifyFolder(In(u"x\\file"_s)).Valid);
+        // Equal for names that differ in case alone, the letters' neighbours being none.
+        QCOMPARE(FoldedHash(u"@AZ[`az{ \u00C4b"), FoldedHash(u"@aZ[`AZ{ \u00E4B"));
+        QVERIFY(FoldedHash(u"@AZ[") != FoldedHash(u"`az{") && FoldedHash(u"abcd") != FoldedHash(u"abc"));
         QVERIFY((FileAttributes(folder) & AttributeDirectory) != 0);
         QVERIFY(HoldsUserFiles(folder) && !HoldsUserFiles(In(u"gone"_s)));
     }
