@@ -274,8 +274,11 @@ document.title += [...document.links].map(fetched) + ' ' + document.querySelecto
         files.append(w.F.Inside(u"夜🎵.mp3"_s));
         page = "\xEF\xBB\xBF" + page + row.replace("@", "夜🎵") + foot;
         QVERIFY(w.Report(files) == page);
-        // What cannot be written leaves the old file.
+        // What cannot be written, and what the user stops, leaves the old file.
         const QString old = w.F.Write(u"old.htm"_s, "old");
+        w.Run.Stopped = [] { return true; };
+        QCOMPARE(w.Report(files, u"old.htm"_s), "old"_ba);
+        w.Run.Stopped = [] { return false; };
         SetFileAttributes(old, AttributeReadOnly);
         QCOMPARE(w.Report({}, u"old.htm"_s), "old"_ba);
         SetFileAttributes(old, AttributeNormal);
