@@ -67,8 +67,7 @@ private Q_SLOTS:
         w.Undo(PromptAnswer::Yes);
         w.F.Write(u"a\\2y\\all.m3u"_s, "new");
         w.Undo(PromptAnswer::Yes);
-        QVERIFY(
-            w.Report().contains(u"Could not Delete file: ~\\a\\1x\\all.m3u|Could not Delete file: ~\\a\\2y\\all.m3u"));
+        QVERIFY(w.Report().contains(u"~\\a\\1x\\all.m3u|Could not Delete file: ~\\a\\2y\\all.m3u|PROCESS COMPLETE!"));
         QVERIFY(w.Report().contains(u"|0 Files deleted OK|2 Files could") && w.Lines(u"a\\2y\\all.m3u"_s) == "new");
     }
 
@@ -84,9 +83,9 @@ private Q_SLOTS:
         w.Next(4);
         // The root's own playlist is written once.
         const QString own = u"a\\a-"_s + w.F.Folder.section(u'\\', -1) + u".m3u"_s;
-        QCOMPARE(w.Report(14), QString(u"> - ~\\a\\2y-a.m3u|> - ~\\" + own +
-                                       u"|PROCESS COMPLETE!|5 Files Requested|"
-                                       "5 Files written OK|0 Files could not be created"));
+        const QString counts =
+            u"|PROCESS COMPLETE!|5 Files Requested|5 Files written OK|0 Files could not be created"_s;
+        QCOMPARE(w.Report(14), QString(u"> - ~\\a\\2y-a.m3u|> - ~\\" + own + counts));
         QCOMPARE(w.Lines(own), "4.wma|");
 
         // One name for all is a clash in the root, and nothing is written.
@@ -107,9 +106,8 @@ private Q_SLOTS:
         // No root: the mode falls back. A folder that comes back clashes with itself, and one that is gone is left out.
         w.Click("RootFolderOnly");
         w.Next(4);
-        QVERIFY(w.Report(1).startsWith(
-            u"Could not parse Root Folder, Changing mode...|Set mode: Create M3Us in Base folder "
-            "only...|Building a list of files to be created...|~\\a\\1x\\1x-a.m3u|"));
+        QVERIFY(w.Report(2).startsWith(u"Set mode: Create M3Us in Base folder only...|"
+                                       "Building a list of files to be created...|~\\a\\1x\\1x-a.m3u|"));
         QVERIFY(w.Report(9).startsWith(u"Searching for duplicates...|Duplicate Filenames found...|PROCESS FAILED!"));
         w.Next(1);
         w.At<TickList>("lstPaths")->TickAll(false);
