@@ -1,4 +1,5 @@
 #include "media/MP3File.h"
+#include "platform/CodePage.h"
 #include "reports/WriteReport.h"
 #include "support/FormDriver.h"
 #include "support/HostNames.h"
@@ -335,10 +336,10 @@ document.title += [...document.links].map(fetched) + ' ' + document.querySelecto
             "<td bgcolor=#EEEEEE><font face='Webdings' size='6'><a href=sub/two.wma>X</a>~</tr>\r\n\r\n"
             "<tr><td colspan=3>@2 Items page created 03:04:05 [01-02-2026]</font></td></tr>\r\n"
             "</table></center></body></html>\r\n";
-        QCOMPARE(QString::fromUtf8(w.F.Read(u"kept.htm"_s)), QString(page)
-                                                                 .replace(u'@', u"<font face='%1' size='4'>"_s)
-                                                                 .replace(u"%1"_s, AnyFamily().left(20))
-                                                                 .replace(u'~', u"</font></td>\r\n"_s));
+        QCOMPARE(DecodeText(w.F.Read(u"kept.htm"_s)), QString(page)
+                                                          .replace(u'@', u"<font face='%1' size='4'>"_s)
+                                                          .replace(u"%1"_s, AnyFamily().left(20))
+                                                          .replace(u'~', u"</font></td>\r\n"_s));
         QCOMPARE(w.Text("lblReport"), u"Done: Report Generator. Click 'Next>' to restart..."_s);
         QVERIFY(w.At("CmdClose")->hasFocus() && w.At("ProgressBar1")->property("value") == 0);
         QCOMPARE(w.At("ProgressBar1")->property("maximum"), 2);
@@ -369,8 +370,8 @@ document.title += [...document.links].map(fetched) + ' ' + document.querySelecto
         w.F.Prompts.ExpectPath(w.F.Inside(u"My Music\\playlist.txt"_s), w.F.Inside(u"kept.txt"_s));
         w.Go("CmdNext", 4);
         QCOMPARE(w.F.Read(u"kept.txt"_s),
-                 u"My Music\r\nTwo\r\nlines ü\r\n\r\nFileName:::ID:::Link:::\r\n\r\nOne::::::\r\nTwo::::::\r\n\r\n"_s
-                     .toUtf8());
+                 EncodeText(u"My Music\r\nTwo\r\nlines ü\r\n\r\nFileName:::ID:::Link:::\r\n\r\nOne::::::\r\n"
+                            u"Two::::::\r\n\r\n"_s));
         QCOMPARE(w.F.ShellCalls, QStringList{u"open "_s + w.F.Inside(u"app\\tmp.txt"_s)});
         w.Go("CmdNext", 1);
         QCOMPARE(w.Shown, u"0> 1<> 3<> 4<> 3<> 1<> 0> 0> 1<> 3<> 4<> 4 4 4> 0> "_s);
