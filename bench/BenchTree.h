@@ -7,8 +7,8 @@
 
 // Trees of files that hold next to nothing, for what asks the disk where files are.
 
-/// As many files as a list can have rows, so many to a folder, and playlists of them beside the folders: "absolute.m3u",
-/// "relative.m3u", and "capitals.m3u", in which every line differs in case.
+/// As many files as a list can have rows, so many to a folder, and playlists of them beside the folders:
+/// "absolute.m3u", "relative.m3u", and "capitals.m3u", in which every line differs in case.
 struct ListedFiles {
     explicit ListedFiles(int perFolder = 12);
 

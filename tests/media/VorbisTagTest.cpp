@@ -1,5 +1,5 @@
-#include "media/FullData.h"
 #include "media/VorbisTag.h"
+#include "media/FullData.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 
