@@ -171,7 +171,7 @@ void Grid::AppendItems(std::vector<PlaylistItem> items)
     SetSortedColumn(0);
 }
 
-int Grid::ReplaceItems(std::vector<std::pair<int, PlaylistItem>> items)
+int Grid::ReplaceItems(std::vector<std::pair<int, PlaylistItem>> &&items)
 {
     if (items.empty())
         return 0;

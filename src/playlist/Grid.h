@@ -143,7 +143,7 @@ private:
     /// The place of a text in the pool, by one of the indexes of it.
     quint32 Pooled(const QString &text, QHash<QString, quint32> &places);
     void AppendItems(std::vector<PlaylistItem> items);
-    int ReplaceItems(std::vector<std::pair<int, PlaylistItem>> items);
+    int ReplaceItems(std::vector<std::pair<int, PlaylistItem>> &&items);
 
     std::vector<PlaylistItem> rows;
     History history;
