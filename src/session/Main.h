@@ -228,7 +228,7 @@ private:
     /// Names the drives of missing rows behind the first ones that this host knows no folder for; empty for none.
     QString UnmappedDrives(int before) const;
     /// What stands at a path; what it may mean where nothing does.
-    static QString FoundPath(const QString &path);
+    static PathInfo AnalyseOrFind(const QString &path);
     void RestoreRows();
     QMimeData *MakeDragData();
     /// Adds a row for each entry of FileArray; minimum is that of the progress bar, relative entries count from the

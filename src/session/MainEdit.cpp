@@ -99,12 +99,11 @@ void Main::AddItemsOf(const PathInfo &info)
     }
 }
 
-QString Main::FoundPath(const QString &path)
+PathInfo Main::AnalyseOrFind(const QString &path)
 {
-    if (path.isEmpty() || PathExists(path))
-        return path;
-    const QString found = EntryFinder().Find(path, CurrentDirectory());
-    return found.isEmpty() ? path : found;
+    const PathInfo info = AnalysePath(path);
+    const QString found = info.Valid || path.isEmpty() ? QString() : EntryFinder().Find(path, CurrentDirectory());
+    return found.isEmpty() ? info : AnalysePath(found);
 }
 
 bool Main::AddPath(const QString &path, bool selectNew)
@@ -125,7 +124,7 @@ bool Main::AddPath(const QString &path, bool selectNew)
         return true;
     };
     try {
-        AddItemsOf(AnalysePath(FoundPath(path)));
+        AddItemsOf(AnalyseOrFind(path));
     } catch (const PlaylistFull &) {
         finish();
         throw;
