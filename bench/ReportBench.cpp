@@ -5,6 +5,8 @@
 
 #include "media/MP3File.h"
 #include "platform/Drives.h"
+#include "platform/Files.h"
+#include "platform/ReplacedFile.h"
 #include "reports/WriteReport.h"
 
 #include <QFile>
@@ -22,11 +24,15 @@ constexpr int FewRows = 1000;
 /// Writes reports of files, with all columns or with names, folders and sizes alone.
 class Reporter
 {
+    QTemporaryDir folder;
+
 public:
     Reporter()
     {
         time.Now = [] { return QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)); };
     }
+
+    const QString Path = FromHostPath(folder.filePath(u"report.htm"_s));
 
     void Write(const QStringList &files, bool allColumns)
     {
@@ -36,12 +42,11 @@ public:
             settings.ColumnChecked[place] = allColumns || column == ReportColumn::FileName ||
                                             column == ReportColumn::Folder || column == ReportColumn::Size;
         }
-        if (!WriteReport(FromHostPath(folder.filePath(u"report.htm"_s)), files, settings, Progress(), time))
+        if (!WriteReport(Path, files, settings, Progress(), time))
             throw std::runtime_error("The report cannot be written.");
     }
 
 private:
-    QTemporaryDir folder;
     Clock time;
 };
 
@@ -84,6 +89,26 @@ void PlainReportOverBareStats(benchmark::State &state)
     Reporter reporter;
     CompareInTurn(
         state, FullList, 1.5, [] { StatBare(Listed().AbsolutePaths); }, [&] { reporter.Write(ListedPaths(), false); });
+}
+
+/// The system's calls alone: one stat a file, and a file of that size in the place of the old one.
+void PlainReportOverItsCalls(benchmark::State &state)
+{
+    Reporter reporter;
+    reporter.Write(ListedPaths(), false);
+    const QByteArray piece(1 << 15, 'x');
+    const qint64 pieces = ExamineFile(reporter.Path).Size / piece.size();
+    CompareInTurn(
+        state, FullList, 1.5,
+        [&] {
+            StatBare(Listed().AbsolutePaths);
+            ReplacedFile page;
+            page.Begin(reporter.Path);
+            for (qint64 i = 0; i < pieces; ++i)
+                page.Append(piece);
+            page.Commit();
+        },
+        [&] { reporter.Write(ListedPaths(), false); });
 }
 
 void PlainReportGrowth(benchmark::State &state)
@@ -132,6 +157,7 @@ void PlainReportMemory(benchmark::State &state)
 
 BENCHMARK(ReportOverReadingTheFiles)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(PlainReportOverBareStats)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
+BENCHMARK(PlainReportOverItsCalls)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
 BENCHMARK(PlainReportGrowth)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
 BENCHMARK(PlainReportMemory)->Unit(benchmark::kMillisecond)->Iterations(5);
 } // namespace

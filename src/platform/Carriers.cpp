@@ -212,12 +212,11 @@ std::optional<unsigned char> CarriedByte(QChar character, Carriage carriage)
     return static_cast<unsigned char>(character.unicode() - CarrierBase);
 }
 
-QString ShownText(const QString &text)
+QString ShownText(QString text)
 {
-    QString shown = text;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (IsCarrier(text[i].unicode(), Carriage::Inside))
-            shown[i] = text[i] == CarriedBackslash ? u'\\' : QChar(QChar::ReplacementCharacter);
+        if (const QChar character = std::as_const(text)[i]; IsCarrier(character.unicode(), Carriage::Inside))
+            text[i] = character == CarriedBackslash ? u'\\' : QChar(QChar::ReplacementCharacter);
     }
-    return shown;
+    return text;
 }

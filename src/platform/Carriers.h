@@ -32,4 +32,4 @@ std::optional<unsigned char> CarriedByte(QChar character, Carriage carriage);
 QString InsideFromLine(QStringView line, QStringView prefix = {});
 
 /// The text with its carriers as a person should see them.
-QString ShownText(const QString &text);
+QString ShownText(QString text);

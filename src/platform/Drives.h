@@ -54,7 +54,7 @@ QString ToLink(const QString &path);
 
 /// The characters as a person should see them: the private-use carriers become what they stand for (a backslash),
 /// or U+FFFD where nothing can be shown.
-QString ShownPath(const QString &path);
+QString ShownPath(QString path);
 
 /// file: URL of a path and back; survives names that are not valid UTF-8. FromUrl is empty for other schemes.
 QUrl ToUrl(const QString &path);

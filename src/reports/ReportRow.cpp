@@ -79,8 +79,9 @@ QString ReportRow::Cell(ReportColumn column)
 
 QString ReportRow::FileNameCell() const
 {
-    const QString name = GetFileName(path);
-    return ShownPath(ProperCase(RemoveText(name, GetExtension(name))));
+    QString name = GetFileName(path);
+    const QString extension = GetExtension(name);
+    return ShownPath(ProperCase(RemoveText(std::move(name), extension)));
 }
 
 const QString &ReportRow::FolderCell()

@@ -86,16 +86,14 @@ QString YesNoText(bool value)
     return value ? u"Yes"_s : u"No"_s;
 }
 
-QString ProperCase(const QString &text)
+QString ProperCase(QString text)
 {
-    QString proper(text.size(), Qt::Uninitialized);
     bool startsWord = true;
-    std::transform(text.begin(), text.end(), proper.begin(), [&startsWord](QChar character) {
-        const QChar cased = startsWord ? Upper(character) : Lower(character);
-        startsWord = EndsWord(cased);
-        return cased;
-    });
-    return proper;
+    for (QChar &character : text) {
+        character = startsWord ? Upper(character) : Lower(character);
+        startsWord = EndsWord(character);
+    }
+    return text;
 }
 
 QString CleanText(const QString &text)

@@ -13,7 +13,7 @@ QString FormatPlayTime(qint64 seconds);
 QString YesNoText(bool value);
 /// Proper case: the first character of each word in upper case, all others in lower case. Words end at blanks and other
 /// white space, so a letter behind a bracket or hyphen stays small.
-QString ProperCase(const QString &text);
+QString ProperCase(QString text);
 /// The text with each run of characters of code 0 to 255 that are neither letters A to Z nor digits made one blank.
 /// Blanks at the ends go before that, so a sign at an end leaves a blank there. Other scripts stay as they are.
 QString CleanText(const QString &text);

@@ -76,13 +76,15 @@ QString AbsolutePath(const QString &path, const QString &folder)
     return path.startsWith(Backslash) ? QString(RootOf(folder) + path) : QString(folder + Backslash + path);
 }
 
-QString RemoveText(const QString &text, QStringView part)
+QString RemoveText(QString text, QStringView part)
 {
     qsizetype found = part.isEmpty() ? -1 : FindText(text, part, 0);
     if (found < 0)
         return text;
-    if (found + part.size() == text.size())
-        return text.first(found);
+    if (found + part.size() == text.size()) {
+        text.truncate(found);
+        return text;
+    }
     QString rest;
     rest.reserve(text.size());
     qsizetype from = 0;

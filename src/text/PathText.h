@@ -22,7 +22,7 @@ bool IsAbsolute(const QString &path);
 /// the folder for an empty one.
 QString AbsolutePath(const QString &path, const QString &folder);
 /// The text with every occurrence of part removed, from left to right in one pass. An empty part removes nothing.
-QString RemoveText(const QString &text, QStringView part);
+QString RemoveText(QString text, QStringView part);
 /// The text without the blanks (U+0020) at both its ends.
 QString TrimBlanks(const QString &text);
 

@@ -197,9 +197,9 @@ QString FromPlaylistLine(QStringView line, const QString &folder)
     return isName ? QString(folder + u'\\' + path) : path;
 }
 
-QString ShownPath(const QString &path)
+QString ShownPath(QString path)
 {
-    return ShownText(path);
+    return ShownText(std::move(path));
 }
 
 QString ToLink(const QString &path)

@@ -82,7 +82,7 @@ QString FromPlaylistLine(QStringView line, const QString &folder)
     return IsWebAddress(line) ? line.toString() : FromWindowsLine(WithoutDotPrefix(line), folder);
 }
 
-QString ShownPath(const QString &path)
+QString ShownPath(QString path)
 {
     return path;
 }
