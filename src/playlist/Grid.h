@@ -63,8 +63,8 @@ public:
     void Insert(const FileRecord &record, int index = 0);
     /// Adds rows at the end; raises PlaylistFull after adding those that fit.
     void Append(const std::vector<FileRecord> &records);
-    /// The same for count rows that are made of recordOf(i), i from 0, as far as they fit. They are added all at once,
-    /// after the last record has been asked for.
+    /// The same for count rows that are made of recordOf(i), i from 0, as far as they fit and up to the first one
+    /// without a record. They are added all at once, after the last record has been asked for.
     template <typename RecordOf>
     void Append(std::size_t count, RecordOf recordOf);
     /// Puts a new row with recordOf(i), i from 0, selected or not, in place of the row of each number. A row that does
@@ -164,10 +164,15 @@ void Grid::Append(std::size_t count, RecordOf recordOf)
     const std::size_t fitting = std::min(count, static_cast<std::size_t>(MaxRows - Count()));
     std::vector<PlaylistItem> items;
     items.reserve(fitting);
-    for (std::size_t i = 0; i < fitting; ++i)
-        items.push_back(MakeItem(recordOf(i), Count() + static_cast<int>(i) + 1));
+    while (items.size() < fitting) {
+        const std::optional<FileRecord> record = recordOf(items.size());
+        if (!record)
+            break;
+        items.push_back(MakeItem(*record, Count() + static_cast<int>(items.size()) + 1));
+    }
+    const bool full = items.size() == fitting && fitting < count;
     AppendItems(std::move(items));
-    if (fitting < count)
+    if (full)
         throw PlaylistFull();
 }
 

@@ -5,9 +5,19 @@
 #include <QLabel>
 #include <QProgressBar>
 
-LongRun::LongRun(QProgressBar *valueShownBy, QLabel *textShownBy) : bar(valueShownBy), label(textShownBy)
+#include <utility>
+
+LongRun::LongRun(QProgressBar *valueShownBy, QLabel *textShownBy)
+    : outer(std::exchange(innermost, this)), bar(valueShownBy), label(textShownBy)
 {
     QCoreApplication::instance()->installEventFilter(this);
+}
+
+LongRun::~LongRun()
+{
+    innermost = outer;
+    if (outer != nullptr)
+        outer->stopped = outer->stopped || stopped;
 }
 
 Progress LongRun::AsProgress()

@@ -17,6 +17,8 @@ class LongRun : public QObject
 public:
     /// The controls that show the value and the text; each may be none.
     LongRun(QProgressBar *valueShownBy, QLabel *textShownBy);
+    /// A run within which this one was has been ended with it.
+    ~LongRun() override;
 
     /// For the routine that does the work; not to be used after this object.
     Progress AsProgress();
@@ -31,6 +33,9 @@ private:
     void SetText(const QString &newText);
     void Paint();
 
+    inline static LongRun *innermost = nullptr;
+
+    LongRun *outer;
     QProgressBar *bar;
     QLabel *label;
     PaintPace pace;

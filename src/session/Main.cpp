@@ -4,7 +4,6 @@
 #include "session/GridView.h"
 #include "session/Icons.h"
 #include "session/MenuTable.h"
-#include "session/Status.h"
 #include "session/StatusPanel.h"
 #include "session/ToolForm.h"
 #include "session/Toolbar.h"
@@ -288,6 +287,7 @@ void Main::Run(const std::function<void()> &command)
         ShowMessage({});
     answered = false;
     stepName.clear();
+    stopped.clear();
     ListView1.Steps().Open();
     const auto stop = qScopeGuard([this, dirty = PlaylistDirty] {
         ListView1.CloseStep(stepName.isEmpty() ? NameOfStep() : stepName, dirty);

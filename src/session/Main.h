@@ -5,6 +5,7 @@
 #include "playlist/Preview.h"
 #include "playlist/Sorting.h"
 #include "session/Colours.h"
+#include "session/Status.h"
 #include "session/Tool.h"
 #include "session/Totals.h"
 #include "text/PathText.h"
@@ -24,7 +25,6 @@ class QMenu;
 class QMimeData;
 class QStatusBar;
 class QToolButton;
-class Status;
 class StatusPanel;
 class Toolbar;
 struct RowMove;
@@ -231,9 +231,17 @@ private:
     static PathInfo AnalyseOrFind(const QString &path);
     void RestoreRows();
     QMimeData *MakeDragData();
-    /// Adds a row for each entry of FileArray; minimum is that of the progress bar, relative entries count from the
-    /// folder.
-    void AddRows(int minimum, const QString &folder);
+    /// The record of an entry of FileArray, from 0; none once the user has ended the run.
+    using RecordOf = std::function<std::optional<FileRecord>(std::size_t)>;
+    /// Lets take read the entries of FileArray under the progress form; minimum is that of its bar, relative entries
+    /// count from the folder.
+    void ReadFileArray(int minimum, const QString &folder, Status::Ending ending,
+                       const std::function<void(const RecordOf &recordOf)> &take);
+    /// Adds a row for each entry of FileArray.
+    void AddRows(int minimum, const QString &folder, Status::Ending ending);
+    /// Puts the audio files of a folder's tree into FileArray. False when the user has ended that.
+    bool FindAudioFiles(const QString &folder);
+    void TellStopped(qsizetype done, qsizetype of);
     void AddItemsOf(const PathInfo &info);
     void SetCurrentPlaylist(const QString &path);
     /// Clears the grid and loads a playlist, whose name becomes the current one if it gave any rows.
@@ -312,6 +320,8 @@ private:
     QTimer TipTimer;
     bool running = false;
     QString stepName;
+    /// How far the running command came before the user ended it; empty when he did not.
+    QString stopped;
     /// Panel 4 says what the last command did.
     bool answered = false;
     /// The session has been restored, so it is stored when the window closes.

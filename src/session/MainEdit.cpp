@@ -6,10 +6,11 @@
 #include "session/GridView.h"
 #include "session/Hourglass.h"
 #include "session/Main.h"
-#include "session/Status.h"
+#include "session/StatusPanel.h"
 #include "text/EntryFinder.h"
 #include "text/FileLists.h"
 #include "text/FolderWalk.h"
+#include "text/FormatText.h"
 #include "text/PathText.h"
 
 #include <QClipboard>
@@ -57,35 +58,43 @@ void Main::DestroyFileArray()
     ClearList(FileArray);
 }
 
+void Main::ReadFileArray(int minimum, const QString &folder, Status::Ending ending,
+                         const std::function<void(const RecordOf &)> &take)
+{
+    status->Open(u"Get File Info..."_s, minimum, static_cast<int>(FileArray.size()), ending);
+    const auto closeStatus = qScopeGuard([this] { status->Close(); });
+    EntryReader reader(folder);
+    take([&](std::size_t i) -> std::optional<FileRecord> {
+        const QString &path = FileArray[static_cast<qsizetype>(i)];
+        if (stopped.isEmpty() && !status->Step(static_cast<int>(i) + 1, path))
+            TellStopped(static_cast<qsizetype>(i), FileArray.size());
+        return stopped.isEmpty() ? std::optional(reader.Analyse(path)) : std::nullopt;
+    });
+}
+
 void Main::LoadFileArrayToList()
 {
     const Hourglass hourglass(view);
-    AddRows(1, CurrentDirectory());
+    AddRows(1, CurrentDirectory(), Status::Ending::ByEscape);
 }
 
-void Main::AddRows(int minimum, const QString &folder)
+void Main::AddRows(int minimum, const QString &folder, Status::Ending ending)
 {
-    status->Open(u"Get File Info..."_s, minimum, static_cast<int>(FileArray.size()));
-    const auto closeStatus = qScopeGuard([this] { status->Close(); });
-    EntryReader reader(folder);
-    ListView1.Append(static_cast<std::size_t>(FileArray.size()), [&](std::size_t i) {
-        status->SetValue(static_cast<int>(i) + 1);
-        return reader.Analyse(FileArray[static_cast<qsizetype>(i)]);
+    ReadFileArray(minimum, folder, ending, [this](const RecordOf &recordOf) {
+        ListView1.Append(static_cast<std::size_t>(FileArray.size()), recordOf);
     });
+}
+
+void Main::TellStopped(qsizetype done, qsizetype of)
+{
+    stopped = u"Stopped after "_s + GroupedDigits(done) + u" of " + GroupedDigits(of);
 }
 
 void Main::AddItemsOf(const PathInfo &info)
 {
     if (info.IsFolder) {
-        DestroyFileArray();
-        PaintPace pace;
-        WalkFolder(info.Path, FileTypes(), FileArray, true, [&](const QString &folder) {
-            if (pace.Due())
-                ShowMessage(folder);
-            return true;
-        });
-        ShowMessage({});
-        AddRows(0, info.Path);
+        if (FindAudioFiles(info.Path))
+            AddRows(0, info.Path, Status::Ending::ByEscape);
     } else if (FileTypes().contains(u'*' + info.Extension)) {
         AddFile(info.Path, 0);
     } else if (IsPlaylist(info.Extension)) {
@@ -95,8 +104,23 @@ void Main::AddItemsOf(const PathInfo &info)
         DestroyFileArray();
         const bool ofSession = info.Path == SessionFile();
         if (ofSession ? ReadSessionFile(info.Path, FileArray) : ReadM3UFile(info.Path, FileArray))
-            AddRows(1, folder);
+            AddRows(1, folder, ofSession ? Status::Ending::Never : Status::Ending::ByEscape);
     }
+}
+
+bool Main::FindAudioFiles(const QString &folder)
+{
+    DestroyFileArray();
+    LongRun run(nullptr, panels[3]);
+    const Progress progress = run.AsProgress();
+    WalkFolder(folder, FileTypes(), FileArray, true, [&](const QString &current) {
+        progress.SetText(current);
+        return !run.Stopped();
+    });
+    ShowMessage({});
+    if (run.Stopped())
+        stopped = u"Stopped"_s;
+    return !run.Stopped();
 }
 
 PathInfo Main::AnalyseOrFind(const QString &path)
@@ -109,6 +133,7 @@ PathInfo Main::AnalyseOrFind(const QString &path)
 bool Main::AddPath(const QString &path, bool selectNew)
 {
     const Hourglass hourglass(view);
+    stopped.clear();
     const int before = ListView1.Count();
     const auto finish = [&] {
         if (ListView1.Count() == before)
@@ -162,11 +187,18 @@ void Main::DropFiles(const QStringList &paths)
         ListView1_Click();
     });
     QString without;
-    for (const QString &path : paths) {
+    LongRun run(nullptr, panels[3]);
+    const Progress progress = run.AsProgress();
+    for (qsizetype i = 0; i < paths.size() && stopped.isEmpty(); ++i) {
+        progress.SetText(GroupedDigits(i + 1) + u" of " + GroupedDigits(paths.size()) + u"; Escape ends it");
+        if (run.Stopped()) {
+            TellStopped(i, paths.size());
+            break;
+        }
         if (ListView1.Count() > rowsSoFar)
             first = std::exchange(rowsSoFar, ListView1.Count());
-        if (!AddPath(path, false))
-            without = path;
+        if (!AddPath(paths[i], false))
+            without = paths[i];
     }
     AnswerAdded(before, without);
 }
@@ -206,9 +238,11 @@ void Main::AnswerAdded(int before, const QString &without)
 {
     const int added = ListView1.Count() - before;
     QStringList answers;
+    if (!stopped.isEmpty())
+        answers.append(stopped);
     if (added > 0)
         answers.append(u"Added "_s + CountedItems(added));
-    if (!without.isEmpty())
+    if (!without.isEmpty() && stopped.isEmpty())
         answers.append(u"No items in "_s + without);
     if (const QString drives = UnmappedDrives(before); !drives.isEmpty())
         answers.append(drives);

@@ -45,13 +45,13 @@ void Main::OpenReplacing(const QString &path)
     PlaylistDirty = false;
     try {
         if (AddPath(path, false)) {
-            SetCurrentPlaylist(NormalisedPath(path));
-            UpdateRecentFiles(CurrentPlaylistPath);
+            UpdateRecentFiles(NormalisedPath(path));
+            // What stands in the grid may not be the whole file: a save must not go to it unasked then.
+            SetCurrentPlaylist(stopped.isEmpty() ? NormalisedPath(path) : QString());
         }
         PlaylistDirty = false;
         AnswerOpened(path);
     } catch (const PlaylistFull &) {
-        // What stands in the grid is not the whole file, so a save must not go to it unasked.
         SetCurrentPlaylist({});
         throw;
     }
@@ -60,7 +60,9 @@ void Main::OpenReplacing(const QString &path)
 void Main::AnswerOpened(const QString &path)
 {
     const QString drives = UnmappedDrives(0);
-    if (ListView1.Count() == 0)
+    if (!stopped.isEmpty())
+        Answer(stopped);
+    else if (ListView1.Count() == 0)
         Answer(u"No items in "_s + path);
     else if (!drives.isEmpty())
         Answer(drives);

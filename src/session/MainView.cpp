@@ -17,6 +17,8 @@
 #include <QStatusBar>
 #include <QStyle>
 
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 
 void Main::ListView1_Click()
@@ -256,12 +258,15 @@ void Main::MViewRefresh_Click()
         view->setFocus();
     });
     NameStep(u"Refresh"_s);
-    ListView1.Clear();
-    LoadFileArrayToList();
+    std::vector<int> rows(static_cast<std::size_t>(ListView1.Count()));
+    std::iota(rows.begin(), rows.end(), 1);
+    ReadFileArray(1, CurrentDirectory(), Status::Ending::ByEscape,
+                  [&](const RecordOf &recordOf) { ListView1.Replace(rows, recordOf, false); });
+    ListView1.SetSortedColumn(0);
     for (int row = 1; row <= ListView1.Count(); ++row)
         PlaylistDirty |= ListView1.Item(row).FullPath() != FileArray[row - 1];
     MEditSelNone_Click();
-    Answer(u"Read "_s + CountedItems(ListView1.Count()) + u" again"_s);
+    Answer(stopped.isEmpty() ? QString(u"Read "_s + CountedItems(ListView1.Count()) + u" again") : stopped);
 }
 
 void Main::AskAndSort(int column)

@@ -1,5 +1,8 @@
 #include "session/Status.h"
 
+#include "platform/Drives.h"
+#include "text/PathText.h"
+
 #include "ui_Status.h"
 
 #include <QCoreApplication>
@@ -13,30 +16,36 @@ Status::Status(QWidget *owner) : QWidget(owner, Qt::Tool | Qt::CustomizeWindowHi
 
 Status::~Status() = default;
 
-void Status::Open(const QString &caption, int minimum, int maximum)
+void Status::Open(const QString &caption, int minimum, int maximum, Ending end)
 {
     setWindowTitle(caption);
-    ui->lbProgress->setRange(minimum, maximum);
-    ui->lbProgress->setValue(minimum);
+    ending = end;
+    ui->lbEnding->setVisible(ending == Ending::ByEscape);
+    folder.clear();
+    ui->lbFolder->clear();
+    run.emplace(ui->lbProgress, ui->lbFolder);
+    progress = run->AsProgress();
     // A window that has just been shown learns its place from the window system.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    progress.SetLimits(minimum, maximum);
     const QRect owner = parentWidget()->frameGeometry();
     adjustSize();
     move(owner.center() - rect().center());
     show();
-    pace = PaintPace();
 }
 
-void Status::SetValue(int value)
+bool Status::Step(int value, const QString &path)
 {
-    if (!pace.Due() && value != ui->lbProgress->maximum())
-        return;
-    ui->lbProgress->setValue(value);
-    // Lets the window system show the form; what the user does meanwhile waits.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    if (!IsFolderPart(folder, path)) {
+        folder = GetFolderPart(path);
+        progress.SetText(
+            ui->lbFolder->fontMetrics().elidedText(ShownPath(folder), Qt::ElideMiddle, ui->lbFolder->width()));
+    }
+    progress.SetValue(value);
+    return ending == Ending::Never || !run->Stopped();
 }
 
 void Status::Close()
 {
+    run.reset();
     hide();
 }

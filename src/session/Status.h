@@ -1,31 +1,37 @@
 #pragma once
 
-#include "session/PaintPace.h"
+#include "session/LongRun.h"
 
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 namespace Ui
 {
 class Status;
 }
 
-/// The progress form: a window with a bar, shown without blocking while a long loop runs. It cannot stop the loop.
+/// The progress form: a window with a bar, shown without blocking while a long loop runs, and the loop's end by Escape.
 class Status : public QWidget
 {
     Q_OBJECT
 
 public:
+    enum class Ending { ByEscape, Never };
+
     explicit Status(QWidget *owner);
     ~Status() override;
 
-    void Open(const QString &caption, int minimum, int maximum);
-    /// Paints at most 30 times a second, and the last value always.
-    void SetValue(int value);
+    void Open(const QString &caption, int minimum, int maximum, Ending end);
+    /// Shows how far the loop is and the folder of what comes next. False once the user has ended it.
+    bool Step(int value, const QString &path);
     void Close();
 
 private:
     std::unique_ptr<Ui::Status> ui;
-    PaintPace pace;
+    Ending ending = Ending::ByEscape;
+    std::optional<LongRun> run;
+    Progress progress;
+    QString folder;
 };

@@ -123,6 +123,8 @@ private:
     bool UpdateFile(const QString &path, MP3File &object, QString &reason);
     /// True when every file has taken its tags.
     bool Update();
+    /// Updates one file after the other until the user ends it, and returns how many it came to.
+    qsizetype UpdateFiles(QStringList &reasons);
     TagFields Fields() const;
     /// True when the caller may go on: nothing changed, updated, or not wanted.
     bool ConfirmUpdateFirst();

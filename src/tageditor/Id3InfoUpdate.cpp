@@ -3,8 +3,8 @@
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "session/Hourglass.h"
+#include "session/LongRun.h"
 #include "session/Main.h"
-#include "session/PaintPace.h"
 #include "tageditor/SetAttributes.h"
 #include "text/FormatText.h"
 #include "text/PathText.h"
@@ -140,27 +140,36 @@ bool Id3Info::Update()
 {
     const Hourglass hourglass(this);
     const auto clearBar = qScopeGuard([this] { ui->ProgressBar1->setValue(0); });
-    ui->ProgressBar1->setRange(0, 2 * static_cast<int>(SelectedPaths.size()));
-    ui->ProgressBar1->setValue(0);
-    MP3File object;
     QStringList reasons;
-    PaintPace pace;
-    for (qsizetype i = 0; i < SelectedPaths.size(); ++i) {
-        const QString &path = SelectedPaths[i];
+    const qsizetype reached = UpdateFiles(reasons);
+    const bool whole = reached == SelectedPaths.size();
+    main.RefreshRows(SelectedIndexes.first(reached), SelectedPaths.first(reached));
+    TellFailures(reasons);
+    // What was entered for the other files stays in the fields.
+    if (whole)
+        Form_Activate();
+    const qsizetype updated = reached - reasons.size();
+    const QString files = GroupedDigits(updated) + (updated == 1 ? u" file updated" : u" files updated");
+    main.Answer(whole ? files : u"Stopped: "_s + files);
+    return whole && reasons.isEmpty();
+}
+
+qsizetype Id3Info::UpdateFiles(QStringList &reasons)
+{
+    LongRun run(ui->ProgressBar1, nullptr);
+    const Progress progress = run.AsProgress();
+    const qsizetype count = SelectedPaths.size();
+    progress.SetLimits(0, 2 * static_cast<int>(count));
+    MP3File object;
+    qsizetype reached = 0;
+    for (; reached < count && !run.Stopped(); ++reached) {
+        const QString &path = SelectedPaths[reached];
         QString reason;
         if (!UpdateFile(path, object, reason))
             reasons.append(GetFileName(path) + u": " + reason);
-        if (pace.Due() || i + 1 == SelectedPaths.size()) {
-            ui->ProgressBar1->setValue(2 * static_cast<int>(i + 1));
-            ui->ProgressBar1->repaint();
-        }
+        progress.SetValue(2 * static_cast<int>(reached + 1));
     }
-    main.RefreshRows(SelectedIndexes, SelectedPaths);
-    TellFailures(reasons);
-    Form_Activate();
-    const qsizetype updated = SelectedPaths.size() - reasons.size();
-    main.Answer(GroupedDigits(updated) + (updated == 1 ? u" file updated" : u" files updated"));
-    return reasons.isEmpty();
+    return reached;
 }
 
 TagFields Id3Info::Fields() const

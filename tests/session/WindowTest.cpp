@@ -577,6 +577,58 @@ private Q_SLOTS:
         QCOMPARE(f.Panels(), (QStringList{u"Total: 3"_s, u"0:00"_s, u"25 Bytes"_s}));
     }
 
+    void EscapeEndsLongWork()
+    {
+        MainFixture f;
+        f.Show();
+        for (const char *name : {"a", "b", "c"})
+            f.Write(u"tree\\%1.wma"_s.arg(QLatin1StringView(name)), "1");
+        const auto answer = [&f] { return QString(f.Rows() + u'|' + f.Window->PanelText(4) + u'|' + f.Undoable()); };
+        const auto addTree = [&f] {
+            f.Prompts.ExpectPath(u"Select Folder..."_s, f.Inside(u"tree"_s));
+            f.Trigger("MEditAddDir");
+        };
+        // While the folders are walked, and at the last file.
+        QTimer::singleShot(0, f.Window.get(), [&f] { QTest::keyClick(f.Window.get(), Qt::Key_Escape); });
+        addTree();
+        QCOMPARE(answer(), u"|Stopped|"_s);
+        f.StopAt(u"3 of 3"_s);
+        addTree();
+        QCOMPARE(answer(), u"A B|Stopped after 2 of 3; Added 2 items|Add 2 items"_s);
+        const auto *form = f.Window->findChild<Status *>();
+        QVERIFY(!form->isVisible() && form->findChild<QLabel *>(u"lbFolder"_s)->text() == f.Inside(u"tree\\"_s) &&
+                form->findChild<QLabel *>(u"lbEnding"_s)->text() == u"Escape ends it");
+        // The rows that a refresh did not come to stay as they are.
+        f.Trigger("MEditSeMarkRed");
+        f.StopAt(u"2 of 2"_s);
+        f.Trigger("MViewRefresh");
+        QCOMPARE(answer(), u"a b|Stopped after 1 of 2|Refresh"_s);
+        const Grid &grid = f.Window->ListView1;
+        QVERIFY(grid.Item(1).SmallIcon == IconNormal && grid.Item(2).SmallIcon == IconRed);
+        // A drop ends with the list in it.
+        const QString list = f.Write(u"l.m3u"_s, "tree/c.wma\ntree/a.wma\n");
+        const QStringList dropped{f.Inside(u"tree\\b.wma"_s), list, f.Inside(u"tree"_s)};
+        f.StopAt(u"2 of 2"_s);
+        Q_EMIT f.Window->View()->FilesDropped(dropped);
+        QCOMPARE(answer(), u"a b b C|Stopped after 1 of 2; Added 2 items|Add 2 items"_s);
+        QTimer::singleShot(0, f.Window.get(), [&f] { QTest::keyClick(f.Window.get(), Qt::Key_Escape); });
+        Q_EMIT f.Window->View()->FilesDropped(dropped);
+        QCOMPARE(f.Window->PanelText(4), u"Stopped after 0 of 3"_s);
+        // What is not the whole list is not saved in its place.
+        f.Window->PlaylistDirty = false;
+        f.Prompts.ExpectPath({}, list);
+        f.StopAt(u"2 of 2"_s);
+        f.Trigger("MFileOpen");
+        QCOMPARE(answer() + f.Window->CurrentPlaylistPath, u"c|Stopped after 1 of 2|"_s);
+        // The last session comes back whole.
+        addTree();
+        f.Window->SetFormState(true);
+        f.Window->ListView1.Clear();
+        f.StopAt(u"4 of 4"_s);
+        f.Window->AddPath(f.Window->SessionFile(), false);
+        QCOMPARE(f.Rows(), u"c a b c"_s);
+    }
+
     void ToolbarRunsItsCommands()
     {
         MainFixture f;

@@ -8,6 +8,7 @@
 #include "support/PromptQueue.h"
 
 #include <QFile>
+#include <QProgressBar>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -115,6 +116,21 @@ struct MainFixture {
         QVERIFY(QTest::qWaitForWindowActive(Window.get()));
     }
     void Press(const char *keys) const { QTest::keySequence(Window->View(), QKeySequence(QLatin1StringView(keys))); }
+
+    /// Presses Escape once a progress bar says so.
+    void StopAt(const QString &text)
+    {
+        auto *timer = new QTimer(Window.get());
+        QObject::connect(timer, &QTimer::timeout, timer, [this, timer, text] {
+            const auto bars = Window->findChildren<QProgressBar *>();
+            const auto saysSo = [&](const QProgressBar *bar) { return bar->isVisible() && bar->text() == text; };
+            if (std::none_of(bars.begin(), bars.end(), saysSo))
+                return;
+            delete timer;
+            QTest::keyClick(Window.get(), Qt::Key_Escape);
+        });
+        timer->start(0);
+    }
 
     void Trigger(const char *command) { Window->Command(command)->trigger(); }
 

@@ -296,6 +296,24 @@ private Q_SLOTS:
             SetFileAttributes(e.F.Window->ListView1.Item(row).FullPath(), AttributeNormal);
     }
 
+    void EscapeEndsAnUpdate()
+    {
+        TagEditor e;
+        const QStringList paths{e.Take(u"a.mp3"_s), e.Take(u"b.mp3"_s), e.Take(u"c.mp3"_s)};
+        e.Open({1, 2, 3});
+        e.Click("ID3v1Present");
+        e.Enter("ID3v1Title", u"New"_s);
+        e.F.StopAt(u"33%"_s);
+        e.Click("CmdUpdate");
+        QCOMPARE(e.F.Window->PanelText(4), u"Stopped: 1 file updated"_s);
+        QCOMPARE(Kinds(paths[0]) + u' ' + Kinds(paths[1]) + u' ' + Kinds(paths[2]), u"1 12 12"_s);
+        // What was entered is not lost: a second click goes on.
+        e.Click("CmdUpdate");
+        for (const QString &path : paths)
+            QCOMPARE(Tags(path)->Title() + Kinds(path), u"New1"_s);
+        QCOMPARE(e.F.Rows() + e.F.Window->PanelText(4), u"A B C3 files updated"_s);
+    }
+
     void DescribedFramesStayInTheirFile()
     {
         TagEditor e;
