@@ -273,22 +273,22 @@ void Grid::AddSelectedAgain(int before)
     TellSelection();
 }
 
-GridState Grid::State() const
+GridState Grid::State(std::vector<quint8> flags) const
 {
-    return {FlagsOf(rows), focusedRow, SortKey, SortOrder, sortedColumn};
+    return {std::move(flags), focusedRow, SortKey, SortOrder, sortedColumn};
 }
 
 bool Grid::BeginChange()
 {
     const bool kept = history.Keeps();
     if (kept && history.NeedsState())
-        history.SetState(State());
+        history.SetState(State(FlagsOf(rows)));
     return kept;
 }
 
 void Grid::Turn(HistoryStep &step, bool &dirty)
 {
-    const GridState other = std::exchange(step.State, State());
+    const GridState other = std::exchange(step.State, State(FlagsOf(rows)));
     beginResetModel();
     step.Turn(rows);
     SetFlags(rows, other.Flags);

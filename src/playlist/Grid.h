@@ -94,7 +94,7 @@ public:
     /// What the rows can go back to. Every change above is kept in its open step.
     History &Steps() { return history; }
     const History &Steps() const { return history; }
-    void CloseStep(const QString &name, bool dirty) { history.Close(name, dirty, rows); }
+    void CloseStep(const QString &name, bool dirty) { history.Close(name, dirty); }
     /// Takes back, or does again, one step with selection, marks, focus and what the rows are sorted by, exchanges
     /// dirty, and returns the step's name; empty when there is none.
     QString Undo(bool &dirty);
@@ -134,7 +134,7 @@ Q_SIGNALS:
     void SortedColumnChanged();
 
 private:
-    GridState State() const;
+    GridState State(std::vector<quint8> flags) const;
     /// What each change of rows or icons begins with: true when its step is kept, so that it must be added to it.
     bool BeginChange();
     void Turn(HistoryStep &step, bool &dirty);
@@ -218,9 +218,22 @@ void Grid::Reselect(Choose choose)
 template <typename Change>
 void Grid::UpdateIcons(Change change)
 {
-    BeginChange();
-    for (PlaylistItem &item : rows)
+    // What the rows were is kept as they change: a second look at each would take as long as the change.
+    std::vector<quint8> flags;
+    const bool first = history.Keeps() && history.NeedsState();
+    if (first)
+        flags.reserve(rows.size());
+    bool changed = false;
+    for (PlaylistItem &item : rows) {
+        const SmallIcon before = item.SmallIcon;
+        if (first)
+            flags.push_back(FlagOf(item));
         change(item);
+        changed = changed || item.SmallIcon != before;
+    }
+    if (first)
+        history.SetState(State(std::move(flags)));
+    history.NoteIcons(changed);
     if (!rows.empty())
         Q_EMIT dataChanged(index(0, 0), index(Count() - 1, 0), {Qt::DecorationRole});
 }

@@ -60,20 +60,9 @@ void Turn(RowChange &change, PlaylistItems &rows)
 
 constexpr int selectedBit = 0x80;
 
-quint8 FlagOf(const PlaylistItem &item)
-{
-    return static_cast<quint8>(item.SmallIcon | (item.Selected ? selectedBit : 0));
-}
-
 SmallIcon IconOf(quint8 flag)
 {
     return static_cast<SmallIcon>(flag & ~selectedBit);
-}
-
-bool HaveOtherIcons(const PlaylistItems &rows, const std::vector<quint8> &flags)
-{
-    return !std::equal(rows.begin(), rows.end(), flags.begin(), flags.end(),
-                       [](const PlaylistItem &item, quint8 flag) { return item.SmallIcon == IconOf(flag); });
 }
 } // namespace
 
@@ -101,6 +90,11 @@ void PutInOrder(PlaylistItems &rows, const RowNumbers &order)
     for (const int row : order)
         arranged.push_back(std::move(*At(rows, row)));
     rows = std::move(arranged);
+}
+
+quint8 FlagOf(const PlaylistItem &item)
+{
+    return static_cast<quint8>(item.SmallIcon | (item.Selected ? selectedBit : 0));
 }
 
 std::vector<quint8> FlagsOf(const PlaylistItems &rows)
@@ -156,11 +150,9 @@ void History::Open()
     open.IsOpen = true;
 }
 
-void History::Close(const QString &name, bool dirty, const PlaylistItems &rows)
+void History::Close(const QString &name, bool dirty)
 {
-    // Marks leave no change behind but other flags.
-    const bool changed = open.HasState && (!open.Step.Changes.empty() || HaveOtherIcons(rows, open.Step.State.Flags));
-    if (changed) {
+    if (open.HasState && (!open.Step.Changes.empty() || open.HasOtherIcons)) {
         open.Step.Name = name;
         open.Step.Dirty = dirty;
         while (!redo.empty())

@@ -40,6 +40,7 @@ struct GridState {
     int SortOrder = 0;
     int SortedColumn = 0;
 };
+quint8 FlagOf(const PlaylistItem &item);
 std::vector<quint8> FlagsOf(const PlaylistItems &rows);
 void SetFlags(PlaylistItems &rows, const std::vector<quint8> &flags);
 
@@ -73,7 +74,7 @@ public:
     /// What changes from here on is one step, until it is closed.
     void Open();
     /// Keeps the open step, if anything has changed; dirty is what the list was before.
-    void Close(const QString &name, bool dirty, const PlaylistItems &rows);
+    void Close(const QString &name, bool dirty);
     /// Forgets everything. Nothing more is kept until the next step is opened.
     void End();
     /// The list is now as its file has it, and is so on no other side of a step.
@@ -85,6 +86,8 @@ public:
     bool NeedsState() const { return !open.HasState; }
     void SetState(GridState state);
     void Add(RowChange change);
+    /// Icons leave no change behind but other flags.
+    void NoteIcons(bool changed) { open.HasOtherIcons = open.HasOtherIcons || changed; }
     const HistoryStep &OpenStep() const { return open.Step; }
     std::size_t Bytes() const { return bytes; }
 
@@ -110,6 +113,7 @@ private:
         HistoryStep Step;
         bool IsOpen = false;
         bool HasState = false;
+        bool HasOtherIcons = false;
     } open;
     Steps undo;
     Steps redo;
