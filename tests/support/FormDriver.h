@@ -63,10 +63,13 @@ struct FormDriver {
         F.Prompts.Expect(message, answer);
         Click(name);
     }
-    /// Clicks on what asks for a path; an empty answer is Cancel.
-    void ClickAndGive(const char *name, const QString &prompt, const std::optional<QString> &path)
+    /// Clicks on what asks for a path, and then perhaps brings a message; an empty path is Cancel.
+    void ClickAndGive(const char *name, const QString &prompt, const std::optional<QString> &path,
+                      const QString &message = {}, PromptAnswer answer = PromptAnswer::Ok)
     {
         F.Prompts.ExpectPath(prompt, path);
+        if (!message.isEmpty())
+            F.Prompts.Expect(message, answer);
         Click(name);
     }
     /// Clicks on what takes long, and presses Escape meanwhile.

@@ -138,7 +138,8 @@ private Q_SLOTS:
         QCOMPARE(FromUrl(QUrl(u"file://a-server/share/x"_s)), u"\\\\a-server\\share\\x"_s);
         QCOMPARE(FromUrl(QUrl(u"http://host/x"_s)), QString());
         QCOMPARE(ToUrl(u"sub\\#1 100%.mp3"_s).toEncoded(), QByteArray("file:///usr/sub/%231%20100%25.mp3"));
-        QCOMPARE(ToLink(u"#1\\b:c & d&e.mp3"_s), u"%231/b%3Ac%20&%20d%26e.mp3"_s);
+        QCOMPARE(ToLink(u"#1\\b:c & d&e'\"<>\uF05C\uF0E9\uF00A夜.mp3"_s),
+                 u"%231/b%3Ac%20&%20d%26e%27%22%3C%3E%5C%E9%0A夜.mp3"_s);
         QCOMPARE(FromHostBytes("///usr//x"), u"z:\\usr\\\\x"_s);
     }
 
