@@ -72,19 +72,12 @@ struct Rename : FormDriver {
     }
     QString Load(const QByteArray &bytes)
     {
-        F.Write(u"rules.rps"_s, bytes);
-        F.Prompts.ExpectPath(proposal, RulesFile);
+        F.Prompts.ExpectPath(proposal, F.Write(u"rules.rps"_s, bytes));
         return Do("RulesLoad");
     }
 
-    /// The names of the rows.
-    QString Names() const
-    {
-        QStringList names;
-        for (int row = 1; row <= F.Window->ListView1.Count(); ++row)
-            names.append(F.Window->ListView1.Item(row).Text);
-        return names.join(u'|');
-    }
+    /// The names of the rows, with their folders inside the test's.
+    QString Names() const { return F.Paths().join(u'|'); }
     /// The files of the folder, each with what its content says when that is another name.
     QString Disk() const
     {
@@ -268,9 +261,9 @@ private Q_SLOTS:
         r.AddRule(u" a"_s, u"x"_s);
         r.F.Window->AddFile(r.F.Inside(u"sub\\..\\a_.mp3"_s), 0);
         QCOMPARE(r.Process(), u"Done: 3/4 Items were Processed cmdUndo"_s);
-        QCOMPARE(r.Names(), u"A.mp3|A.mp3|A.mp3|X.mp3|A.mp3"_s);
+        QCOMPARE(r.Names(), u"A.mp3|sub\\A.mp3|A.mp3|X.mp3|sub\\..\\A.mp3"_s);
         QCOMPARE(r.Do("cmdUndo"), u"Done: 3/3 Items were Restored"_s);
-        QCOMPARE(r.Names() + r.Disk(), u"a_.mp3|a_.mp3|a_.mp3|_a_.mp3|a_.mp3_a_.mp3|a_.mp3"_s);
+        QCOMPARE(r.Names() + r.Disk(), u"a_.mp3|sub\\a_.mp3|a_.mp3|_a_.mp3|sub\\..\\a_.mp3_a_.mp3|a_.mp3"_s);
     }
 
     void NumbersCountByFolder()
@@ -284,18 +277,18 @@ private Q_SLOTS:
         r.Click("Warning");
         r.Expect(r.folders, PromptAnswer::Cancel);
         QCOMPARE(r.Do("CmdProcess"), u"Select ALL files from a single folder to be sure... CmdProcess"_s);
-        r.Expect(r.folders, PromptAnswer::No);
-        r.Process();
-        QCOMPARE(r.Names(), u"1 - A.mp0|B.mp0|2 - A.mp1|3 - B.mp1|4 - A.mp2"_s);
-        r.Do("cmdUndo");
-        r.Open({1, 3, 4, 5});
-        r.Expect(r.folders, PromptAnswer::Yes);
-        r.Process();
-        QCOMPARE(r.Names(), u"1 - A.mp0|B.mp0|2 - A.mp1|01 - B.mp1|3 - A.mp2"_s);
-        r.Do("cmdUndo");
+        for (const auto &[answer, names] :
+             {std::pair(PromptAnswer::No, u"p\\1 - A.mp0|q\\B.mp0|p\\2 - A.mp1|q\\3 - B.mp1|p\\4 - A.mp2"_s),
+              {PromptAnswer::Yes, u"p\\1 - A.mp0|q\\B.mp0|p\\2 - A.mp1|q\\01 - B.mp1|p\\3 - A.mp2"_s}}) {
+            r.Open({1, 3, 4, 5});
+            r.Expect(r.folders, answer);
+            r.Process();
+            QCOMPARE(r.Names(), names);
+            r.Do("cmdUndo");
+        }
         r.Open({2, 4});
         r.Process();
-        QCOMPARE(r.Names(), u"A.mp0|01 - B.mp0|A.mp1|02 - B.mp1|A.mp2"_s);
+        QCOMPARE(r.Names(), u"p\\A.mp0|q\\01 - B.mp0|p\\A.mp1|q\\02 - B.mp1|p\\A.mp2"_s);
     }
 
     void TagsGiveNames()
@@ -332,19 +325,12 @@ private Q_SLOTS:
         const QString exists = ShownPath(r.RulesFile) + u" exists, do you want to replace it?";
         r.Expect(exists, PromptAnswer::Yes);
         r.ClickAndRead("RulesSave", u"Could not save the file!"_s);
-        r.F.Prompts.ExpectPath(r.proposal, r.RulesFile);
-        r.ClickAndRead("RulesSave", exists, PromptAnswer::No);
+        r.ClickAndGive("RulesSave", r.proposal, r.RulesFile, exists, PromptAnswer::No);
         QCOMPARE(r.F.Read(u"rules.rps"_s), defaults);
 
         QByteArray foreign = defaults;
-        const auto put = [](QByteArray &record, qsizetype place, const QByteArray &part) {
-            record.replace(place, part.size(), part);
-        };
-        put(foreign, 0, QByteArray("\x01\x00", 2));
-        put(foreign, 4, set + QByteArray(2, '\0'));
-        put(foreign, 8 + 20, "\xe9 " + pad.chopped(1));
-        put(foreign, 848 + 2, set);
-        put(foreign, 890, set + "\xf9\xff\xff\xff" + set + set);
+        foreign.replace(0, 8, "\1\0\xff\xff\xff\xff\0\0"_ba).replace(28, 20, "\xe9 "_ba.append(pad.chopped(1)));
+        foreign.replace(850, 2, set).replace(890, 10, "\xff\xff\xf9\xff\xff\xff\xff\xff\xff\xff");
         QCOMPARE(r.Load(foreign + "tail"), u"Renaming Configuration Loaded from: 'rules.rps' CmdProcess"_s);
         QCOMPARE(r.Rules(), u"+Replace '_' with ' '|+Remove 'é '"_s);
         QVERIFY(!r.Ticked("Capitalise") && r.Ticked("Extension") && r.Ticked("LowFilename") && r.Ticked("RenID3"));
@@ -352,19 +338,14 @@ private Q_SLOTS:
         QCOMPARE(r.Text("IncPosC") + r.At<QComboBox>("Truncval")->placeholderText(), u"At End-7"_s);
         QCOMPARE(r.Samples(u"name.mp3"_s), u"name.mp3"_s);
         // A gap puts ticks on other rows, and what a short file lacks stays.
-        QByteArray gap = defaults;
-        put(gap, 8 + 40, "b" + pad);
-        put(gap, 848 + 2, set + QByteArray(2, '\0'));
-        r.Load(gap);
+        r.Load(QByteArray(defaults).replace(48, 20, "b"_ba.append(pad)).replace(850, 4, "\xff\xff\0\0"_ba));
         r.Load(set + QByteArray(2, '\0') + set + set + "\xff");
         QVERIFY(r.Ticked("Increment") && !r.Ticked("Extension") && r.Text("IncPosC") == u"At Start"_s);
         QCOMPARE(r.Rules(), u"+Replace '_' with ' '|Remove 'b'"_s);
-        r.Load({});
         QCOMPARE(r.Samples(u"a_.MP3"_s), u"08 - A.MP3"_s);
         r.Load(QByteArray("\x8f\x12\0z", 4).repeated(225));
         QCOMPARE(r.Samples(u"a_.mp3"_s), u"a_.mp3"_s);
-        r.F.Prompts.ExpectPath(r.proposal, r.F.Inside(u"gone.rps"_s));
-        r.ClickAndRead("RulesLoad", u"Could not read the file!"_s);
+        r.ClickAndGive("RulesLoad", r.proposal, r.F.Inside(u"gone.rps"_s), u"Could not read the file!"_s);
     }
 
     void PreviewShowsWhatARunDoes()
@@ -378,19 +359,17 @@ private Q_SLOTS:
         QCOMPARE(r.Cells("PreviewList").join(u' '),
                  u"a_.mp3|A.mp3 A _.mp3|A.mp3 B.mp3|B.mp3 b_.mp3|B.mp3 c_.mp3|C.mp3 d_.mp3|X\\y.mp3 a_.mp3|A.mp3"_s);
         const QAbstractItemModel &model = *r.At<QAbstractItemView>("PreviewList")->model();
-        QString marks;
-        QStringList tips;
+        QStringList marks;
         for (int row = 0; row < model.rowCount(); ++row) {
             const QModelIndex cell = model.index(row, 1);
-            marks += cell.data(Qt::ForegroundRole).isValid() ? u'-' : u' ';
-            marks += cell.data(Qt::DecorationRole).isValid() ? u'!' : u' ';
-            tips.append(cell.data(Qt::ToolTipRole).toString().section(u'\n', 1).section(u':', 0, 0));
+            marks.append(cell.data(Qt::ToolTipRole).toString().section(u'\n', 1).section(u':', 0, 0));
+            marks.last() += cell.data(Qt::ForegroundRole).isValid() ? u"-"_s : QString();
+            marks.last() += cell.data(Qt::DecorationRole).isValid() ? u"!"_s : QString();
         }
-        QCOMPARE(marks, u"  -!- -!-!-!-!"_s);
-        QCOMPARE(
-            tips.join(u'|'),
-            u"|An earlier item of the selection gets this name||A file of this name stands in the folder|The file is "
-            "not there.|A name can hold no separator of folders|The same file as in an earlier row"_s);
+        QCOMPARE(marks.join(u'|'),
+                 u"|An earlier item of the selection gets this name-!|-|A file of this name stands in the folder-!|"
+                 "The file is not there.-!|A name can hold no separator of folders-!|"
+                 "The same file as in an earlier row-!"_s);
         r.Expect(r.warning, PromptAnswer::Yes);
         r.Expect(r.missing, PromptAnswer::Yes);
         QCOMPARE(r.Do("CmdProcess"), u"Done: 1/7 Items were Processed cmdUndo"_s);
@@ -403,24 +382,20 @@ private Q_SLOTS:
 
     void EscapeEndsRuns()
     {
-        const auto escape = [](QWidget *window) {
-            QCoreApplication::postEvent(window, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
-        };
         Rename r;
         r.OpenOn(u"a_.mp3|b_.mp3"_s, {1, 2});
         r.Click("Warning");
-        escape(r.Form);
-        QCOMPARE(r.Process(), u"Stopped: No Item was renamed... CmdProcess"_s);
+        r.ClickAndStop("CmdProcess");
+        QCOMPARE(r.Report(), u"Stopped: No Item was renamed... CmdProcess"_s);
         r.F.Window->AddFile(r.F.Inside(u"gone"_s), 0);
         r.Open({1, 2, 3});
-        r.F.Prompts.Meanwhile = [&] { escape(r.Form); };
+        r.F.Prompts.Meanwhile = [&r] { r.StopSoon(); };
         r.Expect(r.missing, PromptAnswer::Yes);
         QCOMPARE(r.Process(), u"Done: 0/0 Items were Processed, ended after 0 of 3 CmdProcess"_s);
-        r.F.Prompts.Meanwhile = [] {};
         r.Open({1, 2});
         QCOMPARE(r.Process(), u"Done: 2/2 Items were Processed cmdUndo"_s);
-        escape(r.Form);
-        QCOMPARE(r.Do("cmdUndo"), u"Done: 0/0 Items were Restored cmdUndo"_s);
+        r.ClickAndStop("cmdUndo");
+        QCOMPARE(r.Report(), u"Done: 0/0 Items were Restored cmdUndo"_s);
         QCOMPARE(r.Do("cmdUndo"), u"Done: 2/2 Items were Restored"_s);
     }
 };

@@ -75,8 +75,13 @@ struct FormDriver {
     /// Clicks on what takes long, and presses Escape meanwhile.
     void ClickAndStop(const char *name) const
     {
-        QTimer::singleShot(0, Form, [this] { QTest::keyClick(Form, Qt::Key_Escape); });
+        StopSoon();
         Click(name);
+    }
+    /// Presses Escape as soon as the program looks for keys.
+    void StopSoon() const
+    {
+        QTimer::singleShot(0, Form, [this] { QTest::keyClick(Form, Qt::Key_Escape); });
     }
 
     /// Goes on by so many steps of a wizard.

@@ -153,6 +153,15 @@ struct MainFixture {
         return text;
     }
 
+    /// The paths of the rows, those in the folder without it.
+    QStringList Paths() const
+    {
+        QStringList paths;
+        for (int row = 1; row <= Window->ListView1.Count(); ++row)
+            paths.append(Window->ListView1.Item(row).FullPath().remove(Folder + u'\\'));
+        return paths;
+    }
+
     QStringList Panels() const { return {Window->PanelText(1), Window->PanelText(2), Window->PanelText(3)}; }
 
 private:
