@@ -51,9 +51,7 @@ private Q_SLOTS:
         const QString list = f.Write(u"w.bm"_s, "sub\\c.mp3\r\nLike d.ogg\r\n");
         const QString backup = u"The program just created a backup of the Bookmark file as "_s + list + u".bak";
         run("MToolsSaveWinamp",
-            {u"The function cannot be performed because there are no Playlist items!\n"
-             u"Use Drag and Drop or 'Add Item' to add files/folders/m3us to the list."_s,
-             u"The process failed because a backup copy of the Bookmarks file could not be created!"_s});
+            {NoItems, u"The process failed because a backup copy of the Bookmarks file could not be created!"_s});
         f.Prompts.ExpectPath(u"winamp.bm"_s, f.Folder);
         run("MToolsLocWinamp", {f.Folder + u" is not valid."});
         f.Prompts.Expect(u"Could not find the Bookmark file, please locate it. You will only need to do this once."_s,

@@ -14,6 +14,10 @@
 #include <functional>
 #include <memory>
 
+/// What a command that needs items says without any.
+inline const QString NoItems = QStringLiteral("The function cannot be performed because there are no Playlist items!\n"
+                                              "Use Drag and Drop or 'Add Item' to add files/folders/m3us to the list.");
+
 /// A main window on a world of its own: a temporary folder, settings in memory, queued prompts, a recorded shell and a
 /// clock that stands still.
 struct MainFixture {

@@ -31,6 +31,8 @@ QByteArray VorbisFile()
     return bytes.leftJustified(5000, '\0');
 }
 
+const QString failed = u"Failed to update the file!, check that it is not in use or set as Read-Only."_s;
+
 /// The comments of a file, as cells are told.
 QStringList Comments(const QString &path)
 {
@@ -125,9 +127,8 @@ private Q_SLOTS:
         QCOMPARE(e.Fields(), texts);
 
         e.AddImage(e.F.Write(u"cover.bmp"_s, Encoded(Qt::red, "BMP")));
-        e.F.Prompts.ExpectPath(u"Enter description."_s, u"d"_s);
         e.Enter("ID3v2Comment", u"c"_s);
-        e.Click("ID3v2AddComment");
+        e.ClickAndGive("ID3v2AddComment", u"Enter description."_s, u"d"_s);
         e.Click("CmdCopy");
         e.ExpectQuestion(PromptAnswer::No);
         e.Click("CmdClose");
@@ -214,16 +215,14 @@ private Q_SLOTS:
         e.Enter("ID3v2Title", u"lost"_s);
         QVERIFY(SetFileAttributes(path, AttributeReadOnly));
         e.ExpectQuestion(PromptAnswer::Yes);
-        e.F.Prompts.Expect(u"Failed to update the file!, check that it is not in use or set as Read-Only."_s,
-                           PromptAnswer::Ok);
-        e.Click("CmdPrev");
+        e.ClickAndRead("CmdPrev", failed);
         QCOMPARE(e.Text("FileInfo_0"), u"b.mp3"_s);
         SetFileAttributes(path, AttributeNormal);
         // Of several files the question speaks in the plural.
         e.Open({1, 3});
         e.Click("ID3v1Present");
-        e.F.Prompts.Expect(u"The tags have been changed. Do you want to update the files first?"_s, PromptAnswer::Yes);
-        e.Click("CmdClose");
+        const QString question = u"The tags have been changed. Do you want to update the files first?"_s;
+        e.ClickAndRead("CmdClose", question, PromptAnswer::Yes);
         QVERIFY(!e.Form->isVisible());
         QCOMPARE(Kinds(e.F.Inside(u"a.mp3"_s)) + Kinds(e.F.Inside(u"c.mp3"_s)), u"11"_s);
     }
@@ -277,9 +276,8 @@ private Q_SLOTS:
         QVERIFY(SetFileAttributes(locked, AttributeReadOnly));
         e.Open(rows);
         QVERIFY(DeleteFile(gone));
-        e.F.Prompts.Expect(u"Some files could not be updated!, check that they are not in use or set as Read-Only."_s,
-                           PromptAnswer::Ok);
-        e.Click("CmdUpdate");
+        e.ClickAndRead("CmdUpdate",
+                       u"Some files could not be updated!, check that they are not in use or set as Read-Only."_s);
         static const QRegularExpression reasons(
             u"\\Alocked.mp3: the file is read-only\ndamaged.mp3: .+ holds, so it is not written over.\ngone.mp3: "
             "(.+\n){21}x20.mp3: the file is read-only\nand 4 more\\z"_s);
@@ -288,9 +286,7 @@ private Q_SLOTS:
         QVERIFY(e.F.Window->ListView1.Item(4).Ghosted);
         QCOMPARE(e.Text("FileInfo_0"), u"Unable to Update/Read files..."_s);
         e.Open({3});
-        e.F.Prompts.Expect(u"Failed to update the file!, check that it is not in use or set as Read-Only."_s,
-                           PromptAnswer::Ok);
-        e.Click("CmdUpdate");
+        e.ClickAndRead("CmdUpdate", failed);
         QCOMPARE(contents(), before);
         for (const int row : rows)
             SetFileAttributes(e.F.Window->ListView1.Item(row).FullPath(), AttributeNormal);
@@ -379,11 +375,10 @@ private Q_SLOTS:
             {u"12"_s, u"blues"_s, u"T|R|L|12|Blues|2001|Comment"_s},
             {u"3/12"_s, u"Hard Rock"_s, u"T|R|L|3|Rock|2001|Comment"_s},
         };
-        const auto enter = [&e](const char *field, const char *text) { e.Enter(field, QLatin1StringView(text)); };
-        enter("ID3v2Title", "T");
-        enter("ID3v2Artist", "R");
-        enter("ID3v2Album", "L");
-        enter("ID3v2Year", "2001");
+        e.Enter("ID3v2Title", u"T"_s);
+        e.Enter("ID3v2Artist", u"R"_s);
+        e.Enter("ID3v2Album", u"L"_s);
+        e.Enter("ID3v2Year", u"2001"_s);
         e.Click("ID3v1Present");
         for (const auto &[track, genre, texts] : cases) {
             e.Enter("ID3v2Track", track);
@@ -404,8 +399,7 @@ private Q_SLOTS:
         e.Click("ID3v2AddComment"); // An empty text asks nothing.
         for (const QString &answer : {QString(), u"one"_s, u"two"_s, u"three"_s}) {
             e.Enter("ID3v2Comment", answer.isEmpty() ? u"lost"_s : answer.toUpper());
-            e.F.Prompts.ExpectPath(u"Enter description."_s, answer);
-            e.Click("ID3v2AddComment");
+            e.ClickAndGive("ID3v2AddComment", u"Enter description."_s, answer);
             QVERIFY(answer.isEmpty() || e.Form->focusWidget() == e.At("ID3v2Comment"));
         }
         QCOMPARE(e.Cells("ID3v2LstComments"), (QStringList{u"one|ONE"_s, u"two|TWO"_s, u"three|THREE"_s}));
@@ -467,13 +461,11 @@ private Q_SLOTS:
         e.SelectRow("ID3v2LstImages", 1);
         QCOMPARE(shown(), QColor(Qt::red));
 
-        e.F.Prompts.ExpectPath(QString(), e.F.Inside(u"a.gif"_s));
-        e.F.Prompts.Expect(ShownPath(e.F.Inside(u"a.gif"_s)) + u" exists, do you want to replace it?",
-                           PromptAnswer::No);
-        e.Click("ID3v2ImageSave");
+        const QString taken = e.F.Inside(u"a.gif"_s);
+        e.ClickAndGive("ID3v2ImageSave", QString(), taken, ShownPath(taken) + u" exists, do you want to replace it?",
+                       PromptAnswer::No);
         QCOMPARE(e.F.Read(u"a.gif"_s), gif);
-        e.F.Prompts.ExpectPath(QString(), e.F.Inside(u"new.bmp"_s));
-        e.Click("ID3v2ImageSave");
+        e.ClickAndGive("ID3v2ImageSave", QString(), e.F.Inside(u"new.bmp"_s));
         QCOMPARE(QImage::fromData(e.F.Read(u"new.bmp"_s), "BMP").pixelColor(0, 0), QColor(Qt::red));
         e.Click("ID3v2ImageOpen");
         const QString temporary = e.F.Inside(u"app\\tmp.bmp"_s);
@@ -519,10 +511,8 @@ private Q_SLOTS:
         const QByteArray before = e.F.Read(u"a.mp3"_s);
         e.Enter("ID3v1Title", u"kept"_s);
         e.Enter("ID3v1Track", u"32768"_s);
-        e.F.Prompts.Expect(u"The track number is too large: a tag holds numbers from 1 to 254.\n"
-                           u"Nothing has been changed."_s,
-                           PromptAnswer::Ok);
-        e.Click("CmdUpdate");
+        e.ClickAndRead("CmdUpdate", u"The track number is too large: a tag holds numbers from 1 to 254.\n"
+                                    "Nothing has been changed."_s);
         QCOMPARE(e.F.Read(u"a.mp3"_s), before);
         QCOMPARE(e.Text("ID3v1Title"), u"kept"_s);
         // A genre that has no name leaves the list on the one before.
