@@ -90,14 +90,20 @@ public:
         return paths;
     }
 
-    void TakeBack() { files.TakeAllBack(); }
+    BuildResult Finish()
+    {
+        if (!success)
+            return files.TakeAllBack() ? BuildResult::TakenBack : BuildResult::LeftBehind;
+        files.Clear();
+        return BuildResult::Done;
+    }
 
     bool Success() const { return success; }
 
 private:
     const CompilationPlan &plan;
     const Progress &progress;
-    MadeFiles files;
+    MadeFiles files{MadeFiles::AfterKill::TakeBack};
     bool success = true;
     int stage = 0;
 };
@@ -108,8 +114,8 @@ QString CompilationTitle(const QString &name, const QDateTime &now)
     return name + now.toString(u"' - Created: 'HH:mm:ss [MM-dd-yyyy]"_s);
 }
 
-bool BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles, QStringList &rootEntries,
-                      ReportSettings &reportRecord, const Progress &progress, const Clock &clock)
+BuildResult BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles, QStringList &rootEntries,
+                             ReportSettings &reportRecord, const Progress &progress, const Clock &clock)
 {
     Build build(plan, progress);
     progress.SetLimits(0, stages);
@@ -126,8 +132,7 @@ bool BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles
     build.Stage(u"Building list of files to be copied..."_s);
     rootEntries += build.RootEntries();
     build.Stage(build.Success() ? u"Saving your settings..."_s : u"Process failed, cleaning up..."_s);
-    if (!build.Success())
-        build.TakeBack();
+    const BuildResult result = build.Finish();
     progress.SetValue(0);
-    return build.Success();
+    return result;
 }

@@ -91,5 +91,5 @@ private:
     /// The picture comes from a file that can be copied as it stands.
     bool PictureIsIcon = false;
     /// What a look at report and browser has put into the compilation.
-    MadeFiles Previews;
+    MadeFiles Previews{MadeFiles::AfterKill::TakeBack};
 };

@@ -197,16 +197,23 @@ void MP3CDWizard::RunBuild()
     });
     const Hourglass hourglass(this);
     LongRun run(ui->ProgressBar2, ui->lblReport);
-    if (BuildCompilation(Plan(), CompilationFiles, ui->DragToBurn->Files, ReportRecord, run.AsProgress(),
-                         main.World().Clock))
+    const BuildResult result = BuildCompilation(Plan(), CompilationFiles, ui->DragToBurn->Files, ReportRecord,
+                                                run.AsProgress(), main.World().Clock);
+    if (result == BuildResult::Done)
         ReportSuccess();
     else
         ReportFailure(run.Stopped());
+    if (result == BuildResult::LeftBehind)
+        Report(ui->lblReport, u"Done: Process failed, and not all of the files could be removed. The next start of the "
+                              "program tries it again."_s);
 }
 
 void MP3CDWizard::ReportSuccess()
 {
     SaveSettings();
+    if (ui->chkCreateAutorun->isChecked() && ui->chkAutoIcon->isChecked() &&
+        !ExamineFile(CompilationFolder + u"\\setup.ico"_s).Exists)
+        main.Answer(u"The icon could not be saved"_s);
     Report(ui->lblReport, u"Done: The process completed successfully."_s);
     ui->Label7->setText(
         u"The compilation is now ready to burn. You can either drag the Icon below into any CD-Writing software that "

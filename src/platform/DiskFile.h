@@ -47,6 +47,9 @@ public:
     /// alone.
     bool Create(const QByteArray &hostPath, bool isPrivate);
     bool Close();
+    /// Keeps the file for this process alone, among those that ask for it, until it is closed; false when another one
+    /// has it.
+    bool HoldAlone();
     bool IsOpen() const { return handle != -1; }
     std::intptr_t Handle() const { return handle; }
     DiskFacts Facts() const;

@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QMap>
 #include <QRandomGenerator>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -38,17 +37,55 @@ QString SettingsText(const QVariant &value)
     return value.typeId() == QMetaType::QStringList ? value.toStringList().join(u", ") : value.toString();
 }
 
+/// The settings of this process: what it has not changed since it read it keeps the value that another one stored.
+class ProcessSettings
+{
+public:
+    explicit ProcessSettings(const QString &applicationName) : stored(applicationName) {}
+    ~ProcessSettings() { Flush(); }
+    ProcessSettings(const ProcessSettings &) = delete;
+    ProcessSettings &operator=(const ProcessSettings &) = delete;
+
+    QString Read(const QString &address)
+    {
+        const QString value = unstored.contains(address) ? unstored[address] : SettingsText(stored.Value(address));
+        known[address] = value;
+        return value;
+    }
+    void Write(const QString &address, const QString &value)
+    {
+        const auto former = known.constFind(address);
+        if (former == known.cend() || *former != value)
+            unstored[address] = known[address] = value;
+    }
+    bool Flush()
+    {
+        if (!stored.Store(unstored))
+            return false;
+        unstored.clear();
+        return true;
+    }
+    QString Place() const { return stored.Place(); }
+
+private:
+    HostSettings stored;
+    /// What was read or written last.
+    QMap<QString, QString> known;
+    QMap<QString, QString> unstored;
+};
+
 SettingsStore MakeSettings(const QString &applicationName)
 {
-    const std::shared_ptr<QSettings> store = OpenSettings(applicationName);
+    const auto process = std::make_shared<ProcessSettings>(applicationName);
     SettingsStore settings;
-    settings.Read = [store](const QString &section, const QString &key) {
-        return SettingsText(store->value(SettingsAddress(section, key)));
+    settings.Read = [process](const QString &section, const QString &key) {
+        return process->Read(SettingsAddress(section, key));
     };
-    settings.Write = [store](const QString &section, const QString &key, const QString &value) {
-        store->setValue(SettingsAddress(section, key), value);
+    settings.Write = [process](const QString &section, const QString &key, const QString &value) {
+        process->Write(SettingsAddress(section, key), value);
     };
-    settings.Place = store->fileName();
+    settings.Flush = [process] { return process->Flush(); };
+    settings.Place = process->Place();
     return settings;
 }
 

@@ -94,7 +94,11 @@ struct Clock {
 /// Per-user text values by section and key; a key never written reads as the empty text.
 struct SettingsStore {
     std::function<QString(const QString &section, const QString &key)> Read;
+    /// A value that is the one last read or written changes nothing, so that another process keeps what it stored.
     std::function<void(const QString &section, const QString &key, const QString &value)> Write;
+    /// Stores what was written, and reads what others have stored meanwhile. False when that fails; what was written is
+    /// then kept for the next time. It also happens when the program ends.
+    std::function<bool()> Flush = [] { return true; };
     /// Where they are kept, for a person.
     QString Place{};
 };

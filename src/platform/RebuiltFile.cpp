@@ -2,6 +2,7 @@
 
 #include "platform/Files.h"
 #include "platform/ReplacedFile.h"
+#include "platform/WayBack.h"
 
 #include <algorithm>
 #include <optional>
@@ -152,11 +153,15 @@ std::optional<RebuildState> RebuildByCopy(const QString &path, DiskFile &old, co
 class InPlaceRebuild
 {
 public:
-    InPlaceRebuild(DiskFile &openFile, const RebuildPlan &wanted) : file(openFile), plan(wanted) {}
+    InPlaceRebuild(const QString &pathOfFile, DiskFile &openFile, const RebuildPlan &wanted)
+        : path(pathOfFile), file(openFile), plan(wanted)
+    {
+    }
 
     RebuildState Run()
     {
-        if (!HoldLost())
+        WayBack wayBack;
+        if (!HoldLost() || !wayBack.NoteStretches(path, file, OverwrittenStretches()))
             return StateOfFault();
         RebuildState state = RebuildState::Done;
         if (!file.Reserve(plan.Size) || !MoveStretches())
@@ -165,8 +170,10 @@ public:
             state = WritePieces(file, file, plan, true);
         if (state == RebuildState::Done && !file.Flush())
             state = StateOfFault();
-        if (state != RebuildState::Done)
-            TakeBack();
+        if (state == RebuildState::Done || TakeBack())
+            wayBack.Drop();
+        else
+            wayBack.Abandon();
         return state;
     }
 
@@ -180,6 +187,25 @@ private:
         std::int64_t From;
         QByteArray Bytes;
     };
+
+    /// What of the old file does not stay where it is.
+    std::vector<WayBack::Stretch> OverwrittenStretches() const
+    {
+        std::vector<WayBack::Stretch> stretches;
+        std::int64_t stays = 0;
+        const auto add = [&](std::int64_t end) {
+            if (end > stays)
+                stretches.push_back({stays, end - stays});
+        };
+        for (const PlacedPiece &piece : plan.Pieces) {
+            if (!piece.IsOld() || piece.From != piece.To)
+                continue;
+            add(piece.From);
+            stays = piece.From + piece.Count;
+        }
+        add(plan.OldSize);
+        return stretches;
+    }
 
     bool Hold(std::int64_t from, std::int64_t end)
     {
@@ -244,17 +270,18 @@ private:
         return true;
     }
 
-    void TakeBack()
+    bool TakeBack()
     {
         QByteArray buffer(BlockSize, Qt::Uninitialized);
+        bool done = true;
         for (auto move = moved.rbegin(); move != moved.rend(); ++move)
-            CopyBlock(file, move->To, file, move->From, FirstOf(buffer, move->Count));
+            done = CopyBlock(file, move->To, file, move->From, FirstOf(buffer, move->Count)) && done;
         for (const Held &held : lost)
-            file.WriteAt(held.From, held.Bytes);
-        file.Resize(plan.OldSize);
-        file.Flush();
+            done = file.WriteAt(held.From, held.Bytes) && done;
+        return file.Resize(plan.OldSize) && file.Flush() && done;
     }
 
+    const QString &path;
     DiskFile &file;
     const RebuildPlan &plan;
     std::vector<Move> moved;
@@ -277,6 +304,7 @@ RebuildState OpenOld(const QString &path, std::int64_t oldSize, DiskFile &old)
 
 RebuildState RebuildFile(const QString &path, std::int64_t oldSize, std::span<const FilePiece> pieces)
 {
+    WayBack::GoAbandoned();
     DiskFile old;
     RebuildState state = OpenOld(path, oldSize, old);
     if (state != RebuildState::Done)
@@ -291,5 +319,5 @@ RebuildState RebuildFile(const QString &path, std::int64_t oldSize, std::span<co
         if (state != RebuildState::Done)
             return state;
     }
-    return InPlaceRebuild(old, *plan).Run();
+    return InPlaceRebuild(path, old, *plan).Run();
 }

@@ -32,7 +32,7 @@ enum class RebuildState {
 /// read back and compared, flushed, and takes the file's place with its rights, attributes and extended attributes, and
 /// its owner where the host lets it, so that a killed process or a full disk leaves the old file or the new one. A
 /// symbolic link stays and its target is rebuilt. A file with several hard links, or in a folder that takes no copy, is
-/// written in place instead, after the space for it has been reserved; what fails on the way is taken back, but a
-/// process killed then leaves it half-written. In every state but Done the file is as it was. oldSize: the file's size
-/// when the pieces were planned.
+/// written in place instead, after the space for it has been reserved and what is written over has been noted
+/// (WayBack): what fails on the way is taken back, and what a killed process leaves half-written is at the next start.
+/// In every state but Done the file is as it was. oldSize: the file's size when the pieces were planned.
 RebuildState RebuildFile(const QString &path, std::int64_t oldSize, std::span<const FilePiece> pieces);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/DiskFile.h"
+#include "platform/WayBack.h"
 
 /// A file in the course of being replaced whole: a copy beside it takes the new content and then its place. Destroying
 /// it before the copy is in its place leaves the old file as it was and no copy behind.
@@ -28,6 +29,7 @@ private:
     /// Host names, UTF-8 on Windows; the copy's is empty when there is none.
     QByteArray target;
     QByteArray copy;
+    WayBack wayBack;
     std::int64_t size = 0;
     bool existed = false;
 };

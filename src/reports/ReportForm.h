@@ -61,7 +61,9 @@ private:
     QString TakePlaylist();
     /// Whether the file is there; nothing when the user has stopped the run.
     std::optional<bool> WriteTemporary(const QString &temporary);
-    void OfferToKeep(const QString &temporary, const QString &commonRoot, const FormerFile &former);
+    void OfferToKeep(const QString &temporary, const QString &commonRoot, FormerFile &former);
+    /// Puts what stood there before in the place of a report that nobody keeps.
+    void GiveBack(FormerFile &former, const QString &temporary);
 
     std::unique_ptr<Ui::ReportForm> ui;
     /// The step, from 0: one of each frame, then the run, then the restart.

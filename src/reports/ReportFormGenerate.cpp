@@ -27,8 +27,10 @@ void ReportForm::Generate()
     if (!relative)
         EnsureFolder(folder);
     const QString temporary = folder + u'\\' + name;
-    const FormerFile former(temporary);
-    const std::optional<bool> written = WriteTemporary(temporary);
+    FormerFile former(temporary);
+    const std::optional<bool> written = former.Note() ? WriteTemporary(temporary) : false;
+    if (written != true)
+        former.Forget();
     if (!written) {
         Report(ui->lblReport, u"Stopped: no report was written. Click 'Next>' to restart..."_s);
         return;
@@ -51,14 +53,14 @@ std::optional<bool> ReportForm::WriteTemporary(const QString &temporary)
     return run.Stopped() ? std::nullopt : std::optional(written);
 }
 
-void ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot, const FormerFile &former)
+void ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot, FormerFile &former)
 {
     const Host &world = main.World();
     if (!world.Shell.Open(temporary))
         Report(ui->lblReport, u"No program opened the file: "_s + ToHostPath(temporary));
     if (world.Prompts.Message({u"Do you want to keep the file?"_s, PromptIcon::Question, PromptButtons::YesNo}) !=
         PromptAnswer::Yes) {
-        former.GiveBack();
+        GiveBack(former, temporary);
         return;
     }
     const bool text = IsText();
@@ -68,15 +70,28 @@ void ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot
         {u"Save As"_s, text ? u"TXT Document (*.txt)|*.txt|"_s : u"HTM Document (*.htm)|*.htm|"_s,
          text ? u"txt"_s : u"htm"_s, suggested});
     // Cancel leaves the file where it is.
-    if (!chosen)
+    if (!chosen) {
+        former.Forget();
         return;
+    }
     if (main.CheckExists(*chosen)) {
-        former.GiveBack();
+        GiveBack(former, temporary);
         return;
     }
     if (!CopyFilePath(temporary, *chosen))
         world.Prompts.Message({u"Could not save the file!"_s, PromptIcon::Warning});
     // Not when it has been kept under its own name.
     if (DiskFactsOf(temporary) != DiskFactsOf(*chosen))
-        former.GiveBack();
+        GiveBack(former, temporary);
+    else
+        former.Forget();
+}
+
+void ReportForm::GiveBack(FormerFile &former, const QString &temporary)
+{
+    if (former.GiveBack())
+        return;
+    const QString text = former.Existed() ? u"The former file could not be put back in the place of "_s
+                                          : u"Could not delete the file: "_s;
+    main.World().Prompts.Message({text + ToHostPath(temporary), PromptIcon::Warning});
 }

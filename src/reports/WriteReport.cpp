@@ -134,8 +134,8 @@ bool WriteReport(const QString &fileName, const QStringList &files, ReportSettin
     Printer printer(file);
     const bool whole = settings.IsText() ? PrintReport<TextLayout>(printer, files, settings, progress, clock)
                                          : PrintReport<PageLayout>(printer, files, settings, progress, clock);
-    if (whole)
-        file.Commit();
+    // A former file of that name is no report of this run.
+    const bool written = whole && file.Commit();
     progress.SetValue(0);
-    return PathExists(fileName);
+    return written;
 }

@@ -1,5 +1,6 @@
 #include "session/Main.h"
 
+#include "platform/WayBack.h"
 #include "session/ClientArea.h"
 #include "session/GridView.h"
 #include "session/Icons.h"
@@ -41,7 +42,10 @@ Main::Main(const Host &hostOfProgram, std::span<const Tool> toolsOfProgram)
     view->setFocus();
 }
 
-Main::~Main() = default;
+Main::~Main()
+{
+    KeepWaysBack({});
+}
 
 void Main::BuildGrid()
 {
@@ -293,6 +297,7 @@ void Main::Run(const std::function<void()> &command)
         ListView1.CloseStep(stepName.isEmpty() ? NameOfStep() : stepName, dirty);
         ShowSteps();
         running = false;
+        host.Settings.Flush();
     });
     Attempt(command);
 }
@@ -313,14 +318,19 @@ void Main::Attempt(const std::function<void()> &command)
     }
 }
 
+bool Main::ConfirmLoss()
+{
+    return host.Prompts.Message(
+               {u"The list and the settings could not be stored for the next start, perhaps because the "
+                "disk is full. Do you want to close the program all the same?"_s,
+                PromptIcon::Warning, PromptButtons::YesNo}) == PromptAnswer::Yes;
+}
+
 void Main::closeEvent(QCloseEvent *event)
 {
     event->ignore();
     Attempt([&] {
-        if (!ConfirmSaveFirst())
-            return;
-        if (keepsSession)
-            SetFormState(true);
-        event->accept();
+        if (ConfirmSaveFirst() && (!keepsSession || SetFormState(true) || ConfirmLoss()))
+            event->accept();
     });
 }

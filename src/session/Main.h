@@ -89,8 +89,8 @@ public:
     QRect Room() const;
     /// Moves a dialog to where it opens: beside a small main window, else centred over it; whole on the screen.
     void PositionForm(QWidget *dialog);
-    /// Writes (save) or applies the settings of the window and the session.
-    void SetFormState(bool save);
+    /// Writes (save) or applies the settings of the window and the session. False when they cannot be written.
+    bool SetFormState(bool save);
     /// Where the rows of a session are kept.
     QString SessionFile() const;
     /// Whether a tip is shown at each start.
@@ -287,7 +287,16 @@ private:
     void Check(QByteArrayView name, bool on);
     bool IsChecked(QByteArrayView name) const;
     void ShowMenus(bool on);
-    void SaveState();
+    /// True when the user closes a window whose session cannot be stored.
+    bool ConfirmLoss();
+    /// Stores the session beside what another program of this kind has stored since this one read it.
+    bool SaveState();
+    void SaveShortcuts() const;
+    /// Keeps the list that another program has stored as its session meanwhile, in a file whose path it returns; empty
+    /// when there is none, or nothing that this list lacks.
+    QString KeepOtherSession() const;
+    QStringList StoredRecentFiles() const;
+    QStringList StoredShortcuts() const;
     void SaveView();
     void LoadState();
     QMargins FrameMargins() const;
@@ -326,6 +335,8 @@ private:
     bool answered = false;
     /// The session has been restored, so it is stored when the window closes.
     bool keepsSession = false;
+    /// What the session file held when this program last read or wrote it.
+    QByteArray sessionContent;
     bool batchOfDrop = false;
 
     // What Reset and Default go back to.
@@ -337,4 +348,7 @@ private:
     ColourNumber gridForeground = systemWindowText;
     int transparency = 0;
     QStringList ShortcutList;
+    // As they were stored at the start.
+    QStringList storedRecentFiles;
+    QStringList storedShortcuts;
 };

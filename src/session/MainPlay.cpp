@@ -27,6 +27,7 @@ void Main::PrevM3U(PreviewMode mode)
     }
     EnsureFolder(host.ApplicationFolder);
     const QStringList documents = WritePlaylistFile(SessionFile(), FileArray) ? QStringList{SessionFile()} : FileArray;
+    ReadWholeFile(SessionFile(), sessionContent);
     bool opened = false;
     for (const QString &path : documents)
         opened |= host.Shell.OpenElsewhere(path);

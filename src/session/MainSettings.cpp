@@ -13,6 +13,7 @@
 #include <QScreen>
 #include <QStatusBar>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -60,12 +61,26 @@ private:
     const SettingsStore &store;
     QString name;
 };
+
+/// A list with what others have put into its stored form since that was read.
+QStringList OthersBefore(const QStringList &own, const QStringList &wasStored, const QStringList &isStored)
+{
+    QStringList paths;
+    for (const QString &path : isStored) {
+        if (!wasStored.contains(path) && !own.contains(path))
+            paths.append(path);
+    }
+    return paths + own;
+}
 } // namespace
 
-void Main::SetFormState(bool save)
+bool Main::SetFormState(bool save)
 {
     const Hourglass hourglass(this);
-    save ? SaveState() : LoadState();
+    if (save)
+        return SaveState();
+    LoadState();
+    return true;
 }
 
 bool Main::TipsAtStartup() const
@@ -86,28 +101,79 @@ void Main::MToolsFullData_Click()
     MViewRefresh_Click();
 }
 
-void Main::SaveState()
+bool Main::SaveState()
 {
+    // Now what others have stored meanwhile is known.
+    host.Settings.Flush();
+    QStringList recentOnes = OthersBefore(recentFiles, storedRecentFiles, StoredRecentFiles());
     const Section recent(host.Settings, u"RF"_s);
+    bool done = true;
     if (IsChecked("MToolsSaveSetting")) {
         SaveView();
         DestroyFileArray();
         SaveFileArrayFromList(true);
         EnsureFolder(host.ApplicationFolder);
-        WritePlaylistFile(SessionFile(), FileArray);
+        const QString kept = KeepOtherSession();
+        if (!kept.isEmpty())
+            recentOnes.prepend(kept);
+        done = WritePlaylistFile(SessionFile(), FileArray);
         recent.Write(u"Wkdir"_s, NormalisedPath(CurrentDirectory()));
     }
+    recentOnes.resize(RecentCount);
     for (int i = 0; i < RecentCount; ++i) {
         const QString number = QString::number(i + 1);
-        recent.Write(number, recentFiles[i].isEmpty() ? QString() : number + u": " + recentFiles[i]);
+        recent.Write(number, recentOnes[i].isEmpty() ? QString() : number + u": " + recentOnes[i]);
     }
-    const Section shortcuts(host.Settings, u"SH"_s);
-    for (int i = 1; !shortcuts.Text(QString::number(i)).isEmpty(); ++i)
-        shortcuts.Write(QString::number(i), QString());
-    for (qsizetype i = 0; i < ShortcutList.size(); ++i)
-        shortcuts.Write(QString::number(i + 1), ShortcutList[i]);
+    SaveShortcuts();
     recent.Write(u"W"_s, BookmarkFilePath);
     Section(host.Settings, u"SSE"_s).Write(u"V"_s, IsChecked("MToolsSaveSetting") ? 1 : 0);
+    return host.Settings.Flush() && done;
+}
+
+void Main::SaveShortcuts() const
+{
+    const QStringList stored = StoredShortcuts();
+    QStringList all;
+    for (const QString &path : ShortcutList + stored) {
+        const bool isGone = storedShortcuts.contains(path) && (!stored.contains(path) || !ShortcutList.contains(path));
+        if (!isGone && !all.contains(path))
+            all.append(path);
+    }
+    const Section shortcuts(host.Settings, u"SH"_s);
+    for (qsizetype i = 0; i < std::max(all.size(), stored.size()); ++i)
+        shortcuts.Write(QString::number(i + 1), all.value(i));
+}
+
+QString Main::KeepOtherSession() const
+{
+    QByteArray content;
+    QStringList others;
+    if (!ReadWholeFile(SessionFile(), content) || content == sessionContent || !ReadSessionFile(SessionFile(), others))
+        return {};
+    const QSet<QString> own(FileArray.cbegin(), FileArray.cend());
+    if (std::all_of(others.cbegin(), others.cend(), [&own](const QString &path) { return own.contains(path); }))
+        return {};
+    const QString path = host.ApplicationFolder + host.Clock.Now().toString(u"'\\session-'yyyyMMdd-HHmmss'.m3u'"_s);
+    return WriteWholeFile(path, content) ? path : QString();
+}
+
+QStringList Main::StoredRecentFiles() const
+{
+    const Section recent(host.Settings, u"RF"_s);
+    QStringList paths;
+    for (int i = 0; i < RecentCount; ++i)
+        paths.append(recent.Text(QString::number(i + 1)).mid(3));
+    paths.removeAll(QString());
+    return paths;
+}
+
+QStringList Main::StoredShortcuts() const
+{
+    const Section shortcuts(host.Settings, u"SH"_s);
+    QStringList paths;
+    for (int i = 1; !shortcuts.Text(QString::number(i)).isEmpty(); ++i)
+        paths.append(shortcuts.Text(QString::number(i)));
+    return paths;
 }
 
 void Main::SaveView()
@@ -161,15 +227,13 @@ void Main::LoadState()
         if (!folder.isEmpty())
             SetCurrentDirectory(folder);
     }
-    for (int i = 0; i < RecentCount; ++i)
-        recentFiles[i] = recent.Text(QString::number(i + 1)).mid(3);
-    recentFiles.removeAll(QString());
+    recentFiles = storedRecentFiles = StoredRecentFiles();
     recentFiles.resize(RecentCount);
     ShowRecentFiles();
-    const Section shortcuts(host.Settings, u"SH"_s);
-    for (int i = 1; !shortcuts.Text(QString::number(i)).isEmpty(); ++i) {
-        if (PathExists(shortcuts.Text(QString::number(i))))
-            AddShortcut(shortcuts.Text(QString::number(i)));
+    storedShortcuts = StoredShortcuts();
+    for (const QString &path : std::as_const(storedShortcuts)) {
+        if (PathExists(path))
+            AddShortcut(path);
     }
     BookmarkFilePath = recent.Text(u"W"_s);
     SetFullData(host.Settings.Read(optionsSection, fullDataKey) == "1"_L1);

@@ -1,5 +1,6 @@
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "platform/WayBack.h"
 #include "playlist/M3UFile.h"
 #include "session/Main.h"
 #include "text/FormatText.h"
@@ -13,7 +14,9 @@ using namespace Qt::StringLiterals;
 void Main::RestoreSession(const QString &commandLine)
 {
     keepsSession = true;
+    KeepWaysBack(host.ApplicationFolder);
     SetFormState(false);
+    ReadWholeFile(SessionFile(), sessionContent);
     ShowBookmarkMenu(DetectPlayer());
     menus["MViewTrans"]->setEnabled(IsNtFamily() || host.WindowsCanFade);
     if (!commandLine.isEmpty())

@@ -7,10 +7,16 @@ FormerFile::FormerFile(const QString &pathOfFile)
 {
 }
 
-bool FormerFile::GiveBack() const
+bool FormerFile::Note()
+{
+    return IsKept() && wayBack.NoteFormer(path, existed, content);
+}
+
+bool FormerFile::GiveBack()
 {
     // What cannot be read has not been replaced either.
-    if (existed)
-        return !readable || WriteWholeFile(path, content);
-    return DeleteFile(path);
+    const bool done = existed ? !readable || WriteWholeFile(path, content) : DeleteFile(path);
+    if (done)
+        Forget();
+    return done;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/WayBack.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -9,16 +11,23 @@ class FormerFile
 public:
     explicit FormerFile(const QString &pathOfFile);
 
+    /// Lets the next start give it back should the process be killed before GiveBack or Forget. False when that cannot
+    /// be noted.
+    bool Note();
+    /// What has been written stays.
+    void Forget() { wayBack.Drop(); }
+
     /// Whether a file stood there.
     bool Existed() const { return existed; }
-    /// False when a file stood there whose content cannot be given back.
+    /// False when something stood there whose content cannot be given back.
     bool IsKept() const { return !existed || readable; }
     /// Takes away what stands there now and gives back what it has replaced. False on any failure.
-    bool GiveBack() const;
+    bool GiveBack();
 
 private:
     QString path;
     QByteArray content;
+    WayBack wayBack;
     bool existed;
     bool readable;
 };

@@ -2,9 +2,13 @@
 
 bool MadeFiles::Make(const QString &path, const std::function<bool()> &write)
 {
-    const FormerFile former(path);
-    if (!former.IsKept() || !write())
+    FormerFile former(path);
+    if (!former.IsKept() || (afterKill == AfterKill::TakeBack && !former.Note()))
         return false;
+    if (!write()) {
+        former.Forget();
+        return false;
+    }
     files.push_back({path, former});
     return true;
 }
@@ -18,9 +22,18 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
     return file.Former.Existed() ? TakenBack::PutBack : TakenBack::Deleted;
 }
 
-void MadeFiles::TakeAllBack()
+bool MadeFiles::TakeAllBack()
 {
+    bool done = true;
     for (qsizetype n = Count(); n-- > 0;)
-        TakeBack(n);
-    Clear();
+        done = TakeBack(n) != TakenBack::Failed && done;
+    files.clear();
+    return done;
+}
+
+void MadeFiles::Clear()
+{
+    for (File &file : files)
+        file.Former.Forget();
+    files.clear();
 }

@@ -12,6 +12,10 @@
 class MadeFiles
 {
 public:
+    /// What becomes of the files of a run whose process is killed: they stay, or the next start takes them back.
+    enum class AfterKill { Stay, TakeBack };
+    explicit MadeFiles(AfterKill choice = AfterKill::Stay) : afterKill(choice) {}
+
     /// Lets write make or replace the file. False when that fails, and when a file stands there whose content cannot be
     /// kept: it is then not touched.
     bool Make(const QString &path, const std::function<bool()> &write);
@@ -25,9 +29,11 @@ public:
     /// may stand there by then.
     TakenBack TakeBack(qsizetype n);
 
-    void Clear() { files.clear(); }
-    /// Takes all back, the last one first, and forgets them.
-    void TakeAllBack();
+    /// Forgets them: they stay.
+    void Clear();
+    /// Takes all back, the last one first, and forgets them. False when that fails for one, which is tried again at the
+    /// next start.
+    bool TakeAllBack();
 
 private:
     struct File {
@@ -35,5 +41,6 @@ private:
         FormerFile Former;
         bool IsTakenBack = false;
     };
+    AfterKill afterKill;
     std::vector<File> files;
 };

@@ -213,9 +213,10 @@ private Q_SLOTS:
         const QByteArray head = "\xEF\xBB\xBF<head><html><title>" + QByteArray(200, ' ') + "</title></head><body>\r\n";
         const QByteArray end = "'>夜🎵</font></td>\r\n</tr>\r\n\r\n</table></center></body></html>\r\n";
         QVERIFY(page.startsWith(head) && page.endsWith(end));
-        // What cannot be written leaves the old file.
+        // What cannot be written leaves the old file, which is no report of this run.
         SetFileAttributes(w.F.Inside(u"report"_s), AttributeReadOnly);
-        QVERIFY(w.Written({}).count(name) == 20'000 && w.F.Listing({}) == u"report");
+        QVERIFY(!WriteReport(w.F.Inside(u"report"_s), {}, w.Settings, w.Run, w.F.Window->World().Clock));
+        QVERIFY(w.F.Read(u"report"_s) == page && w.F.Listing({}) == u"report");
     }
 
     /// What is set in each step comes to a settings file, to the report, and back from the file.

@@ -38,6 +38,8 @@ struct MainFixture {
     QList<double> Draws;
     /// What a search over the drives walks.
     std::function<QStringList()> Roots = [this] { return QStringList{Folder + u'\\'}; };
+    /// What of the world is another one from the next start on.
+    std::function<void(Host &)> Adjust = [](Host &) {};
     std::unique_ptr<Main> Window;
 
     MainFixture() { Restart(); }
@@ -214,6 +216,7 @@ private:
         host.Environment = [](const QString &) { return QString(); };
         host.ApplicationFolder = Inside(QStringLiteral("app"));
         host.ProgramFolder = Inside(QStringLiteral("program"));
+        Adjust(host);
         return host;
     }
 };

@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <linux/fs.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -77,6 +78,11 @@ bool DiskFile::Close()
 {
     const int file = Descriptor(std::exchange(handle, -1));
     return file < 0 || ::close(file) == 0;
+}
+
+bool DiskFile::HoldAlone()
+{
+    return ::flock(Descriptor(handle), LOCK_EX | LOCK_NB) == 0;
 }
 
 DiskFacts DiskFile::Facts() const

@@ -1,6 +1,7 @@
 #include "platform/Files.h"
 
 #include "platform/Drives.h"
+#include "platform/WayBack.h"
 #include "platform/linux/ExtendedAttributes.h"
 #include "platform/linux/TemporaryName.h"
 
@@ -70,12 +71,14 @@ bool Respell(const QByteArray &source, const QByteArray &target)
         return false;
     // A rename from one name to the other would do nothing. That the names are two of one file shows at the end.
     const QByteArray between = TemporaryName(target);
-    if (!RenameKeeping(source, between))
+    WayBack wayBack;
+    if (!wayBack.NoteRename(FromHostBytes(between), FromHostBytes(source)))
         return false;
-    if (RenameKeeping(between, target))
-        return true;
-    RenameKeeping(between, source);
-    return false;
+    const bool isAway = RenameKeeping(source, between);
+    const bool done = isAway && RenameKeeping(between, target);
+    if (done || !isAway || RenameKeeping(between, source))
+        wayBack.Drop();
+    return done;
 }
 
 /// Gives a copied file the rights, times and extended attributes of its source.

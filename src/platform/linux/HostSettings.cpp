@@ -1,10 +1,150 @@
 #include "platform/HostSettings.h"
 
+#include "platform/Drives.h"
+#include "platform/Files.h"
+
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QThread>
 
-std::unique_ptr<QSettings> OpenSettings(const QString &applicationName)
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+// The file is read by QSettings. It is written here, since QSettings waits for ever for a lock file that cannot be
+// removed, and leaves it behind when the process is killed.
+
+namespace
+{
+
+/// Lets no other process of the program store while this lives; one that stands still is not waited for.
+class StoreLock
+{
+public:
+    explicit StoreLock(const QString &folder)
+        : file(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_CLOEXEC))
+    {
+        constexpr int mostTries = 100;
+        constexpr unsigned long pause = 10;
+        for (int i = 0; i < mostTries && file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) != 0; ++i)
+            QThread::msleep(pause);
+    }
+    ~StoreLock()
+    {
+        if (file >= 0)
+            ::close(file);
+    }
+    StoreLock(const StoreLock &) = delete;
+    StoreLock &operator=(const StoreLock &) = delete;
+
+private:
+    int file;
+};
+
+QByteArray HexOf(char character)
+{
+    return QByteArray(1, character).toHex().toUpper();
+}
+
+/// A section's or a key's name as the file has it.
+QByteArray NameInFile(const QString &name)
+{
+    QByteArray written;
+    for (const char character : name.toLatin1()) {
+        const bool isPlain =
+            QChar::isLetterOrNumber(static_cast<uchar>(character)) || QByteArray("_-.").contains(character);
+        written += isPlain ? QByteArray(1, character) : '%' + HexOf(character);
+    }
+    return written;
+}
+
+QByteArray ValueInFile(const QString &value)
+{
+    QByteArray written("\"");
+    // "@" begins a value of another type.
+    if (value.startsWith(u'@'))
+        written += '@';
+    bool afterCode = false;
+    for (const char character : value.toUtf8()) {
+        const bool isHex = QByteArray("0123456789abcdefABCDEF").contains(character);
+        const bool isCode = static_cast<uchar>(character) < 0x20 || (afterCode && isHex);
+        if (isCode)
+            written += "\\x" + HexOf(character);
+        else if (character == '"' || character == '\\')
+            written += QByteArray("\\") + character;
+        else
+            written += character;
+        afterCode = isCode;
+    }
+    return written + '"';
+}
+
+/// Replaces the line of a key, or adds it to its section.
+void PutLine(QByteArrayList &lines, const QByteArray &section, const QByteArray &key, const QByteArray &value)
+{
+    // Without the mark this one would hold the keys that have no section.
+    const bool isMarked = section.compare("general", Qt::CaseInsensitive) == 0;
+    const QByteArray head = (isMarked ? "[%" : "[") + section + ']';
+    qsizetype at = lines.indexOf(head);
+    if (at < 0) {
+        at = lines.size();
+        lines.append(head);
+    }
+    qsizetype last = at;
+    for (++at; at < lines.size() && !lines[at].startsWith('['); ++at) {
+        if (lines[at].startsWith(QByteArray(key + '='))) {
+            lines[at] = key + '=' + value;
+            return;
+        }
+        if (!lines[at].isEmpty())
+            last = at;
+    }
+    lines.insert(last + 1, key + '=' + value);
+}
+
+} // namespace
+
+HostSettings::HostSettings(const QString &applicationName)
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    return std::make_unique<QSettings>(QString(folder + u'/' + applicationName + u".ini"), QSettings::IniFormat);
+    store = std::make_unique<QSettings>(QString(folder + u'/' + applicationName + u".ini"), QSettings::IniFormat);
+}
+
+HostSettings::~HostSettings() = default;
+
+QVariant HostSettings::Value(const QString &address) const
+{
+    return store->value(address);
+}
+
+bool HostSettings::Store(const QMap<QString, QString> &values)
+{
+    const QString folder = QFileInfo(Place()).path();
+    if (!values.isEmpty()) {
+        EnsureFolder(FromHostPath(folder));
+        const StoreLock lock(folder);
+        const QString path = FromHostPath(Place());
+        QByteArray content;
+        if (!ReadWholeFile(path, content) && ExamineFile(path).Exists)
+            return false;
+        QByteArrayList lines = content.replace("\r\n", "\n").split('\n');
+        if (lines.last().isEmpty())
+            lines.removeLast();
+        for (auto value = values.begin(); value != values.end(); ++value)
+            PutLine(lines, NameInFile(value.key().section(u'/', 0, 0)), NameInFile(value.key().section(u'/', 1)),
+                    ValueInFile(*value));
+        if (!WriteWholeFile(path, lines.join('\n') + '\n'))
+            return false;
+    }
+    store->sync();
+    return true;
+}
+
+QString HostSettings::Place() const
+{
+    return store->fileName();
 }

@@ -35,6 +35,14 @@ std::optional<QByteArray> FollowLinks(QByteArray path)
     return std::nullopt;
 }
 
+/// What has failed is asked for afterwards.
+void DropKeepingFault(WayBack &wayBack)
+{
+    const int fault = errno;
+    wayBack.Drop();
+    errno = fault;
+}
+
 } // namespace
 
 QByteArray TemporaryName(const QByteArray &target)
@@ -47,8 +55,8 @@ QByteArray TemporaryName(const QByteArray &target)
 
 ReplacedFile::~ReplacedFile()
 {
-    if (!copy.isEmpty())
-        ::unlink(copy.constData());
+    if (!copy.isEmpty() && (::unlink(copy.constData()) == 0 || errno == ENOENT))
+        wayBack.Drop();
 }
 
 bool ReplacedFile::Begin(const QString &path)
@@ -66,15 +74,20 @@ bool ReplacedFile::Begin(const QString &path)
                     ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0))
         return false;
     constexpr int mostTries = 100;
-    for (int i = 0; i < mostTries && copy.isEmpty(); ++i) {
+    for (int i = 0; i < mostTries; ++i) {
         const QByteArray name = TemporaryName(target);
+        // Where it cannot be noted, a copy that nobody takes away is the worst that happens.
+        wayBack.NoteCopy(FromHostBytes(name));
         // The content of a private file stays private from the first byte; a new file gets what the user's mask leaves.
-        if (file.Create(name, existed))
+        if (file.Create(name, existed)) {
             copy = name;
-        else if (errno != EEXIST && errno != EINTR)
+            return true;
+        }
+        DropKeepingFault(wayBack);
+        if (errno != EEXIST && errno != EINTR)
             return false;
     }
-    return !copy.isEmpty();
+    return false;
 }
 
 bool ReplacedFile::Settle()
@@ -103,5 +116,6 @@ bool ReplacedFile::TakePlace()
     if (::rename(copy.constData(), target.constData()) != 0)
         return false;
     copy.clear();
+    wayBack.Drop();
     return true;
 }

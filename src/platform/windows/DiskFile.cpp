@@ -94,6 +94,12 @@ bool DiskFile::Close()
     return file == -1 || CloseHandle(HandleOf(file)) != 0;
 }
 
+bool DiskFile::HoldAlone()
+{
+    // What was created is not shared, and nobody else could have opened it.
+    return true;
+}
+
 DiskFacts DiskFile::Facts() const
 {
     return FactsFrom(HandleOf(handle));

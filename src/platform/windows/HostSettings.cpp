@@ -4,7 +4,27 @@
 
 using namespace Qt::StringLiterals;
 
-std::unique_ptr<QSettings> OpenSettings(const QString &applicationName)
+HostSettings::HostSettings(const QString &applicationName)
+    : store(std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope, u"Vantrel"_s, applicationName))
 {
-    return std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope, u"Vantrel"_s, applicationName);
+}
+
+HostSettings::~HostSettings() = default;
+
+QVariant HostSettings::Value(const QString &address) const
+{
+    return store->value(address);
+}
+
+bool HostSettings::Store(const QMap<QString, QString> &values)
+{
+    for (auto value = values.begin(); value != values.end(); ++value)
+        store->setValue(value.key(), *value);
+    store->sync();
+    return store->status() == QSettings::NoError;
+}
+
+QString HostSettings::Place() const
+{
+    return store->fileName();
 }

@@ -1,5 +1,6 @@
 #include "platform/ReplacedFile.h"
 
+#include "platform/Drives.h"
 #include "platform/windows/WindowsApi.h"
 
 #include <QRandomGenerator>
@@ -77,8 +78,8 @@ ReplacedFile::~ReplacedFile()
 {
     file.Close();
     // A replacement that failed half-way may have taken the old file away; then the copy is all there is.
-    if (!copy.isEmpty() && (!existed || Exists(WideOf(target))))
-        DeleteFileW(WideOf(copy).c_str());
+    if (!copy.isEmpty() && (!existed || Exists(WideOf(target))) && DeleteFileW(WideOf(copy).c_str()))
+        wayBack.Drop();
 }
 
 bool ReplacedFile::Begin(const QString &path)
@@ -93,8 +94,14 @@ bool ReplacedFile::Begin(const QString &path)
     if (existed && ((found & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0 || !MayBeWritten(followed)))
         return false;
     const QByteArray name = HostBytesOf(CopyName(followed));
-    if (!file.Create(name, existed))
+    // Where it cannot be noted, a copy that nobody takes away is the worst that happens.
+    wayBack.NoteCopy(FromHostBytes(name));
+    if (!file.Create(name, existed)) {
+        const DWORD error = GetLastError();
+        wayBack.Drop();
+        SetLastError(error);
         return false;
+    }
     target = HostBytesOf(followed);
     copy = name;
     return true;
@@ -112,7 +119,9 @@ bool ReplacedFile::TakePlace()
     const bool placed =
         existed ? Replace(to, from)
                 : MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
-    if (placed)
+    if (placed) {
         copy.clear();
+        wayBack.Drop();
+    }
     return placed;
 }

@@ -1,0 +1,351 @@
+#include "platform/WayBack.h"
+
+#include "platform/DiskFile.h"
+#include "platform/Drives.h"
+#include "platform/Files.h"
+
+#include <QDataStream>
+#include <QIODevice>
+#include <QMap>
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr QLatin1StringView NotesPrefix("way-back-");
+constexpr std::int64_t BlockSize = 256 * 1024;
+
+// A note is a byte that says whether it stands, its kind, the bytes that follow in all and those of its head, the head,
+// and, for some kinds, bytes of a file. Behind the last one stands a zero.
+constexpr char Unwritten = 0;
+constexpr char Stands = 'S';
+constexpr char Dropped = 'D';
+constexpr std::int64_t FrontSize = 2 + 2 * sizeof(qint64);
+enum Kind : char { CopyKind = 'c', RenameKind = 'r', FormerKind = 'f', StretchesKind = 's' };
+
+QByteArray FrontOf(Kind kind, qint64 size, qint64 headSize)
+{
+    QByteArray front;
+    QDataStream stream(&front, QIODevice::WriteOnly);
+    stream << static_cast<qint8>(Unwritten) << static_cast<qint8>(kind) << size << headSize;
+    return front;
+}
+
+QString FolderOfPath(const QString &path)
+{
+    return path.first(path.lastIndexOf(u'\\') + 1);
+}
+
+bool CopyBytes(const DiskFile &source, std::int64_t from, DiskFile &target, std::int64_t to, std::int64_t count)
+{
+    QByteArray buffer(std::min(count, BlockSize), Qt::Uninitialized);
+    for (std::int64_t done = 0; done < count; done += BlockSize) {
+        const std::int64_t size = std::min(BlockSize, count - done);
+        if (!source.ReadAt(from + done, {buffer.data(), static_cast<std::size_t>(size)}) ||
+            !target.WriteAt(to + done, QByteArrayView(buffer).first(size)))
+            return false;
+    }
+    return true;
+}
+
+/// The notes of this process: one file, which it holds, so that others see that it is alive.
+class Notes
+{
+public:
+    ~Notes() { Leave(); }
+
+    void Enter(const QString &newFolder)
+    {
+        Leave();
+        folder = newFolder;
+    }
+
+    bool IsKept() const { return !folder.isEmpty(); }
+
+    /// The number of a note with a head and stretches of a file behind it, which is on the disk when this returns if
+    /// there are any; 0 when it cannot be written.
+    std::uint64_t Add(Kind kind, const QByteArray &head, const DiskFile *source = nullptr,
+                      std::span<const WayBack::Stretch> stretches = {})
+    {
+        if (!Open())
+            return 0;
+        std::int64_t size = head.size();
+        for (const WayBack::Stretch &stretch : stretches)
+            size += stretch.Count;
+        bool written = file.WriteAt(end, QByteArray(FrontOf(kind, size, head.size()) + head + Unwritten));
+        std::int64_t at = end + FrontSize + head.size();
+        for (const WayBack::Stretch &stretch : stretches) {
+            written = written && CopyBytes(*source, stretch.From, file, at, stretch.Count);
+            at += stretch.Count;
+        }
+        // It stands only when all of it does.
+        const bool isSmall = stretches.empty();
+        written = written && (isSmall || (file.WriteAt(at, QByteArrayView(&Unwritten, 1)) && file.Flush())) &&
+                  file.WriteAt(end, QByteArrayView(&Stands, 1)) && (isSmall || file.Flush());
+        if (!written) {
+            file.Resize(end);
+            return 0;
+        }
+        standing[++last] = end;
+        end += FrontSize + size;
+        return last;
+    }
+
+    void Abandon(std::uint64_t number) { abandoned.append(number); }
+    /// Goes what can be gone of the abandoned ways back.
+    template <typename Go>
+    void GoAbandoned(Go go)
+    {
+        for (const std::uint64_t number : std::exchange(abandoned, {})) {
+            if (standing.contains(number) && !go(file, standing[number]))
+                abandoned.append(number);
+            else
+                Drop(number);
+        }
+    }
+
+    void Drop(std::uint64_t number)
+    {
+        const auto note = standing.find(number);
+        if (note == standing.end())
+            return;
+        const bool dropped = file.WriteAt(*note, QByteArrayView(&Dropped, 1));
+        standing.erase(note);
+        if (!standing.isEmpty())
+            return;
+        if (!dropped || end > BlockSize)
+            file.Resize(0);
+        end = 0;
+    }
+
+private:
+    bool Open()
+    {
+        if (!file.IsOpen() && EnsureFolder(folder)) {
+            path = folder + u'\\' + NotesPrefix + QString::number(QRandomGenerator::system()->generate64(), 36);
+            if (!file.Create(ToHostBytes(path), true))
+                return false;
+            file.HoldAlone();
+        }
+        return file.IsOpen();
+    }
+
+    void Leave()
+    {
+        if (file.IsOpen() && file.Close() && standing.isEmpty())
+            DeleteFile(path);
+        standing.clear();
+        end = 0;
+    }
+
+    QString folder;
+    QString path;
+    DiskFile file;
+    /// Where the next note goes.
+    std::int64_t end = 0;
+    std::uint64_t last = 0;
+    QList<std::uint64_t> abandoned;
+    /// Where each note stands.
+    QMap<std::uint64_t, std::int64_t> standing;
+};
+
+Notes &OwnNotes()
+{
+    static Notes notes;
+    return notes;
+}
+
+/// A note that is read again.
+struct LeftNote {
+    /// Where it stands.
+    std::int64_t At;
+    Kind What;
+    QByteArray Head;
+    /// Where what stands behind the head begins.
+    std::int64_t Behind;
+};
+
+std::vector<LeftNote> ReadNotes(const DiskFile &file)
+{
+    std::vector<LeftNote> notes;
+    QByteArray front(FrontSize, Qt::Uninitialized);
+    const auto read = [&file](std::int64_t at, QByteArray &bytes) {
+        return file.ReadAt(at, {bytes.data(), static_cast<std::size_t>(bytes.size())});
+    };
+    const std::int64_t whole = file.Facts().Size;
+    for (std::int64_t at = 0; whole - at >= FrontSize && read(at, front);) {
+        qint8 state = 0;
+        qint8 kind = 0;
+        qint64 size = 0;
+        qint64 headSize = 0;
+        QDataStream(front) >> state >> kind >> size >> headSize;
+        const std::int64_t start = at + FrontSize;
+        if ((state != Stands && state != Dropped) || headSize < 0 || size < headSize || size > whole - start)
+            break;
+        QByteArray head(headSize, Qt::Uninitialized);
+        if (state == Stands && read(start, head))
+            notes.push_back({at, static_cast<Kind>(kind), head, start + headSize});
+        at = start + size;
+    }
+    return notes;
+}
+
+bool GoCopy(QDataStream &head)
+{
+    QString path;
+    head >> path;
+    const QStringView name = QStringView(path).mid(path.lastIndexOf(u'\\') + 1);
+    if (!name.startsWith(u".vantrel-") || !name.endsWith(u".tmp"))
+        return true;
+    return DeleteFile(path) || (!ExamineFile(path).Exists && ExamineFile(FolderOfPath(path)).IsFolder);
+}
+
+bool GoRename(QDataStream &head)
+{
+    QString from;
+    QString former;
+    head >> from >> former;
+    return RenameFile(from, former) || ExamineFile(former).Exists;
+}
+
+bool GoFormer(QDataStream &head)
+{
+    QString path;
+    bool existed = false;
+    QByteArray content;
+    head >> path >> existed >> content;
+    if (!ExamineFile(FolderOfPath(path)).IsFolder)
+        return false;
+    return existed ? WriteWholeFile(path, content) : DeleteFile(path) || !ExamineFile(path).Exists;
+}
+
+bool GoStretches(QDataStream &head, const DiskFile &notes, std::int64_t from)
+{
+    QString path;
+    quint64 number = 0;
+    qint64 size = 0;
+    QList<std::pair<qint64, qint64>> stretches;
+    head >> path >> number >> size >> stretches;
+    DiskFile file;
+    if (!file.Open(path))
+        return false;
+    // Another file stands there by now.
+    if (file.Facts().Number != number)
+        return true;
+    for (const auto &[to, count] : stretches) {
+        if (!CopyBytes(notes, from, file, to, count))
+            return false;
+        from += count;
+    }
+    return file.Resize(size) && file.Flush();
+}
+
+bool Go(const LeftNote &note, const DiskFile &notes)
+{
+    QDataStream head(note.Head);
+    switch (note.What) {
+    case CopyKind:
+        return GoCopy(head);
+    case RenameKind:
+        return GoRename(head);
+    case FormerKind:
+        return GoFormer(head);
+    case StretchesKind:
+        return GoStretches(head, notes, note.Behind);
+    }
+    return true;
+}
+
+/// Goes all ways back of a process, the last one first, unless it is alive.
+void GoAll(const QString &path)
+{
+    bool done = true;
+    {
+        DiskFile file;
+        if (!file.Open(path) || !file.HoldAlone())
+            return;
+        const std::vector<LeftNote> notes = ReadNotes(file);
+        for (auto note = notes.rbegin(); note != notes.rend(); ++note)
+            done = Go(*note, file) && done;
+    }
+    if (done)
+        DeleteFile(path);
+}
+
+template <typename... Values>
+QByteArray HeadOf(const Values &...values)
+{
+    QByteArray head;
+    QDataStream stream(&head, QIODevice::WriteOnly);
+    (stream << ... << values);
+    return head;
+}
+
+} // namespace
+
+bool WayBack::Take(std::uint64_t noted)
+{
+    number = noted;
+    return number > 0;
+}
+
+bool WayBack::NoteCopy(const QString &path)
+{
+    return !OwnNotes().IsKept() || Take(OwnNotes().Add(CopyKind, HeadOf(path)));
+}
+
+bool WayBack::NoteRename(const QString &from, const QString &former)
+{
+    return !OwnNotes().IsKept() || Take(OwnNotes().Add(RenameKind, HeadOf(from, former)));
+}
+
+bool WayBack::NoteFormer(const QString &path, bool existed, const QByteArray &content)
+{
+    return !OwnNotes().IsKept() || Take(OwnNotes().Add(FormerKind, HeadOf(path, existed, content)));
+}
+
+bool WayBack::NoteStretches(const QString &path, const DiskFile &file, std::span<const Stretch> stretches)
+{
+    QList<std::pair<qint64, qint64>> list;
+    for (const Stretch &stretch : stretches)
+        list.append({stretch.From, stretch.Count});
+    const DiskFacts facts = file.Facts();
+    const QByteArray head = HeadOf(path, static_cast<quint64>(facts.Number), static_cast<qint64>(facts.Size), list);
+    return !OwnNotes().IsKept() || Take(OwnNotes().Add(StretchesKind, head, &file, stretches));
+}
+
+void WayBack::Drop()
+{
+    OwnNotes().Drop(std::exchange(number, 0));
+}
+
+void WayBack::Abandon()
+{
+    OwnNotes().Abandon(std::exchange(number, 0));
+}
+
+void WayBack::GoAbandoned()
+{
+    OwnNotes().GoAbandoned([](const DiskFile &file, std::int64_t at) {
+        const std::vector<LeftNote> notes = ReadNotes(file);
+        return std::all_of(notes.begin(), notes.end(),
+                           [&](const LeftNote &note) { return note.At != at || Go(note, file); });
+    });
+}
+
+void KeepWaysBack(const QString &folder)
+{
+    OwnNotes().Enter(folder);
+    FolderEntries entries;
+    if (folder.isEmpty() || !ListFolder(folder, entries))
+        return;
+    for (const QString &name : std::as_const(entries.Files)) {
+        if (name.startsWith(NotesPrefix))
+            GoAll(folder + u'\\' + name);
+    }
+}

@@ -1,0 +1,361 @@
+#include "faults/Faults.h"
+#include "faults/Scenarios.h"
+#include "text/FormerFile.h"
+
+#include <QDataStream>
+#include <QDirIterator>
+#include <QSet>
+
+#include <algorithm>
+#include <array>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+/// The files below the test's folder by their names there, with their contents.
+using Disk = QMap<QString, QByteArray>;
+
+struct Mode {
+    const char *Name;
+    Fault Kind;
+};
+constexpr std::array<Mode, 7> Modes{{{"error", Fault::Error},
+                                     {"half", Fault::Half},
+                                     {"full", Fault::Full},
+                                     {"read-only", Fault::ReadOnly},
+                                     {"gone", Fault::Gone},
+                                     {"killed", Fault::Kill},
+                                     {"killed half-way", Fault::KillHalf}}};
+
+/// What a run has left behind, in memory; without anything when it was killed.
+struct Outcome {
+    bool Ended = false;
+    QString Told;
+    QString Memory;
+    QByteArray Calls;
+    /// After each step.
+    QList<Disk> Steps;
+};
+
+QDataStream &operator<<(QDataStream &stream, const Outcome &outcome)
+{
+    return stream << outcome.Ended << outcome.Told << outcome.Memory << outcome.Calls << outcome.Steps;
+}
+
+QDataStream &operator>>(QDataStream &stream, Outcome &outcome)
+{
+    return stream >> outcome.Ended >> outcome.Told >> outcome.Memory >> outcome.Calls >> outcome.Steps;
+}
+
+/// Runs something in a process of its own and returns what it tells.
+template <typename Work>
+QByteArray InChild(Work work)
+{
+    int told[2] = {};
+    if (::pipe(told) != 0)
+        qFatal("no pipe");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        QByteArray bytes;
+        if constexpr (std::is_void_v<decltype(work())>)
+            work();
+        else
+            bytes = work();
+        QFile out;
+        const bool done = out.open(told[1], QIODevice::WriteOnly) && out.write(bytes) == bytes.size();
+        out.close();
+        ::_exit(done ? 0 : 1);
+    }
+    ::close(told[1]);
+    QFile in;
+    in.open(told[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    const QByteArray bytes = in.readAll();
+    ::waitpid(child, nullptr, 0);
+    return bytes;
+}
+
+/// A scenario, which is run again and again in processes of their own.
+class Rehearsal
+{
+public:
+    explicit Rehearsal(const Scenario &wanted) : scenario(wanted)
+    {
+        scenario.Prepare(stage);
+        before = Look();
+        clean = Run(Fault::None, 0);
+        afterwards = Look();
+    }
+
+    const QByteArray &Calls() const { return clean.Calls; }
+    /// Whether the scenario does anything.
+    bool IsSound() const { return clean.Ended && !clean.Calls.isEmpty(); }
+
+    /// What is wrong after a fault at one call; empty for nothing.
+    QStringList Try(const Mode &mode, int at)
+    {
+        Restore();
+        const Outcome outcome = Run(mode.Kind, at);
+        QStringList faults;
+        if (!outcome.Ended && mode.Kind != Fault::Kill && mode.Kind != Fault::KillHalf)
+            faults.append(u"the program ended"_s);
+        if (outcome.Ended)
+            CheckTold(mode, outcome, faults);
+        const Disk disk = Look();
+        const bool isClean = CheckDisk(disk, true, faults);
+        if (outcome.Ended && isClean)
+            return faults;
+        InChild([this] { Start(); });
+        CheckDisk(Look(), false, faults);
+        return faults;
+    }
+
+private:
+    Disk Look() const
+    {
+        Disk disk;
+        const QString root = stage.F.Temporary.path();
+        QDirIterator files(root, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (file.open(QIODevice::ReadOnly))
+                disk[file.fileName().mid(root.size() + 1)] = file.readAll();
+        }
+        return disk;
+    }
+
+    /// Puts the files back as they were before.
+    void Restore() const
+    {
+        const Disk disk = Look();
+        for (auto file = disk.begin(); file != disk.end(); ++file) {
+            if (!before.contains(file.key()))
+                QFile::remove(stage.F.Temporary.filePath(file.key()));
+        }
+        for (auto file = before.begin(); file != before.end(); ++file) {
+            if (disk.value(file.key()) != *file || !disk.contains(file.key()))
+                WriteAnew(stage.F.Temporary.filePath(file.key()), *file);
+        }
+    }
+
+    static void WriteAnew(const QString &path, const QByteArray &content)
+    {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot restore a file");
+    }
+
+    Outcome Run(Fault kind, int at)
+    {
+        Outcome outcome;
+        const QByteArray told = InChild([&] {
+            Outcome ended;
+            ArmFaults(QFile::encodeName(stage.F.Temporary.path()).toStdString(), kind, at);
+            for (const auto step : scenario.Steps) {
+                step(stage);
+                if (kind == Fault::None)
+                    ended.Steps.append(Look());
+            }
+            ended.Calls = QByteArray::fromStdString(DisarmFaults());
+            ended.Ended = true;
+            ended.Told = stage.Told();
+            ended.Memory = stage.Memory();
+            QByteArray bytes;
+            QDataStream stream(&bytes, QIODevice::WriteOnly);
+            stream << ended;
+            return bytes;
+        });
+        QDataStream stream(told);
+        stream >> outcome;
+        return outcome;
+    }
+
+    /// The next start of the program.
+    void Start()
+    {
+        stage.F.Restart();
+        stage.F.Window->RestoreSession({});
+        stage.F.Window.reset();
+    }
+
+    void CheckTold(const Mode &mode, const Outcome &outcome, QStringList &faults) const
+    {
+        if (outcome.Told == clean.Told && Shown(Look()) != Shown(afterwards))
+            faults.append(u"says that all went well, and the disk is not so"_s);
+        if (outcome.Told == clean.Told && outcome.Memory != clean.Memory)
+            faults.append(u"says that all went well, and the list is not so: "_s + outcome.Memory);
+        // What was read while the disk was gone is no longer so.
+        if (mode.Kind != Fault::Gone && outcome.Memory.contains(u"(not as on the disk)"))
+            faults.append(u"the list is not as the disk: "_s + outcome.Memory);
+        if (outcome.Memory.endsWith(u" saved") && !clean.Memory.isEmpty() && Shown(Look()) != Shown(afterwards) &&
+            clean.Memory.section(u'\n', -1).startsWith(stage.F.Folder))
+            faults.append(u"calls the list saved"_s);
+    }
+
+    /// What the window tells of: settings that could not be stored are kept until it closes.
+    Disk Shown(Disk disk) const
+    {
+        disk.removeIf([this](const Disk::iterator &file) {
+            return IsTemporary(file.key()) || (!clean.Memory.isEmpty() && file.key().startsWith(u"config/"));
+        });
+        return disk;
+    }
+
+    /// What may be left until the next start.
+    bool IsTemporary(const QString &name) const
+    {
+        const QString file = name.section(u'/', -1);
+        return (file.startsWith(u".vantrel-") && file.endsWith(u".tmp")) || file.startsWith(u"way-back-") ||
+               QLatin1StringView(scenario.Passing).contains(file);
+    }
+
+    /// False when something stands there that the next start must remove.
+    bool CheckDisk(const Disk &disk, bool beforeStart, QStringList &faults) const
+    {
+        bool isClean = true;
+        for (auto file = disk.begin(); file != disk.end(); ++file) {
+            if (MayStand(file.key(), *file))
+                continue;
+            const bool isLeft = beforeStart && IsTemporary(file.key());
+            isClean = isClean && !isLeft;
+            if (!isLeft)
+                faults.append((Names().contains(file.key()) ? u"neither old nor new: "_s : u"stray: "_s) + file.key());
+        }
+        for (auto file = before.begin(); file != before.end(); ++file) {
+            const auto holds = [&](const Disk &other) { return other.values().contains(*file); };
+            if (!disk.contains(file.key()) && !IsAbsentSomewhere(file.key()))
+                faults.append(u"gone: "_s + file.key());
+            if (isClean && std::all_of(clean.Steps.begin(), clean.Steps.end(), holds) && !holds(disk))
+                faults.append(u"lost: "_s + file.key());
+        }
+        return isClean;
+    }
+
+    QList<Disk> AllowedDisks() const { return QList<Disk>{before} + clean.Steps; }
+    QSet<QString> Names() const
+    {
+        QSet<QString> names;
+        for (const Disk &disk : AllowedDisks()) {
+            for (auto file = disk.begin(); file != disk.end(); ++file)
+                names.insert(file.key());
+        }
+        return names;
+    }
+    bool MayStand(const QString &name, const QByteArray &content) const
+    {
+        const QList<Disk> disks = AllowedDisks();
+        return std::any_of(disks.begin(), disks.end(),
+                           [&](const Disk &disk) { return disk.contains(name) && disk.value(name) == content; });
+    }
+    bool IsAbsentSomewhere(const QString &name) const
+    {
+        const QList<Disk> disks = AllowedDisks();
+        return std::any_of(disks.begin(), disks.end(), [&](const Disk &disk) { return !disk.contains(name); });
+    }
+
+    const Scenario &scenario;
+    Stage stage;
+    Disk before;
+    Disk afterwards;
+    Outcome clean;
+};
+} // namespace
+
+class FaultsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EveryCall_data()
+    {
+        QTest::addColumn<int>("scenario");
+        for (std::size_t i = 0; i < Scenarios().size(); ++i)
+            QTest::newRow(Scenarios()[i].Name) << static_cast<int>(i);
+    }
+    void EveryCall()
+    {
+        QFETCH(int, scenario);
+        Rehearsal rehearsal(Scenarios()[static_cast<std::size_t>(scenario)]);
+        QVERIFY(rehearsal.IsSound());
+        const int calls = static_cast<int>(rehearsal.Calls().size());
+        // Every call takes minutes, so it has a command of its own: run.
+        const int every = std::max(qEnvironmentVariableIntValue("FAULTS_EVERY"), 1);
+        const int step = qEnvironmentVariableIsSet("FAULTS_EVERY") ? every : 23;
+        int found = 0;
+        QString table = u"| %1 | %2 |"_s.arg(QLatin1StringView(QTest::currentDataTag())).arg(calls);
+        for (std::size_t mode = 0; mode < Modes.size(); ++mode) {
+            const bool writesOnly = Modes[mode].Kind == Fault::Half || Modes[mode].Kind == Fault::KillHalf;
+            int runs = 0;
+            for (int at = 1 + 7 * static_cast<int>(mode) % step; at <= calls; at += step) {
+                if (writesOnly && rehearsal.Calls()[at - 1] != 'w')
+                    continue;
+                ++runs;
+                for (const QString &fault : rehearsal.Try(Modes[mode], at)) {
+                    ++found;
+                    qWarning("%s, call %d of %d: %s", Modes[mode].Name, at, calls, qPrintable(fault));
+                }
+            }
+            table += u" %1 |"_s.arg(runs);
+        }
+        qInfo("%s %d |", qPrintable(table), found);
+        QCOMPARE(found, 0);
+    }
+
+    void TwoProgramsAtOnce()
+    {
+        Stage one;
+        const auto change = [](Stage &stage, const QString &name) {
+            stage.Target = stage.F.Inside(name + u".m3u");
+            stage.TakeSong(name + u".mp3");
+            stage.F.Trigger("MFileSaveAs");
+            stage.F.Window->ShortcutClick(0);
+        };
+        one.TakeSong(u"a.mp3"_s);
+        one.Leave();
+        one.F.Restart();
+        one.F.Window->RestoreSession({});
+        // What this process has begun the start of another one leaves alone.
+        FormerFile former(one.F.Write(u"held"_s, "former"));
+        QVERIFY(former.Note());
+        one.F.Write(u"held"_s, "new");
+        const QByteArray told = InChild([&] {
+            one.F.Restart();
+            one.F.Window->RestoreSession({});
+            const QString said = one.Said.join(u'|') + one.F.Rows();
+            change(one, u"b"_s);
+            one.F.Window->SetTipsAtStartup(true);
+            one.Leave();
+            return said.toUtf8();
+        });
+        QCOMPARE(told, "a");
+        QCOMPARE(one.F.Read(u"held"_s), "new");
+        former.Forget();
+        change(one, u"c"_s);
+        one.Leave();
+        one.F.Restart();
+        one.F.Window->RestoreSession({});
+        QCOMPARE(one.F.Rows(), u"a c"_s);
+        QVERIFY(one.F.Window->TipsAtStartup());
+        // The list of the other one is the first of the recent files, before those that both have saved.
+        QStringList recent;
+        for (int i = 0; i < 3; ++i)
+            recent.append(one.F.Window->Command(QByteArray("MFileRecent("_ba + QByteArray::number(i) + ')'))
+                              ->text()
+                              .section(u'\\', -1));
+        QCOMPARE(recent.join(u' '), u"session-20260102-030405.m3u b.m3u c.m3u"_s);
+        one.F.Window->MFileRecent_Click(0);
+        QCOMPARE(one.F.Rows(), u"a b"_s);
+        one.F.ShellCalls.clear();
+        one.F.Window->ShortcutClick(1);
+        one.F.Window->ShortcutClick(2);
+        QCOMPARE(one.F.ShellCalls.join(u' '),
+                 QString(u"open "_s + one.F.Inside(u"c.m3u open "_s) + one.F.Inside(u"b.m3u"_s)));
+    }
+};
+
+QTEST_MAIN(FaultsTest)
+#include "FaultsTest.moc"

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "support/FormDriver.h"
+
+#include <vector>
+
+/// A main window on real settings, whose prompts are answered and written down.
+struct Stage : FormDriver {
+    Stage();
+
+    /// What the prompts said, in order.
+    QStringList Said;
+    /// What is given to who asks for a file's path.
+    QString Target;
+
+    /// Writes a file with a tag and adds its row.
+    void TakeSong(const QString &name, const QByteArray &ending = {});
+    /// The window's rows and state, as they should be on the disk.
+    QString Memory() const;
+    /// What the user has been told: prompts and the reports that are shown.
+    QString Told() const;
+    /// Closes the main window, and ends its world.
+    void Leave();
+
+private:
+    void AnswerPrompts(Prompts &prompts);
+};
+
+struct Scenario {
+    const char *Name;
+    /// Makes files and windows, up to the first click that counts.
+    void (*Prepare)(Stage &stage);
+    /// What is done, one click or command a step.
+    std::vector<void (*)(Stage &stage)> Steps;
+    /// Files that stand there for a while only.
+    const char *Passing = "";
+};
+const std::vector<Scenario> &Scenarios();
