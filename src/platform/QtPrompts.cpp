@@ -3,6 +3,7 @@
 #include "platform/Drives.h"
 #include "platform/Files.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
@@ -10,6 +11,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QTextDocument>
+#include <QTextEdit>
 
 #include <utility>
 
@@ -53,18 +55,30 @@ QMessageBox::StandardButtons ButtonsOf(PromptButtons buttons)
     return QMessageBox::Ok;
 }
 
+/// Gives each button the letter that it may lack.
+void AddLetters(const QMessageBox &box)
+{
+    for (QAbstractButton *button : box.buttons()) {
+        if (!button->text().contains(u'&'))
+            button->setText(u'&' + button->text());
+    }
+}
+
 PromptAnswer AskMessage(const MessagePrompt &prompt)
 {
     QMessageBox box(IconOf(prompt.Icon), MessageTitle(), ShownPath(prompt.Text), ButtonsOf(prompt.Buttons),
                     QApplication::activeWindow());
+    AddLetters(box);
     // A file name is no markup.
     box.setTextFormat(Qt::PlainText);
     // A long list stands behind a button. A short one goes into a label that takes what looks like markup for it.
     const QString details = ShownPath(prompt.Details);
-    if (details.count(u'\n') >= 3)
+    if (details.count(u'\n') >= 3) {
         box.setDetailedText(details);
-    else if (!details.isEmpty())
+        box.findChild<QTextEdit *>()->setAccessibleName(u"Details"_s);
+    } else if (!details.isEmpty()) {
         box.setInformativeText(Qt::convertFromPlainText(details));
+    }
     switch (box.exec()) {
     case QMessageBox::Yes:
         return PromptAnswer::Yes;

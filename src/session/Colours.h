@@ -15,6 +15,22 @@ inline ColourNumber NumberOfColour(const QColor &colour)
     return colour.red() | colour.green() << 8 | colour.blue() << 16;
 }
 
+/// How far apart two colours are for the eye, from 1 to 21.
+double Contrast(const QColor &one, const QColor &other);
+
+/// The contrast that reading needs, and the one that seeing something needs.
+inline constexpr double readable = 4.5;
+inline constexpr double seen = 3;
+
+/// The text if it can be read on the ground, else black or white.
+QColor TextOn(const QColor &ground, const QColor &text);
+
+/// The text mixed into its ground: two thirds of it, or as much as keeps the contrast.
+QColor Dimmed(const QColor &text, const QColor &ground, double contrast);
+
+/// The ground of a selected row: paler than the palette's highlight, which would swallow the icons.
+QColor SelectedGround(const QPalette &palette);
+
 /// A colour between two: percent of the front.
 inline QColor Blend(const QColor &front, const QColor &back, int percent)
 {

@@ -20,7 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// Dims the rows of missing files.
+/// Dims the rows of missing files, and gives the selected ones their colours: a style would tint the icons and put them
+/// on a ground on which some are lost.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -30,16 +31,18 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
-        if (!grid->Item(index.row() + 1).Ghosted)
-            return;
+        const PlaylistItem &item = grid->Item(index.row() + 1);
+        option->state &= ~QStyle::State_Selected;
         QPalette &palette = option->palette;
-        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-            palette.setColor(group, QPalette::Text,
-                             Blend(palette.color(group, QPalette::Text), palette.color(group, QPalette::Base), 65));
-            palette.setColor(
-                group, QPalette::HighlightedText,
-                Blend(palette.color(group, QPalette::HighlightedText), palette.color(group, QPalette::Highlight), 75));
+        const bool odd = option->features.testFlag(QStyleOptionViewItem::Alternate);
+        QColor ground = palette.color(odd ? QPalette::AlternateBase : QPalette::Base);
+        QColor text = palette.color(QPalette::Text);
+        if (item.Selected) {
+            ground = SelectedGround(palette);
+            text = TextOn(ground, text);
+            option->backgroundBrush = ground;
         }
+        palette.setColor(QPalette::Text, item.Ghosted ? Dimmed(text, ground, seen) : text);
     }
 
 private:
@@ -183,14 +186,11 @@ void GridView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFla
 
 void GridView::drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    QStyleOptionViewItem rowOption = option;
-    if (grid->Item(index.row() + 1).Selected)
-        rowOption.state |= QStyle::State_Selected;
-    QTreeView::drawRow(painter, rowOption, index);
+    QTreeView::drawRow(painter, option, index);
     if (hasFocus() && index.row() + 1 == grid->FocusedRow()) {
-        painter->setPen(
-            QPen(palette().color(rowOption.state & QStyle::State_Selected ? QPalette::HighlightedText : QPalette::Text),
-                 1, Qt::DotLine));
+        const QColor text = palette().color(QPalette::Text);
+        const bool selected = grid->Item(index.row() + 1).Selected;
+        painter->setPen(QPen(selected ? TextOn(SelectedGround(palette()), text) : text, 1, Qt::DotLine));
         painter->drawRect(QRect(0, option.rect.top(), header()->length() - 1, option.rect.height() - 1));
     }
 }
@@ -390,7 +390,7 @@ void GridView::paintEvent(QPaintEvent *event)
         PaintDropLine(painter);
     if (grid->Count() > 0)
         return;
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(Dimmed(palette().color(QPalette::Text), palette().color(QPalette::Base), readable));
     painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
                      tr("Drop files, folders or playlists here, or press F1 to add a folder."));
 }

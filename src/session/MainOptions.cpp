@@ -66,7 +66,7 @@ void Main::ApplyGridColours()
     if (gridBackground != systemWindow) {
         const QColor base = ColourOfNumber(gridBackground, system);
         palette.setColor(QPalette::Base, base);
-        palette.setColor(QPalette::AlternateBase, base.lightness() < 128 ? base.lighter(125) : base.darker(105));
+        palette.setColor(QPalette::AlternateBase, base.darker(base.lightness() < 128 ? 125 : 105));
     }
     if (gridForeground != systemWindowText)
         palette.setColor(QPalette::Text, ColourOfNumber(gridForeground, system));

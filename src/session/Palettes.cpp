@@ -1,7 +1,10 @@
 #include "session/Palettes.h"
 
+#include "session/Colours.h"
+#include "session/Icons.h"
+
 #include <QApplication>
-#include <QStyle>
+#include <QProxyStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -23,10 +26,63 @@ QPalette DarkPalette()
         palette.setColor(QPalette::Disabled, role, QColor(0x7a, 0x7d, 0x84));
     return palette;
 }
+
+/// What this program draws in its own way, whatever the style it is drawn with.
+class ProgramStyle : public QProxyStyle
+{
+public:
+    using QProxyStyle::QProxyStyle;
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *result) const override
+    {
+        // Plain buttons, and lists of choices that drop down, with as many lines as they are given.
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_ComboBox_Popup)
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, result);
+    }
+
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const override
+    {
+        switch (icon) {
+        case SP_MessageBoxQuestion:
+            return Icon("message-question"_L1);
+        case SP_MessageBoxInformation:
+            return Icon("message-information"_L1);
+        case SP_MessageBoxWarning:
+            return Icon("message-warning"_L1);
+        case SP_MessageBoxCritical:
+            return Icon("message-stop"_L1);
+        default:
+            return QProxyStyle::standardIcon(icon, option, widget);
+        }
+    }
+
+    void polish(QPalette &palette) override
+    {
+        QProxyStyle::polish(palette);
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            const QColor text = palette.color(group, QPalette::HighlightedText);
+            const QColor highlight = palette.color(group, QPalette::Highlight);
+            const QColor away = Contrast(text, Qt::black) > Contrast(text, Qt::white) ? Qt::black : Qt::white;
+            int percent = 0;
+            while (percent < 100 && Contrast(Blend(away, highlight, percent), text) < readable)
+                ++percent;
+            palette.setColor(group, QPalette::Highlight, Blend(away, highlight, percent));
+        }
+    }
+};
 } // namespace
+
+void UseProgramStyle()
+{
+    QApplication::setStyle(new ProgramStyle);
+}
 
 void UseStyle(bool dark)
 {
-    QApplication::setStyle(u"Fusion"_s);
-    QApplication::setPalette(dark ? DarkPalette() : QApplication::style()->standardPalette());
+    QApplication::setStyle(new ProgramStyle(u"Fusion"_s));
+    QPalette palette = dark ? DarkPalette() : QApplication::style()->standardPalette();
+    QApplication::style()->polish(palette);
+    QApplication::setPalette(palette);
 }

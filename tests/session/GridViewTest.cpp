@@ -1,5 +1,6 @@
 #include "session/GridView.h"
 #include "platform/Drives.h"
+#include "session/Colours.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
@@ -138,8 +139,7 @@ private Q_SLOTS:
         const QImage picture = view.viewport()->grab().toImage();
         for (int row = 1; row <= 3; ++row) {
             const QPoint behindTheName(190, view.visualRect(grid.index(row - 1, 0)).center().y());
-            QCOMPARE(picture.pixelColor(behindTheName) == view.palette().color(QPalette::Inactive, QPalette::Highlight),
-                     row == 2);
+            QCOMPARE(picture.pixelColor(behindTheName) == SelectedGround(view.palette()), row == 2);
         }
     }
 

@@ -3,6 +3,7 @@
 #include "platform/Arguments.h"
 #include "platform/QtHost.h"
 #include "session/Icons.h"
+#include "session/Palettes.h"
 #include "session/ProgramName.h"
 #include "session/SplashFrm.h"
 
@@ -15,6 +16,7 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     QApplication::setApplicationName(u"playlist-editor"_s);
     QApplication::setDesktopFileName(u"vantrel-playlist-editor"_s);
+    UseProgramStyle();
     QApplication::setWindowIcon(Icon("app"_L1));
 
     const Host host = QtHost(ApplicationName());
