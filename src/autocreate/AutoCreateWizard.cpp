@@ -6,6 +6,7 @@
 #include "session/LongRun.h"
 #include "session/Main.h"
 #include "text/FileLists.h"
+#include "text/FormatText.h"
 
 #include "ui_AutoCreateWizard.h"
 
@@ -197,13 +198,16 @@ void AutoCreateWizard::CreateFiles()
     const QString root = FindRoot();
     AddLine(u"Building a list of files to be created..."_s);
     const auto plan = PlanPlaylists({Mode(), root, RequestedFolders(), ui->Parameters->text()}, main.World().Clock.Now);
-    if (!ReportPlan(RequestedPaths(plan)))
+    if (!ReportPlan(RequestedPaths(plan))) {
+        AnswerCounts(u"written"_s, {});
         return;
+    }
     AddLine(u"Creating Files..."_s);
     LongRun run(nullptr, nullptr);
     const AutoCreateCounts counts = WritePlaylists(
         plan, main.FileArray, CreatedFiles, [this](const QString &line) { AddLine(line); }, run.AsProgress());
     ReportCounts(counts, u" Files written OK"_s, u" Files could not be created"_s);
+    AnswerCounts(u"written"_s, counts);
     ui->Label5->setText(u"Process Complete, Click Next> to repeat the Wizard. If you wish to delete the files created "
                         "click Undo."_s);
     ui->cmdUndo->setEnabled(CreatedFiles.Count() > 0);
@@ -217,6 +221,12 @@ void AutoCreateWizard::ReportCounts(const AutoCreateCounts &counts, const QStrin
     AddLine(QString::number(counts.Failed) + failed);
 }
 
+void AutoCreateWizard::AnswerCounts(const QString &done, const AutoCreateCounts &counts)
+{
+    const QString failed = counts.Failed > 0 ? u", "_s + GroupedDigits(counts.Failed) + u" failed" : QString();
+    main.Answer(Counted(counts.Done, u"playlist"_s) + u' ' + done + failed);
+}
+
 void AutoCreateWizard::cmdUndo_Click()
 {
     if (main.World().Prompts.Message(
@@ -226,6 +236,7 @@ void AutoCreateWizard::cmdUndo_Click()
     AddLine(u"User request UNDO...."_s);
     const AutoCreateCounts counts = UndoPlaylists(CreatedFiles, [this](const QString &line) { AddLine(line); });
     ReportCounts(counts, u" Files deleted OK"_s, u" Files could not be deleted [in use, missing?]"_s);
+    AnswerCounts(u"deleted"_s, counts);
     ui->cmdUndo->setEnabled(counts.Failed > 0);
     ShowLastLine();
 }

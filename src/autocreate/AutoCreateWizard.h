@@ -43,6 +43,8 @@ private:
     /// Tells which files will be made. False when there is none, or one twice.
     bool ReportPlan(const QStringList &plannedFiles);
     void ReportCounts(const AutoCreateCounts &counts, const QString &done, const QString &failed);
+    /// Tells the main window how many playlists were written or deleted.
+    void AnswerCounts(const QString &done, const AutoCreateCounts &counts);
     void AddLine(const QString &line);
     void ShowLastLine();
 

@@ -9,6 +9,7 @@
 #include "session/Icons.h"
 #include "session/LongRun.h"
 #include "session/Main.h"
+#include "text/FormatText.h"
 
 #include "ui_MP3CDWizard.h"
 
@@ -32,8 +33,9 @@ void MP3CDWizard::EnableFileOptions()
     ui->chkAutoIcon->setEnabled(autorun);
     ui->chkAutoBigList->setEnabled(autorun);
     ui->chkAutoIndex->setEnabled(autorun && ui->chkCopyBrowser->isChecked());
-    ui->IconChooser->setEnabled(autorun && icon);
-    ui->CDIcon->setEnabled(autorun && icon);
+    for (QWidget *control : {static_cast<QWidget *>(ui->LabelIcon), static_cast<QWidget *>(ui->IconChooser),
+                             static_cast<QWidget *>(ui->CDIcon)})
+        control->setEnabled(autorun && icon);
     ui->CDIcon->setVisible(icon);
 }
 
@@ -211,9 +213,10 @@ void MP3CDWizard::RunBuild()
 void MP3CDWizard::ReportSuccess()
 {
     SaveSettings();
-    if (ui->chkCreateAutorun->isChecked() && ui->chkAutoIcon->isChecked() &&
-        !ExamineFile(CompilationFolder + u"\\setup.ico"_s).Exists)
-        main.Answer(u"The icon could not be saved"_s);
+    const bool noIcon = ui->chkCreateAutorun->isChecked() && ui->chkAutoIcon->isChecked() &&
+                        !ExamineFile(CompilationFolder + u"\\setup.ico"_s).Exists;
+    main.Answer(u"Compilation of "_s + Counted(CompilationFiles.size(), u"file"_s) + u" created" +
+                (noIcon ? u"; the icon could not be saved" : u""));
     Report(ui->lblReport, u"Done: The process completed successfully."_s);
     ui->Label7->setText(
         u"The compilation is now ready to burn. You can either drag the Icon below into any CD-Writing software that "
@@ -225,6 +228,7 @@ void MP3CDWizard::ReportSuccess()
 
 void MP3CDWizard::ReportFailure(bool stopped)
 {
+    main.Answer(u"No compilation created"_s);
     Report(ui->lblReport, stopped ? u"Stopped: any files created were removed."_s
                                   : u"Done: Process failed, any files created were removed."_s);
     ui->Label7->setText(

@@ -8,6 +8,7 @@
 #include "session/LongRun.h"
 #include "session/Main.h"
 #include "text/FileLists.h"
+#include "text/FormatText.h"
 
 #include "ui_FilterForm.h"
 
@@ -87,14 +88,16 @@ void FilterForm::SelectRows(const std::vector<int> &rows)
 void FilterForm::CmdSearch_Click()
 {
     const Hourglass hourglass(this);
+    QStringList answers;
     if (ui->EnbDuplicate->isChecked())
-        PurgeDuplicates();
+        answers.append(PurgeDuplicates());
     if (ui->EnbPurge->isChecked())
-        PurgeMissing();
+        answers.append(PurgeMissing());
     Form_Activate();
+    main.Answer(answers.join(u"; "_s));
 }
 
-void FilterForm::PurgeDuplicates()
+QString FilterForm::PurgeDuplicates()
 {
     Report(ui->lbReport, u"Checking for Duplicate Items..."_s);
     const int action = ui->DupAction->currentIndex();
@@ -111,13 +114,17 @@ void FilterForm::PurgeDuplicates()
     SelectRows(rows);
     if (remove)
         main.MEditRemove_Click();
-    const QString count = QString::number(rows.size());
-    Report(ui->lbReport, rows.empty()
-                             ? u"Done: No Duplicate Items were found."_s
-                             : (remove ? u"Done: Removed "_s : u"Done: Selected "_s) + count + u" Duplicate Items");
+    if (rows.empty()) {
+        Report(ui->lbReport, u"Done: No Duplicate Items were found."_s);
+        return u"No duplicate items"_s;
+    }
+    const QString done = remove ? u"Removed "_s : u"Selected "_s;
+    const auto count = static_cast<qint64>(rows.size());
+    Report(ui->lbReport, u"Done: "_s + done + QString::number(count) + u" Duplicate Items");
+    return done + Counted(count, u"duplicate item"_s);
 }
 
-void FilterForm::PurgeMissing()
+QString FilterForm::PurgeMissing()
 {
     Report(ui->lbReport, u"Destroying previous data..."_s);
     Report(ui->lbReport, u"Searching Playlist for Missing Files..."_s);
@@ -128,27 +135,26 @@ void FilterForm::PurgeMissing()
         ui->ProgressBar1->reset();
         if (run.Stopped()) {
             Report(ui->lbReport, u"Stopped: The missing Items were left as they are..."_s);
-            return;
+            return u"Stopped, missing items left as they are"_s;
         }
     }
     if (items.Rows.empty()) {
         Report(ui->lbReport, u"Done: No missing Items Found..."_s);
-        return;
+        return u"No missing items"_s;
     }
-    const QString count = QString::number(items.Rows.size());
+    const auto count = static_cast<qint64>(items.Rows.size());
     const int action = ui->MissAction->currentIndex();
     SelectRows(action == SearchForMissing ? std::vector<int>() : items.Rows);
-    if (action == SearchForMissing) {
-        SearchMissing(items);
-    } else if (action == RemoveMissing) {
+    if (action == SearchForMissing)
+        return SearchMissing(items);
+    if (action == RemoveMissing)
         main.MEditRemove_Click();
-        Report(ui->lbReport, u"Done: "_s + count + u" Items Removed");
-    } else {
-        Report(ui->lbReport, u"Done: "_s + count + u" Items Selected");
-    }
+    const QString done = action == RemoveMissing ? u"Removed"_s : u"Selected"_s;
+    Report(ui->lbReport, u"Done: "_s + QString::number(count) + u" Items " + done);
+    return done + u' ' + Counted(count, u"missing item"_s);
 }
 
-void FilterForm::SearchMissing(const MissingItems &items)
+QString FilterForm::SearchMissing(const MissingItems &items)
 {
     Report(ui->lbReport, u"Searching for "_s + QString::number(items.Paths.size()) + u" Missing Items...");
     UsePathInfo = !ui->DontUsePath->isChecked();
@@ -173,10 +179,12 @@ void FilterForm::SearchMissing(const MissingItems &items)
     main.ShowMessage({});
     if (FoundItems.Folders.empty()) {
         Report(ui->lbReport, u"No Items were found to match..."_s + stop);
-        return;
+    } else {
+        Report(ui->lbReport, QString::number(FoundItems.Count) + u" Items were returned by the Search..." + stop);
+        BeginRestoration(items);
     }
-    Report(ui->lbReport, QString::number(FoundItems.Count) + u" Items were returned by the Search..." + stop);
-    BeginRestoration(items);
+    return u"Found "_s + Counted(FoundItems.Count, u"file"_s) + u" for " +
+           Counted(items.Paths.size(), u"missing item"_s);
 }
 
 void FilterForm::BeginRestoration(const MissingItems &items)
@@ -279,6 +287,7 @@ void FilterForm::AbortPath_Click()
 
 void FilterForm::EndRestoration(const QString &report)
 {
+    main.Answer(u"Restored "_s + CountedItems(RestoredCount));
     FolderIndex = 0;
     FoundItems = {};
     missingIndex.clear();

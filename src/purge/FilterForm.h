@@ -42,9 +42,10 @@ private:
     /// Selects just these rows, ascending, and brings the last one into view.
     void SelectRows(const std::vector<int> &rows);
 
-    void PurgeDuplicates();
-    void PurgeMissing();
-    void SearchMissing(const MissingItems &items);
+    // What was done, for the main window.
+    QString PurgeDuplicates();
+    QString PurgeMissing();
+    QString SearchMissing(const MissingItems &items);
     void BeginRestoration(const MissingItems &items);
 
     /// Goes on to the next folder, or ends the restoration behind the last one.

@@ -65,8 +65,7 @@ MissingIndex IndexMissing(const MissingItems &items)
 
 QString WorthText(const Suggestion &suggestion)
 {
-    return GroupedDigits(suggestion.Held) + u" of " + GroupedDigits(suggestion.Missing) +
-           (suggestion.Missing == 1 ? u" file" : u" files");
+    return GroupedDigits(suggestion.Held) + u" of " + Counted(suggestion.Missing, u"file"_s);
 }
 
 std::vector<Suggestion> SuggestFolders(const MissingFolder &missing, const FoundItems &found, bool usePathInfo)

@@ -109,7 +109,7 @@ void RenameForm::FinishRun(const RenameOutcome &outcome)
     if (done < selected)
         report += u", ended after %1 of %2"_s.arg(done).arg(selected);
     Report(report);
-    main.Answer(GroupedDigits(outcome.Changed) + (outcome.Changed == 1 ? u" file renamed" : u" files renamed"));
+    main.Answer(Counted(outcome.Changed, u"file"_s) + u" renamed");
     ui->cmdUndo->setEnabled(outcome.Changed > 0);
     if (outcome.Changed > 0)
         main.PlaylistDirty = true;

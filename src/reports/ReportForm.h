@@ -61,7 +61,8 @@ private:
     QString TakePlaylist();
     /// Whether the file is there; nothing when the user has stopped the run.
     std::optional<bool> WriteTemporary(const QString &temporary);
-    void OfferToKeep(const QString &temporary, const QString &commonRoot, FormerFile &former);
+    /// Where the report stands afterwards; empty when it is not kept.
+    QString OfferToKeep(const QString &temporary, const QString &commonRoot, FormerFile &former);
     /// Puts what stood there before in the place of a report that nobody keeps.
     void GiveBack(FormerFile &former, const QString &temporary);
 

@@ -33,13 +33,16 @@ void ReportForm::Generate()
         former.Forget();
     if (!written) {
         Report(ui->lblReport, u"Stopped: no report was written. Click 'Next>' to restart..."_s);
+        main.Answer(u"No report written"_s);
         return;
     }
-    if (*written)
-        OfferToKeep(temporary, commonRoot, former);
-    else
+    if (!*written)
         main.World().Prompts.Message(
             {u"The file :" + ToHostPath(temporary) + u" could not be written.", PromptIcon::Stop});
+    const QString kept = *written ? OfferToKeep(temporary, commonRoot, former) : QString();
+    main.Answer(!*written        ? u"No report written"_s
+                : kept.isEmpty() ? u"Report not kept"_s
+                                 : u"Report kept as "_s + kept);
     Report(ui->lblReport, u"Done: Report Generator. Click 'Next>' to restart..."_s);
 }
 
@@ -53,7 +56,7 @@ std::optional<bool> ReportForm::WriteTemporary(const QString &temporary)
     return run.Stopped() ? std::nullopt : std::optional(written);
 }
 
-void ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot, FormerFile &former)
+QString ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot, FormerFile &former)
 {
     const Host &world = main.World();
     if (!world.Shell.Open(temporary))
@@ -61,7 +64,7 @@ void ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot
     if (world.Prompts.Message({u"Do you want to keep the file?"_s, PromptIcon::Question, PromptButtons::YesNo}) !=
         PromptAnswer::Yes) {
         GiveBack(former, temporary);
-        return;
+        return {};
     }
     const bool text = IsText();
     const QString suggested =
@@ -72,19 +75,21 @@ void ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot
     // Cancel leaves the file where it is.
     if (!chosen) {
         former.Forget();
-        return;
+        return temporary;
     }
     if (main.CheckExists(*chosen)) {
         GiveBack(former, temporary);
-        return;
+        return {};
     }
-    if (!CopyFilePath(temporary, *chosen))
+    const bool copied = CopyFilePath(temporary, *chosen);
+    if (!copied)
         world.Prompts.Message({u"Could not save the file!"_s, PromptIcon::Warning});
     // Not when it has been kept under its own name.
     if (DiskFactsOf(temporary) != DiskFactsOf(*chosen))
         GiveBack(former, temporary);
     else
         former.Forget();
+    return copied ? *chosen : QString();
 }
 
 void ReportForm::GiveBack(FormerFile &former, const QString &temporary)

@@ -10,11 +10,14 @@
 #include "session/Toolbar.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QToolButton>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -154,6 +157,10 @@ void Main::BuildMenus()
     menus["MView"]->addSeparator();
     menus["MView"]->addMenu(menus["MHidOption"]);
     ShowRecentFiles();
+    // One of them holds at any time, so they have radio marks.
+    auto *transparencies = new QActionGroup(this);
+    for (QAction *action : menus["MViewTrans"]->actions())
+        transparencies->addAction(action);
 }
 
 void Main::ColourMenus()
@@ -287,15 +294,16 @@ void Main::Run(const std::function<void()> &command)
     if (running)
         return;
     running = true;
-    if (answered)
+    toldBefore = std::exchange(told, {});
+    if (!toldBefore.isEmpty())
         ShowMessage({});
-    answered = false;
     stepName.clear();
     stopped.clear();
     ListView1.Steps().Open();
     const auto stop = qScopeGuard([this, dirty = PlaylistDirty] {
         ListView1.CloseStep(stepName.isEmpty() ? NameOfStep() : stepName, dirty);
         ShowSteps();
+        toldBefore.clear();
         running = false;
         host.Settings.Flush();
     });

@@ -107,6 +107,10 @@ public:
     void ShowMessage(const QString &text);
     /// Says there what was done; the next command takes it away.
     void Answer(const QString &text);
+    /// Tells how many rows have come since there were so many, and the path that gave none.
+    void AnswerAdded(int before, const QString &without);
+    /// The running command does nothing that a person would ask about, so what was said before stays.
+    void KeepAnswer();
     GridView *View() const { return view; }
     const Host &World() const { return host; }
 
@@ -221,8 +225,6 @@ private:
     void SelectRange(int &first, int last);
     void DropFiles(const QStringList &paths);
     void DropRows(int before, bool again);
-    /// Tells how many rows have come since there were so many, and the path that gave none.
-    void AnswerAdded(int before, const QString &without);
     /// Tells of a list that was opened what a person would not expect of it.
     void AnswerOpened(const QString &path);
     /// Names the drives of missing rows behind the first ones that this host knows no folder for; empty for none.
@@ -331,8 +333,9 @@ private:
     QString stepName;
     /// How far the running command came before the user ended it; empty when he did not.
     QString stopped;
-    /// Panel 4 says what the last command did.
-    bool answered = false;
+    /// What panel 4 says of the last command, and what it said when the running one began; empty for nothing.
+    QString told;
+    QString toldBefore;
     /// The session has been restored, so it is stored when the window closes.
     bool keepsSession = false;
     /// What the session file held when this program last read or wrote it.

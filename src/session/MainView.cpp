@@ -104,7 +104,13 @@ void Main::ShowMessage(const QString &text)
 void Main::Answer(const QString &text)
 {
     ShowMessage(text);
-    answered = true;
+    told = text;
+}
+
+void Main::KeepAnswer()
+{
+    if (told.isEmpty() && !toldBefore.isEmpty())
+        Answer(toldBefore);
 }
 
 void Main::RequireItems()
@@ -242,8 +248,7 @@ void Main::MViewTransVal_Click(int index)
     const int alpha = index == 0 ? 255 : static_cast<int>(256 - 12.8 * index) - 1;
     setWindowOpacity(alpha / 255.0);
     transparency = index;
-    for (int i = 0; i <= 10; ++i)
-        Check(ElementName("MViewTransVal", i), i == index);
+    Check(ElementName("MViewTransVal", index), true);
 }
 
 void Main::MViewRefresh_Click()

@@ -73,6 +73,12 @@ void ToolForm::CmdClose_Click()
     hide();
 }
 
+void ToolForm::hideEvent(QHideEvent *event)
+{
+    QDialog::hideEvent(event);
+    main.KeepAnswer();
+}
+
 void ToolForm::reject()
 {
     Run([this] { CmdClose_Click(); });

@@ -41,6 +41,7 @@ protected:
     static void Report(QLabel *line, const QString &text);
 
     void reject() override;
+    void hideEvent(QHideEvent *event) override;
 
     Main &main;
 

@@ -42,5 +42,5 @@ PlaylistTotals CountTotals(const Grid &grid)
 
 QString CountedItems(qint64 count)
 {
-    return GroupedDigits(count) + (count == 1 ? u" item"_s : u" items"_s);
+    return Counted(count, u"item"_s);
 }

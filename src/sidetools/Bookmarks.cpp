@@ -4,6 +4,7 @@
 #include "session/Hourglass.h"
 #include "session/Main.h"
 #include "sidetools/BookmarkFile.h"
+#include "text/FormatText.h"
 #include "text/PathText.h"
 
 using namespace Qt::StringLiterals;
@@ -47,6 +48,7 @@ bool ChooseBookmarkFile(Main &main)
         return false;
     }
     main.BookmarkFilePath = *answer;
+    main.Answer(u"Bookmark file: "_s + *answer);
     return true;
 }
 
@@ -55,7 +57,8 @@ void LoadBookmarks(Main &main)
     if (!FindBookmarkFile(main))
         return;
     const Hourglass hourglass(&main);
-    main.AddPath(main.BookmarkFilePath, true);
+    const int before = main.ListView1.Count();
+    main.AnswerAdded(before, main.AddPath(main.BookmarkFilePath, true) ? QString() : main.BookmarkFilePath);
 }
 
 void SaveBookmarks(Main &main)
@@ -75,9 +78,11 @@ void SaveBookmarks(Main &main)
     }
     Tell(main, u"The program just created a backup of the Bookmark file as "_s + ShownPath(backup),
          PromptIcon::Information);
-    if (WriteBookmarks(main))
-        Tell(main, u"The Bookmark file was successfully updated. You may need to restart WinAmp to view the changes."_s,
-             PromptIcon::Information);
-    else
+    if (!WriteBookmarks(main)) {
         Tell(main, u"Unable to write to the bookmark file."_s, PromptIcon::Stop);
+        return;
+    }
+    Tell(main, u"The Bookmark file was successfully updated. You may need to restart WinAmp to view the changes."_s,
+         PromptIcon::Information);
+    main.Answer(u"Saved "_s + Counted(main.ListView1.Count(), u"bookmark"_s));
 }

@@ -36,10 +36,13 @@ Id3Info::~Id3Info() = default;
 
 void Id3Info::Form_Load()
 {
-    // The two panels take turns in one place.
-    QSizePolicy policy = ui->FrameMPEGInfo->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    ui->FrameMPEGInfo->setSizePolicy(policy);
+    // The two panels take turns in one place, and the bar keeps its own.
+    for (QWidget *coming : {static_cast<QWidget *>(ui->FrameMPEGInfo), static_cast<QWidget *>(ui->ProgressBar1)}) {
+        QSizePolicy policy = coming->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        coming->setSizePolicy(policy);
+    }
+    ui->ProgressBar1->hide();
     ui->GeneralLayout->addWidget(ui->FrameOGGInfo, 1, 0);
 
     ui->ID3v1Genre->addItem(QString(), noGenre);

@@ -97,6 +97,7 @@ private:
     void EnableFields();
     bool AnyTagTicked() const;
     void ShowSelection(int page);
+    void ShowTitle();
     void ShowMP3(int page);
     void ShowOGG();
     void ShowPlain(const QString &kind);

@@ -35,6 +35,7 @@ void Id3Info::Form_Activate()
         ui->CmdPrev->setEnabled(FirstIndex != 1);
         ui->CmdNext->setEnabled(LastIndex != main.ListView1.Count());
         ShowSelection(page);
+        ShowTitle();
     }
     readFields = Fields();
     const bool several = SelectedExtension == ".mp3"_L1 && !IsOneFile();
@@ -118,6 +119,14 @@ void Id3Info::ShowSelection(int page)
     } else {
         ShowPlain(SelectedExtension.mid(1).toUpper());
     }
+}
+
+void Id3Info::ShowTitle()
+{
+    const QString caption = u"File Info/Tag Editor..."_s;
+    const QString files =
+        IsOneFile() ? ShownPath(GetFileName(SelectedPaths.front())) : Counted(SelectedPaths.size(), u"file"_s);
+    setWindowTitle(SelectedPaths.isEmpty() ? caption : caption + u' ' + files);
 }
 
 void Id3Info::ShowMP3(int page)

@@ -139,7 +139,8 @@ void Id3Info::CmdUpdate_Click()
 bool Id3Info::Update()
 {
     const Hourglass hourglass(this);
-    const auto clearBar = qScopeGuard([this] { ui->ProgressBar1->setValue(0); });
+    const auto hideBar = qScopeGuard([this] { ui->ProgressBar1->hide(); });
+    ui->ProgressBar1->show();
     QStringList reasons;
     const qsizetype reached = UpdateFiles(reasons);
     const bool whole = reached == SelectedPaths.size();
@@ -149,7 +150,7 @@ bool Id3Info::Update()
     if (whole)
         Form_Activate();
     const qsizetype updated = reached - reasons.size();
-    const QString files = GroupedDigits(updated) + (updated == 1 ? u" file updated" : u" files updated");
+    const QString files = Counted(updated, u"file"_s) + u" updated";
     main.Answer(whole ? files : u"Stopped: "_s + files);
     return whole && reasons.isEmpty();
 }

@@ -8,14 +8,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-QString FilesText(qint64 count)
-{
-    return GroupedDigits(count) + (count == 1 ? u" file"_s : u" files"_s);
-}
-} // namespace
-
 LostTags::LostTags(std::function<void()> whenChanged) : changed(std::move(whenChanged))
 {
     QObject::connect(&timer, &QTimer::timeout, &timer, [this] { CountSome(); });
@@ -50,9 +42,9 @@ QString LostTags::Text(bool removesID3v1, bool removesID3v2) const
 {
     QStringList losses;
     if (removesID3v1 && withID3v1 > 0)
-        losses.append(u"the ID3v1 tag of "_s + FilesText(withID3v1));
+        losses.append(u"the ID3v1 tag of "_s + Counted(withID3v1, u"file"_s));
     if (removesID3v2 && withID3v2 > 0)
-        losses.append(u"the ID3v2 tag of "_s + FilesText(withID3v2));
+        losses.append(u"the ID3v2 tag of "_s + Counted(withID3v2, u"file"_s));
     if (losses.isEmpty())
         return QString();
     return u"Update removes "_s + losses.join(" and "_L1) + (read == paths.size() ? u"."_s : u" so far."_s);

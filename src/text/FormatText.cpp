@@ -58,6 +58,11 @@ QString GroupedDigits(qint64 number)
     return digits;
 }
 
+QString Counted(qint64 number, const QString &kind)
+{
+    return GroupedDigits(number) + u' ' + kind + (number == 1 ? u"" : u"s");
+}
+
 QString FormatFileSize(qint64 bytes)
 {
     if (bytes == 0)

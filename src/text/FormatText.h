@@ -4,6 +4,8 @@
 
 /// A whole number with the system's thousands separator.
 QString GroupedDigits(qint64 number);
+/// So many things of a kind, which takes an "s": "1 file", "1,204 files".
+QString Counted(qint64 number, const QString &kind);
 /// A size in bytes as "n Bytes" up to 16,384, "n Kb" up to 16,777,216 and "n Mb" beyond, rounded to whole numbers,
 /// with the system's thousands separator. Empty for 1 and for negative sizes.
 QString FormatFileSize(qint64 bytes);

@@ -48,8 +48,10 @@ private Q_SLOTS:
                  "2 Files written OK|0 Files could not be created"_s);
         QCOMPARE(w.Lines(u"a\\1x\\1x-a.m3u"_s) + w.Lines(u"a\\2y\\2y-a.m3u"_s), "1.wma|2.wma|3.wma|");
         QCOMPARE(w.State() + w.Focused() + w.Text("Label5").first(17), u"3 cmdUndo CmdNextCmdCloseProcess Complete,"_s);
+        QCOMPARE(w.F.Window->PanelText(4), u"2 playlists written"_s);
         w.Undo(PromptAnswer::No);
         w.Undo(PromptAnswer::Yes);
+        QCOMPARE(w.F.Window->PanelText(4), u"2 playlists deleted"_s);
         QCOMPARE(w.Report(14), u"User request UNDO....|Successfully Deleted file: ~\\a\\1x\\1x-a.m3u|"
                                "Put back the former file: ~\\a\\2y\\2y-a.m3u|PROCESS COMPLETE!|2 Files Requested|"
                                "2 Files deleted OK|0 Files could not be deleted [in use, missing?]"_s);
@@ -63,6 +65,7 @@ private Q_SLOTS:
         w.Enter("Parameters", u"all"_s);
         w.Next(2);
         QVERIFY(w.Report(11).contains(u"X - ~\\a\\all.m3u|PROCESS COMPLETE!|3 Files Requested|2 Files written OK|1 "));
+        QCOMPARE(w.F.Window->PanelText(4), u"2 playlists written, 1 failed"_s);
         QVERIFY(DeleteFile(w.F.Inside(u"a\\1x\\all.m3u"_s)));
         w.Undo(PromptAnswer::Yes);
         w.F.Write(u"a\\2y\\all.m3u"_s, "new");

@@ -107,6 +107,7 @@ private Q_SLOTS:
         Wizard w;
         w.Fill(4);
         QCOMPARE(w.Text("lblReport"), u"Done: The process completed successfully."_s);
+        QCOMPARE(w.F.Window->PanelText(4), u"Compilation of 2 files created"_s);
         QVERIFY(w.Text("Label7").startsWith(u"The compilation is now ready to burn."_s));
         QCOMPARE(w.Listed(), "a b.wma autorun.inf MP3Index.htm playlist.m3u setup.ico vtlmp3fb.exe"_ba);
         QCOMPARE(w.Content("autorun.inf"), "[autorun]\r\nicon=setup.ico\r\nopen=start playlist.m3u\r\n"
@@ -150,7 +151,8 @@ private Q_SLOTS:
         const QString browser = u"chkCopyBrowser ShowSoftware "_s;
         const QString plays = u"chkAutoBigList chkAutoIcon "_s;
         w.Fill(2);
-        QCOMPARE(w.Usable(), QString(report + browser + u"chkAutoIndex " + plays + u"IconChooser CDIcon " + steps));
+        QCOMPARE(w.Usable(),
+                 QString(report + browser + u"chkAutoIndex " + plays + u"LabelIcon IconChooser CDIcon " + steps));
         QCOMPARE(w.After("chkAutoIcon"), QString(report + browser + u"chkAutoIndex " + plays + steps));
         QCOMPARE(w.After("chkCopyBrowser"), QString(report + browser + plays + steps));
         QCOMPARE(w.After("chkCreateTable"), QString(browser + plays + steps));
@@ -179,6 +181,7 @@ private Q_SLOTS:
             const bool fails = name != u"setup.ico";
             QCOMPARE(w.Text("lblReport").section(u':', 0, 0), name.isEmpty() ? u"Stopped"_s : u"Done"_s);
             QCOMPARE(w.Text("lblReport").endsWith(u" any files created were removed."_s), fails);
+            QCOMPARE(w.F.Window->PanelText(4) == u"No compilation created", fails);
             QCOMPARE(w.Text("Label7").endsWith(u"lick 'Next>' to try again..."_s), fails);
             QCOMPARE(w.Listed() + w.Content(other) == "a b.wma " + other.toLatin1() + "mine", fails);
             QCOMPARE(w.Cells("DragToBurn").isEmpty() && w.Setting("Init").isEmpty(), fails);

@@ -2,6 +2,7 @@
 
 #include "support/FormDriver.h"
 #include "support/HostNames.h"
+#include "text/FormatText.h"
 
 #include <QKeyEvent>
 #include <QProgressBar>
@@ -93,6 +94,13 @@ private Q_SLOTS:
             p.Click("CmdSearch");
             QCOMPARE(p.Outcome(), outcome);
             QCOMPARE(p.F.Window->PlaylistDirty, outcome.contains(u"Removed"));
+            // "Done: Removed 1 Duplicate Items" is told as "Removed 1 duplicate item".
+            const QStringList words = outcome.section(u'|', 0, 0).split(u' ');
+            QString answer = u"No duplicate items"_s;
+            if (words[1] != "No"_L1)
+                answer = words[1] + u' ' + words[2] + (words[2] == "1"_L1 ? u" duplicate item" : u" duplicate items");
+            p.Click("CmdClose");
+            QCOMPARE(p.F.Window->PanelText(4), answer);
         }
     }
 
@@ -122,11 +130,15 @@ private Q_SLOTS:
                                           "\\http://host/a.wma* y:\\a.wma* 1.wma* x:\\"_s
                                         : u"Done: 1209 Items Removed|1.wma Total: 1"_s;
             QVERIFY(p.Outcome().startsWith(outcome));
+            QCOMPARE(p.F.Window->PanelText(4),
+                     (action == Select ? u"Selected %1 missing items"_s : u"Removed %1 missing items"_s)
+                         .arg(GroupedDigits(1209)));
             QVERIFY(p.F.Window->PlaylistDirty == (action == Remove) &&
                     p.Text("lbDrives").isEmpty() == (action == Remove));
             QCOMPARE(p.EnabledControls(), u"CmdSearch EnbDuplicate EnbPurge MissAction"_s);
             p.Click("CmdSearch");
             QVERIFY(action == Select || p.Text("lbReport") == u"Done: No missing Items Found...");
+            QVERIFY(action == Select || p.F.Window->PanelText(4) == u"No missing items");
         }
     }
 
@@ -140,6 +152,7 @@ private Q_SLOTS:
         p.Choose("MissAction", Search);
         p.Click("CmdSearch");
         QCOMPARE(p.Text("lbReport"), u"7 Items were returned by the Search..."_s);
+        QCOMPARE(p.F.Window->PanelText(4), u"Found 7 files for 5 missing items"_s);
         QCOMPARE(p.EnabledControls(), u"AbortPath FoundPaths MissingPath NxtPath SkipPath"_s);
         QCOMPARE(p.Text("MissingPath"), ShownPath(p.F.Inside(u"old\\a.wma"_s)));
         QCOMPARE(p.Suggested(), u"\\3\\|3 of 3 files \\1\\|1 of 3 files \\2\\|0 of 3 files Folder 1 of 3"_s);
@@ -158,6 +171,7 @@ private Q_SLOTS:
         p.Click("SkipPath");
         p.Click("NxtPath");
         QVERIFY(p.Outcome().startsWith(u"Done: Restored 4 Items...|3\\A.wma 3\\b.wma other\\xa.wma "));
+        QCOMPARE(p.F.Window->PanelText(4), u"Restored 4 items"_s);
         // What is left over, once more: skipped, aborted, and with the window closed.
         const std::pair<const char *, QString> ends[] = {{"SkipPath", u"Done: No items were restored..."_s},
                                                          {"AbortPath", u"Done: Restoration Aborted..."_s},
@@ -169,7 +183,8 @@ private Q_SLOTS:
             QCOMPARE(p.EnabledControls(),
                      u"CmdSearch DontUsePath EnbDuplicate EnbPurge FoundPaths MissAction MissingPath"_s);
             QVERIFY(p.Text("MissingPath").isEmpty() && p.Cells("FoundPaths").isEmpty());
-            QVERIFY(p.At<QProgressBar>("ProgressBar1")->value() < 0 && p.F.Window->PanelText(4).isEmpty());
+            QVERIFY(p.At<QProgressBar>("ProgressBar1")->value() < 0);
+            QCOMPARE(p.F.Window->PanelText(4), u"Restored 0 items"_s);
         }
         QVERIFY(!p.Form->isVisible());
     }

@@ -266,6 +266,7 @@ private Q_SLOTS:
         page.replace(u'@', u"<font face='%1' size='4'>"_s).replace(u'~', u"</font></td>\r\n"_s);
         QCOMPARE(DecodeText(w.F.Read(u"kept.htm"_s)), page.arg(w.Family.left(20)));
         QCOMPARE(w.Text("lblReport"), u"Done: Report Generator. Click 'Next>' to restart..."_s);
+        QCOMPARE(w.F.Window->PanelText(4), QString(u"Report kept as "_s + ShownPath(w.F.Inside(u"kept.htm"_s))));
         QVERIFY(w.At("CmdClose")->hasFocus() && w.F.Read(u"My Music\\tmp.htm"_s) == "mine");
         w.Go("CmdNext", 1);
         QCOMPARE(w.Text("lblReport"), u"Click 'Next>' to generate the report."_s);
@@ -343,6 +344,7 @@ private Q_SLOTS:
         SetFileAttributes(kept, AttributeReadOnly);
         w.Next(3);
         w.ClickAndRead("CmdNext", u"Do you want to keep the file?"_s, No);
+        QCOMPARE(w.F.Window->PanelText(4), u"Report not kept"_s);
         QVERIFY(w.F.ShellCalls == QStringList{u"open "_s + temporary} && w.F.Listing(u"My Music"_s) == u"one.wma");
         // A file of that name gets its place back, unless the user breaks off or keeps the report there.
         const std::tuple<std::optional<QString>, PromptAnswer, QByteArray> answers[] = {
@@ -357,6 +359,8 @@ private Q_SLOTS:
                 w.F.Prompts.Expect(u"Could not save the file!"_s, Ok);
             w.Next(4);
             QCOMPARE(w.F.Read(u"My Music\\tmp.htm"_s).first(left.size()), left);
+            QCOMPARE(w.F.Window->PanelText(4),
+                     left == "mine" ? u"Report not kept"_s : QString(u"Report kept as "_s + ShownPath(temporary)));
         }
         // Escape ends a run; the last report stands there still.
         w.Open();

@@ -3,6 +3,7 @@
 #include "session/SplashFrm.h"
 #include "session/StatusPanel.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
@@ -805,6 +806,7 @@ private Q_SLOTS:
         f.Trigger("MViewTransVal(10)");
         QCOMPARE(qRound(f.Window->windowOpacity() * 255), 127);
         QVERIFY(checked("MViewTransVal(10)") && !checked("MViewTransVal(0)"));
+        QVERIFY(f.Window->Command("MViewTransVal(5)")->actionGroup()->isExclusive());
         f.Trigger("MViewTransVal(0)");
         QVERIFY(f.Window->windowOpacity() == 1 && checked("MViewTransVal(0)"));
     }

@@ -58,6 +58,7 @@ private Q_SLOTS:
                          PromptAnswer::Ok);
         f.Prompts.ExpectPath(u"winamp.bm"_s, list);
         run("MToolsLoadWinamp", {});
+        QCOMPARE(f.Window->PanelText(4), u"Added 2 items"_s);
         d.TakeData(u"Tagged.MP3"_s, "tag-id3v24.mp3");
         f.Write(u"x.OGG"_s, "\3vorbis\x1D" + "ARTIST=ELKx\0\0\0TITLE=so\1\5vorbis"_ba.leftJustified(4999));
         f.Window->AddFile(f.Inside(u"x.OGG"_s), 0);
@@ -65,6 +66,7 @@ private Q_SLOTS:
         run("MToolsSaveWinamp",
             {backup,
              u"The Bookmark file was successfully updated. You may need to restart WinAmp to view the changes."_s});
+        QCOMPARE(f.Window->PanelText(4), u"Saved 5 bookmarks"_s);
         const QByteArray saved = f.Read(u"w.bm"_s);
         const QString lines = QString::fromUtf8(saved).remove(ToPlaylistLine(f.Folder)).replace(u"\r\n"_s, u"|"_s);
         QCOMPARE(QString(lines).replace(u'/', u'\\'),
