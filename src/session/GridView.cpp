@@ -32,7 +32,8 @@ protected:
     {
         QStyledItemDelegate::initStyleOption(option, index);
         const PlaylistItem &item = grid->Item(index.row() + 1);
-        option->state &= ~QStyle::State_Selected;
+        // The view draws the focus; what a style draws of it looks like a selection.
+        option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus);
         QPalette &palette = option->palette;
         const bool odd = option->features.testFlag(QStyleOptionViewItem::Alternate);
         QColor ground = palette.color(odd ? QPalette::AlternateBase : QPalette::Base);
@@ -64,7 +65,6 @@ GridView::GridView(Grid *shownGrid, QWidget *parent) : QTreeView(parent), grid(s
     setSelectionBehavior(SelectRows);
     setRootIsDecorated(false);
     setItemsExpandable(false);
-    setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);
     setEditTriggers(NoEditTriggers);
     setDragEnabled(true);

@@ -99,7 +99,10 @@ private Q_SLOTS:
             const QRect cell = view.visualRect(view.model()->index(0, 0));
             return view.viewport()->grab().toImage().pixelColor(cell.right() - 2, cell.center().y());
         };
+        // The focus alone must not look like a selection.
+        f.Window->ListView1.SetFocusedRow(1);
         const QColor plain = groundOf();
+        QCOMPARE(plain, view.palette().color(QPalette::Base));
         f.Trigger("MEditSelAll");
         QCOMPARE(RowFaults(view, readable).join(u'\n'), QString());
         QVERIFY(Contrast(groundOf(), plain) > 1.2);
