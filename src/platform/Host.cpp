@@ -60,11 +60,12 @@ public:
     }
     bool Flush()
     {
-        if (!stored.Store(unstored))
+        if (!unstored.isEmpty() && !stored.Store(unstored))
             return false;
         unstored.clear();
         return true;
     }
+    void Refresh() { stored.Refresh(); }
     QString Place() const { return stored.Place(); }
 
 private:
@@ -85,6 +86,7 @@ SettingsStore MakeSettings(const QString &applicationName)
         process->Write(SettingsAddress(section, key), value);
     };
     settings.Flush = [process] { return process->Flush(); };
+    settings.Refresh = [process] { process->Refresh(); };
     settings.Place = process->Place();
     return settings;
 }

@@ -96,9 +96,11 @@ struct SettingsStore {
     std::function<QString(const QString &section, const QString &key)> Read;
     /// A value that is the one last read or written changes nothing, so that another process keeps what it stored.
     std::function<void(const QString &section, const QString &key, const QString &value)> Write;
-    /// Stores what was written, and reads what others have stored meanwhile. False when that fails; what was written is
-    /// then kept for the next time. It also happens when the program ends.
+    /// Stores what was written. False when that fails; it is then kept for the next time. It also happens when the
+    /// program ends.
     std::function<bool()> Flush = [] { return true; };
+    /// From now on Read tells what others have stored meanwhile, too.
+    std::function<void()> Refresh = [] {};
     /// Where they are kept, for a person.
     QString Place{};
 };

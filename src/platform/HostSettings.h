@@ -18,10 +18,11 @@ public:
     HostSettings(const HostSettings &) = delete;
     HostSettings &operator=(const HostSettings &) = delete;
 
-    /// As it stood at the last Store, or when this was made.
+    /// As it stood at the last Store or Refresh, or when this was made.
     QVariant Value(const QString &address) const;
-    /// Stores all the values or none, beside what others have stored meanwhile, which Value then tells.
+    /// Stores all the values or none, beside what others have stored meanwhile.
     bool Store(const QMap<QString, QString> &values);
+    void Refresh();
     /// Where they are kept, for a person.
     QString Place() const;
 

@@ -67,8 +67,8 @@ public:
 
     bool IsKept() const { return !folder.isEmpty(); }
 
-    /// The number of a note with a head and stretches of a file behind it, which is on the disk when this returns if
-    /// there are any; 0 when it cannot be written.
+    /// The number of a note with a head and stretches of a file behind it; 0 when it cannot be written. It is on the
+    /// disk when this returns, but for that of a copy: that one would cost too much for what it is worth.
     std::uint64_t Add(Kind kind, const QByteArray &head, const DiskFile *source = nullptr,
                       std::span<const WayBack::Stretch> stretches = {})
     {
@@ -84,9 +84,9 @@ public:
             at += stretch.Count;
         }
         // It stands only when all of it does.
-        const bool isSmall = stretches.empty();
-        written = written && (isSmall || (file.WriteAt(at, QByteArrayView(&Unwritten, 1)) && file.Flush())) &&
-                  file.WriteAt(end, QByteArrayView(&Stands, 1)) && (isSmall || file.Flush());
+        const auto flushed = [&] { return kind == CopyKind || file.Flush(); };
+        written = written && (stretches.empty() || file.WriteAt(at, QByteArrayView(&Unwritten, 1))) && flushed() &&
+                  file.WriteAt(end, QByteArrayView(&Stands, 1)) && flushed();
         if (!written) {
             file.Resize(end);
             return 0;

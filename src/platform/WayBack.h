@@ -9,7 +9,8 @@
 class DiskFile;
 
 /// The way back from something that is begun: it is noted in the application's folder first, and what a killed process
-/// has left half done the next start takes back. Paths are inside paths.
+/// has left half done the next start takes back. Paths are inside paths. A note is on the disk before it is told, but
+/// for that of a copy, which a kill leaves there and a power failure may not.
 class WayBack
 {
 public:
@@ -26,8 +27,7 @@ public:
     bool NoteRename(const QString &from, const QString &former);
     /// Gives a file its former content; deletes it where none stood there.
     bool NoteFormer(const QString &path, bool existed, const QByteArray &content);
-    /// Writes stretches of a file back and cuts it to its size, while it is still the same file. The note is on the
-    /// disk when this returns.
+    /// Writes stretches of a file back and cuts it to its size, while it is still the same file.
     bool NoteStretches(const QString &path, const DiskFile &file, std::span<const Stretch> stretches);
     /// It has been done whole, or taken back.
     void Drop();

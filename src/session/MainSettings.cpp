@@ -103,8 +103,7 @@ void Main::MToolsFullData_Click()
 
 bool Main::SaveState()
 {
-    // Now what others have stored meanwhile is known.
-    host.Settings.Flush();
+    host.Settings.Refresh();
     QStringList recentOnes = OthersBefore(recentFiles, storedRecentFiles, StoredRecentFiles());
     const Section recent(host.Settings, u"RF"_s);
     bool done = true;

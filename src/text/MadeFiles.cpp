@@ -9,14 +9,16 @@ bool MadeFiles::Make(const QString &path, const std::function<bool()> &write)
         former.Forget();
         return false;
     }
-    files.push_back({path, former});
+    files.push_back({path, former, DiskFactsOf(path)});
     return true;
 }
 
 MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
 {
     File &file = files[static_cast<std::size_t>(n)];
-    if (file.IsTakenBack || !file.Former.GiveBack())
+    const DiskFacts found = DiskFactsOf(file.Path);
+    const bool isAnother = found.Size >= 0 && found != file.Facts;
+    if (file.IsTakenBack || isAnother || !file.Former.GiveBack())
         return TakenBack::Failed;
     file.IsTakenBack = true;
     return file.Former.Existed() ? TakenBack::PutBack : TakenBack::Deleted;

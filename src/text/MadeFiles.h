@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/DiskFile.h"
 #include "text/FormerFile.h"
 
 #include <QString>
@@ -25,8 +26,8 @@ public:
     const QString &Path(qsizetype n) const { return files[static_cast<std::size_t>(n)].Path; }
 
     enum class TakenBack { Failed, Deleted, PutBack };
-    /// Deletes the n-th file, or gives it back what it held before. What has been taken back once fails: another file
-    /// may stand there by then.
+    /// Deletes the n-th file, or gives it back what it held before. What has been taken back once fails, and so does
+    /// what is another file by now.
     TakenBack TakeBack(qsizetype n);
 
     /// Forgets them: they stay.
@@ -39,6 +40,8 @@ private:
     struct File {
         QString Path;
         FormerFile Former;
+        /// As it was made.
+        DiskFacts Facts;
         bool IsTakenBack = false;
     };
     AfterKill afterKill;

@@ -72,6 +72,11 @@ private Q_SLOTS:
         w.Undo(PromptAnswer::Yes);
         QVERIFY(w.Report().contains(u"~\\a\\1x\\all.m3u|Could not Delete file: ~\\a\\2y\\all.m3u|PROCESS COMPLETE!"));
         QVERIFY(w.Report().contains(u"|0 Files deleted OK|2 Files could") && w.Lines(u"a\\2y\\all.m3u"_s) == "new");
+        // Nor what somebody else has written since.
+        w.Next(5);
+        w.F.Write(u"a\\1x\\all.m3u"_s, "theirs");
+        w.Undo(PromptAnswer::Yes);
+        QCOMPARE(w.Lines(u"a\\1x\\all.m3u"_s) + w.Lines(u"a\\2y\\all.m3u"_s), "theirsnew");
     }
 
     void ModesNamesAndOddLists()

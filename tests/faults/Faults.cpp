@@ -3,11 +3,12 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdarg>
+#include <cstdint>
 #include <string_view>
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -39,15 +40,41 @@ bool IsWatched(const char *path)
            (path[0] != '/' || std::string_view(path).substr(0, watch.Folder.size()) == watch.Folder);
 }
 
+std::string PathOf(const char *path)
+{
+    return path;
+}
+
+std::string PathOf(int file)
+{
+    std::array<char, 4096> target{};
+    const std::string link = "/proc/self/fd/" + std::to_string(file);
+    const long size = ::syscall(SYS_readlinkat, AT_FDCWD, link.c_str(), target.data(), target.size() - 1);
+    return size > 0 ? target.data() : "";
+}
+
 bool IsWatched(int file)
 {
     if (!TheWatch().IsArmed)
         return false;
-    std::array<char, 4096> target{};
-    const std::string link = "/proc/self/fd/" + std::to_string(file);
-    const long size = ::syscall(SYS_readlinkat, AT_FDCWD, link.c_str(), target.data(), target.size() - 1);
-    // A file without a name is told by the name it had.
-    return size > 0 && target[0] == '/' && IsWatched(target.data());
+    const std::string path = PathOf(file);
+    // What is no file has another name.
+    return !path.empty() && path[0] == '/' && IsWatched(path.c_str());
+}
+
+void TakeRights(const std::string &path)
+{
+    ::syscall(SYS_fchmodat, AT_FDCWD, path.substr(0, path.rfind('/')).c_str(), 0555);
+}
+
+void EndFileSystem()
+{
+    // The journal is not written either.
+    const std::uint32_t how = 2;
+    constexpr unsigned long shutdown = _IOR('X', 125, std::uint32_t);
+    const long folder = ::syscall(SYS_openat, AT_FDCWD, TheWatch().Folder.c_str(), O_RDONLY);
+    ::ioctl(static_cast<int>(folder), shutdown, &how);
+    ::syscall(SYS_close, folder);
 }
 
 enum class Verdict { Pass, Fail, Half, HalfThenKill, HalfThenFull };
@@ -101,6 +128,21 @@ Verdict Judge(Subject subject, char letter, bool takesRoom)
         break;
     case Fault::KillHalf:
         return isIt && writes ? Verdict::HalfThenKill : Verdict::Pass;
+    case Fault::Rights:
+        if (isIt)
+            TakeRights(PathOf(subject));
+        break;
+    case Fault::Pulled:
+        if (isIt)
+            EndFileSystem();
+        break;
+    case Fault::Replaced:
+        if (isIt)
+            ::syscall(SYS_rename, (watch.Folder + "/other").c_str(), (watch.Folder + "/3/a.mp3").c_str());
+        break;
+    case Fault::Filled:
+    case Fault::Sealed:
+        break;
     }
     return Verdict::Pass;
 }

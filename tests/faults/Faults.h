@@ -19,6 +19,20 @@ enum class Fault {
     Kill,
     /// The process is killed when one writing call has taken half of its bytes.
     KillHalf,
+
+    /// Another program puts the file "other" in the place of "3/a.mp3" in front of a call.
+    Replaced,
+
+    // What happens to the disk itself.
+
+    /// The folder of a call's file loses the right to be written in front of it.
+    Rights,
+    /// The file system ends in front of a call, with what it has not yet written.
+    Pulled,
+    /// So little of the disk is free from the beginning; the test sees to it.
+    Filled,
+    /// The disk is mounted read-only from the beginning; the test sees to it.
+    Sealed,
 };
 
 /// Counts the calls from now on, and lets the fault happen at one of them, from 1.

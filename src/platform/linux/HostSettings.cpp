@@ -124,24 +124,27 @@ QVariant HostSettings::Value(const QString &address) const
 bool HostSettings::Store(const QMap<QString, QString> &values)
 {
     const QString folder = QFileInfo(Place()).path();
-    if (!values.isEmpty()) {
-        EnsureFolder(FromHostPath(folder));
-        const StoreLock lock(folder);
-        const QString path = FromHostPath(Place());
-        QByteArray content;
-        if (!ReadWholeFile(path, content) && ExamineFile(path).Exists)
-            return false;
-        QByteArrayList lines = content.replace("\r\n", "\n").split('\n');
-        if (lines.last().isEmpty())
-            lines.removeLast();
-        for (auto value = values.begin(); value != values.end(); ++value)
-            PutLine(lines, NameInFile(value.key().section(u'/', 0, 0)), NameInFile(value.key().section(u'/', 1)),
-                    ValueInFile(*value));
-        if (!WriteWholeFile(path, lines.join('\n') + '\n'))
-            return false;
-    }
-    store->sync();
+    EnsureFolder(FromHostPath(folder));
+    const StoreLock lock(folder);
+    const QString path = FromHostPath(Place());
+    QByteArray content;
+    if (!ReadWholeFile(path, content) && ExamineFile(path).Exists)
+        return false;
+    QByteArrayList lines = content.replace("\r\n", "\n").split('\n');
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    for (auto value = values.begin(); value != values.end(); ++value)
+        PutLine(lines, NameInFile(value.key().section(u'/', 0, 0)), NameInFile(value.key().section(u'/', 1)),
+                ValueInFile(*value));
+    if (!WriteWholeFile(path, lines.join('\n') + '\n'))
+        return false;
+    Refresh();
     return true;
+}
+
+void HostSettings::Refresh()
+{
+    store->sync();
 }
 
 QString HostSettings::Place() const

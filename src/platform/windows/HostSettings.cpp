@@ -24,6 +24,11 @@ bool HostSettings::Store(const QMap<QString, QString> &values)
     return store->status() == QSettings::NoError;
 }
 
+void HostSettings::Refresh()
+{
+    store->sync();
+}
+
 QString HostSettings::Place() const
 {
     return store->fileName();
