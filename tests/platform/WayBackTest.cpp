@@ -1,0 +1,62 @@
+#include "platform/PlatformTests.h"
+
+#include "platform/DiskFile.h"
+#include "platform/WayBack.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class WayBackTest : public FolderTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { KeepWaysBack({}); }
+
+    void TheNextStartTakesBackWhatStands()
+    {
+        const QString notes = In(u"notes"_s);
+        KeepWaysBack(notes);
+        QVERIFY(Write(u"stretches"_s, "0123456789") && Write(u"another"_s, "old"));
+        const WayBack::Stretch stretches[] = {{1, 2}, {6, 4}};
+        for (const QString &name : {u"stretches"_s, u"another"_s}) {
+            DiskFile file;
+            QVERIFY(file.Open(In(name)) &&
+                    WayBack().NoteStretches(In(name), file, std::span(stretches).first(name == u"another" ? 1 : 2)));
+            QVERIFY(file.WriteAt(1, "xx") && file.Resize(6));
+        }
+        QVERIFY(Write(u"another"_s, "theirs"));
+        // The first note of a file is the oldest.
+        for (const char *content : {"former", "later"})
+            QVERIFY(WayBack().NoteFormer(In(u"former"_s), true, content));
+        QVERIFY(WayBack().NoteFormer(In(u"none"_s), false, {}) && WayBack().NoteFormer(In(u"gone\\x"_s), true, "x"));
+        WayBack done;
+        QVERIFY(done.NoteFormer(In(u"done"_s), true, "old"));
+        done.Drop();
+        for (const QString &name : {u"former"_s, u"none"_s, u"done"_s, u".vantrel-1.tmp"_s, u"song.tmp"_s, u"away"_s})
+            QVERIFY(Write(name, "new"));
+        QVERIFY(WayBack().NoteCopy(In(u".vantrel-1.tmp"_s)) && WayBack().NoteCopy(In(u"song.tmp"_s)));
+        QVERIFY(WayBack().NoteRename(In(u"away"_s), In(u"back"_s)));
+        KeepWaysBack({});
+        // A disk that is not there keeps its notes for a later start.
+        for (const int left : {1, 0}) {
+            KeepWaysBack(notes);
+            KeepWaysBack({});
+            FolderEntries entries;
+            QVERIFY(ListFolder(notes, entries) && entries.Files.size() == left);
+            QVERIFY(EnsureFolder(In(u"gone"_s)));
+        }
+        const QStringList wanted{u"another=theirs"_s, u"back=new"_s,     u"done=new"_s,
+                                 u"former=former"_s,  u"song.tmp=new"_s, u"stretches=0123456789"_s};
+        QStringList found;
+        for (const QString &name : Listed())
+            found += Content(name) == "unreadable" ? QStringList()
+                                                   : QStringList{name + u'=' + QString::fromLatin1(Content(name))};
+        QCOMPARE(found.join(u' '), wanted.join(u' '));
+        QCOMPARE(Content(u"gone\\x"_s), "x"_ba);
+    }
+};
+
+static const RegisterTest<WayBackTest> registered;
+#include "WayBackTest.moc"
