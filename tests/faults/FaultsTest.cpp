@@ -184,6 +184,7 @@ public:
     QStringList Try(const Mode &mode, int at)
     {
         Restore();
+        faultLasts = mode.Kind != Fault::Error && mode.Kind != Fault::Half;
         Outcome outcome;
         {
             const DiskState disk(mode, at, stage.F.Temporary.path());
@@ -310,7 +311,8 @@ private:
     {
         const QString file = name.section(u'/', -1);
         return (file.startsWith(u".vantrel-") && file.endsWith(u".tmp")) || file.startsWith(u"way-back-") ||
-               QLatin1StringView(scenario.Passing).contains(file);
+               QLatin1StringView(scenario.Passing).contains(file) ||
+               (faultLasts && QLatin1StringView(scenario.Torn).contains(file));
     }
 
     /// False when something stands there that the next start must remove.
@@ -362,6 +364,7 @@ private:
     Disk before;
     Disk afterwards;
     Outcome clean;
+    bool faultLasts = false;
 };
 } // namespace
 

@@ -174,7 +174,7 @@ const std::vector<Scenario> &Scenarios()
         {"save relative", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSaveRel"); }}},
         {"session end", PrepareSession, {[](Stage &s) { s.Leave(); }}},
         {"tags of several files", PrepareTags, {[](Stage &s) { s.Click("CmdUpdate"); }}},
-        {"tags in place", PrepareLinkedTags, {[](Stage &s) { s.Click("CmdUpdate"); }}, "a.mp3 b.mp3"},
+        {"tags in place", PrepareLinkedTags, {[](Stage &s) { s.Click("CmdUpdate"); }}, "", "a.mp3 b.mp3"},
         {"rename and undo", PrepareRename, {[](Stage &s) { s.Click("CmdProcess"); }, undo}},
         {"autocreate and undo", PrepareAutocreate, {next, undo}},
         {"report kept", PrepareReport, {next}, "tmp.htm"},

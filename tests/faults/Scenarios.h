@@ -34,5 +34,7 @@ struct Scenario {
     std::vector<void (*)(Stage &stage)> Steps;
     /// Files that stand there for a while only.
     const char *Passing = "";
+    /// Files that only a kill or a fault that lasts may leave half written until the next start.
+    const char *Torn = "";
 };
 const std::vector<Scenario> &Scenarios();
