@@ -214,7 +214,7 @@ void MP3CDWizard::ReportSuccess()
 {
     SaveSettings();
     const bool noIcon = ui->chkCreateAutorun->isChecked() && ui->chkAutoIcon->isChecked() &&
-                        !ExamineFile(CompilationFolder + u"\\setup.ico"_s).Exists;
+                        !AnalysePath(CompilationFolder + u"\\setup.ico"_s).IsFile;
     main.Answer(u"Compilation of "_s + Counted(CompilationFiles.size(), u"file"_s) + u" created" +
                 (noIcon ? u"; the icon could not be saved" : u""));
     Report(ui->lblReport, u"Done: The process completed successfully."_s);

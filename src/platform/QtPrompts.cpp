@@ -68,7 +68,6 @@ PromptAnswer AskMessage(const MessagePrompt &prompt)
 {
     QMessageBox box(IconOf(prompt.Icon), MessageTitle(), ShownPath(prompt.Text), ButtonsOf(prompt.Buttons),
                     QApplication::activeWindow());
-    AddLetters(box);
     // A file name is no markup.
     box.setTextFormat(Qt::PlainText);
     // A long list stands behind a button. A short one goes into a label that takes what looks like markup for it.
@@ -79,6 +78,7 @@ PromptAnswer AskMessage(const MessagePrompt &prompt)
     } else if (!details.isEmpty()) {
         box.setInformativeText(Qt::convertFromPlainText(details));
     }
+    AddLetters(box);
     switch (box.exec()) {
     case QMessageBox::Yes:
         return PromptAnswer::Yes;

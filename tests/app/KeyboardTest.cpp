@@ -259,7 +259,7 @@ private Q_SLOTS:
                 faults = inspection.Faults.join(u'\n');
                 box->close();
             });
-            QtPrompts().Message({u"text"_s, PromptIcon::Question, buttons, {}});
+            QtPrompts().Message({u"text"_s, PromptIcon::Question, buttons, u"1\n2\n3\n4"_s});
             QCOMPARE(faults, QString());
         }
     }

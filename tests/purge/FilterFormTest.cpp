@@ -216,11 +216,13 @@ private Q_SLOTS:
         p.PressEscape();
         p.Click("CmdSearch");
         QCOMPARE(p.Text("lbReport"), u"Stopped: The missing Items were left as they are..."_s);
+        QCOMPARE(p.F.Window->PanelText(4), u"Stopped, missing items left as they are"_s);
         const auto roots = p.F.Roots;
         p.F.Roots = [&] { return p.PressEscape(), roots(); };
         p.Choose("MissAction", Search);
         p.Click("CmdSearch");
         QCOMPARE(p.Text("lbReport"), u"No Items were found to match... Stopped at "_s + ShownPath(p.F.Inside({})));
+        QCOMPARE(p.F.Window->PanelText(4), u"Found 0 files for 1 missing item"_s);
         p.F.Roots = roots;
         p.Click("CmdSearch");
         p.PressEscape();

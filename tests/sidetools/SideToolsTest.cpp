@@ -81,8 +81,11 @@ private Q_SLOTS:
         f.Write(u"w.bm.bak\\x"_s, {});
         run("MToolsSaveWinamp",
             {u"The process failed because a backup copy of the Bookmarks file could not be created!"_s});
-        f.Prompts.ExpectPath(list, {});
-        run("MToolsLocWinamp", {});
+        for (const std::optional<QString> &path : {std::optional(list), std::optional<QString>()}) {
+            f.Prompts.ExpectPath(list, path);
+            run("MToolsLocWinamp", {});
+            QCOMPARE(f.Window->PanelText(4), path ? QString(u"Bookmark file: "_s + ShownPath(list)) : QString());
+        }
         QCOMPARE(f.Read(u"w.bm"_s), saved);
     }
 
