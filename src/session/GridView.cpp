@@ -95,6 +95,8 @@ GridView::GridView(Grid *shownGrid, QWidget *parent) : QTreeView(parent), grid(s
     connect(rowSelection, &QItemSelectionModel::currentChanged, this, [this](const QModelIndex &current) {
         if (current.row() + 1 != grid->FocusedRow())
             grid->SetFocusedRow(current.row() + 1);
+        // The base class would paint the current cell alone.
+        viewport()->update();
     });
     ConnectHeader();
     // Never as a move, or another program would take the files away.
