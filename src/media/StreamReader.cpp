@@ -525,6 +525,9 @@ Count StreamReader::CountFrames(Frame frame)
     std::int64_t position = 0;
     do {
         position = CountRow(frame, rate, count);
+        // A frame that the audio's end cuts is not to be found again.
+        if (position == frame.Position)
+            ++position;
     } while (FindNext(position, frame) && frame.Position < End());
     return count;
 }
