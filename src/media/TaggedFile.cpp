@@ -31,6 +31,14 @@ qint64 RoomFor(qint64 needed, qint64 old)
     return least + (old - least % block + block) % block;
 }
 
+/// Whether the ID3v2 tag that a file of this size begins with reaches into the place of an ID3v1 tag, so that a mark
+/// there is part of a frame.
+bool HoldsID3v1Place(QByteArrayView front, qint64 size)
+{
+    const qint64 tagEnd = ID3v2Size(front, "ID3").value_or(0);
+    return tagEnd <= size && tagEnd > size - ID3v1Tag::Size;
+}
+
 QString Reason(RebuildState state)
 {
     switch (state) {
@@ -95,10 +103,7 @@ QByteArray TaggedFile::ID3v1Bytes() const
     const QByteArray tail = Read(file.Size() - count, count);
     if (!ID3v1Tag::FromTail(tail).Present)
         return QByteArray();
-    // Within a tag that fills the whole file the mark would be part of a frame.
-    const qint64 tagEnd = ID3v2Size(Read(0, ID3v2HeaderBytes), "ID3").value_or(0);
-    const bool isWithin = tagEnd <= file.Size() && tagEnd > file.Size() - ID3v1Tag::Size;
-    return isWithin ? QByteArray() : tail.last(ID3v1Tag::Size);
+    return HoldsID3v1Place(Read(0, ID3v2HeaderBytes), file.Size()) ? QByteArray() : tail.last(ID3v1Tag::Size);
 }
 
 ID3v2Tag TaggedFile::ReadID3v2() const
@@ -146,6 +151,9 @@ void TaggedFile::PutID3v1(const ID3v1Tag &tag)
     const QByteArray old = ID3v1Bytes();
     back = tag.Bytes(old);
     keepEnd = file.Size() - old.size();
+    const QByteArray newFront = Read(0, std::min<qint64>(keepEnd, ID3v2HeaderBytes)) + back;
+    if (HoldsID3v1Place(newFront, keepEnd + ID3v1Tag::Size))
+        throw MediaError(ShownPath(path) % u" ends within its ID3v2 tag, so no ID3v1 tag is written behind it."_s);
 }
 
 void TaggedFile::DropID3v1()
