@@ -48,6 +48,11 @@ bool IsWebAddress(QStringView line)
     return rest.startsWith(u"://") || (rest.startsWith(u":/") && scheme.compare(u"file", Qt::CaseInsensitive) == 0);
 }
 
+QString WebAddressOf(QStringView line)
+{
+    return line.toString().replace(u'\\', u'/');
+}
+
 bool IsForeignAddress(QStringView text)
 {
     const QStringView scheme = SchemeOf(text);

@@ -10,6 +10,9 @@ bool IsOnShare(QStringView path);
 
 /// Whether a line is a web address: a scheme of two letters or more and "://", or "file:/".
 bool IsWebAddress(QStringView line);
+/// A line that is a web address; its backslashes are slashes, as browsers take them, or a row would look for a folder
+/// in it.
+QString WebAddressOf(QStringView line);
 /// Whether a text that a file gave is an address that no desktop takes for a file: it starts with a scheme of two
 /// letters or more and a colon.
 bool IsForeignAddress(QStringView text);

@@ -182,7 +182,7 @@ QString FromPlaylistLine(QStringView line, const QString &folder)
 {
     const bool hasColon = std::find(line.begin(), line.end(), u':') != line.end();
     if (hasColon && IsWebAddress(line))
-        return line.toString();
+        return WebAddressOf(line);
     if (line.startsWith(u'/')) {
         const QString path = FromHostLine(line);
         if (!path.isEmpty())

@@ -79,7 +79,7 @@ QString ToPlaylistLine(const QString &path)
 
 QString FromPlaylistLine(QStringView line, const QString &folder)
 {
-    return IsWebAddress(line) ? line.toString() : FromWindowsLine(WithoutDotPrefix(line), folder);
+    return IsWebAddress(line) ? WebAddressOf(line) : FromWindowsLine(WithoutDotPrefix(line), folder);
 }
 
 QString ShownPath(QString path)
