@@ -7,7 +7,7 @@ target_compile_definitions(project_options INTERFACE
   QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 target_compile_options(project_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
-  -Wunused -Wold-style-cast -Wduplicated-cond -Wlogical-op -Wnull-dereference)
+  -Wunused -Wold-style-cast -Wnull-dereference $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>)
 if(PLAYLIST_EDITOR_WERROR)
   target_compile_options(project_options INTERFACE -Werror)
 endif()
@@ -20,6 +20,9 @@ if(PLAYLIST_EDITOR_SANITIZE)
   target_compile_options(project_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference)
   target_link_options(project_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(PLAYLIST_EDITOR_FUZZ)
+  target_compile_options(project_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 if(PLAYLIST_EDITOR_COVERAGE)
   target_compile_options(project_options INTERFACE --coverage)
