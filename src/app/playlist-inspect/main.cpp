@@ -53,7 +53,7 @@ struct Request {
 constexpr QLatin1StringView usage = "usage: playlist-inspect [--picture FILE.png] [--size WIDTHxHEIGHT] [--scale 1-4] "
                                     "[--style dark|light] [--mode normal|compact] [--select all|N] "
                                     "[--window NAME [--page NAME/NAME] [--steps NAME=VALUE/NAME]] "
-                                    "[--report FILE.htm|FILE.txt] PATH"_L1;
+                                    "[--report FILE.htm|FILE.txt|FILE.tsv] PATH"_L1;
 
 /// A line break in a host's file name is carried as a private-use character; to a reader it is a control character too.
 bool IsControl(QChar character)
@@ -265,13 +265,16 @@ bool SavePicture(QWidget &window, const QString &path)
     return window.grab().save(&buffer, "PNG") && WriteWholeFile(path, png);
 }
 
-/// A report with the default settings, as text when the file's name says so.
+/// A report with the default settings, as text, or as text with tabs, when the file's name says so.
 bool WriteReportFile(Main &window, const QString &path)
 {
     window.DestroyFileArray();
     window.SaveFileArrayFromList(true);
     ReportSettings settings = DefaultReportSettings();
-    settings.RepType = GetExtension(path).toLower() == ".txt"_L1 ? 1 : 0;
+    const QString extension = GetExtension(path).toLower();
+    settings.TabDelimited = extension == ".tsv"_L1;
+    settings.SpaceAligned = !settings.TabDelimited;
+    settings.RepType = settings.TabDelimited || extension == ".txt"_L1 ? 1 : 0;
     return WriteReport(path, window.FileArray, settings, Progress(), window.World().Clock);
 }
 
