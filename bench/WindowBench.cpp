@@ -69,10 +69,16 @@ void ListView1_ClickOverBarePass(benchmark::State &state)
         state, FullList, 2, [&] { SumRows(window.ListView1); }, [&] { window.ListView1_Click(); });
 }
 
-void OverRepaint(benchmark::State &state, const std::function<void()> &gesture)
+void OverRepaint(benchmark::State &state, const std::function<void()> &gesture, double bound = 1.2,
+                 const std::function<void()> &prepare = {})
 {
     BenchWindow &window = FullWindow();
     const auto restore = [&] { Restore(window); };
+    const auto prepared = [&] {
+        Restore(window);
+        if (prepare)
+            prepare();
+    };
     const auto repaint = [&] {
         // What is opaque is not painted along with what lies behind it.
         for (QWidget *widget : {static_cast<QWidget *>(&window.Window), window.Window.View()->viewport(),
@@ -84,13 +90,26 @@ void OverRepaint(benchmark::State &state, const std::function<void()> &gesture)
         gesture();
         window.Paint();
     };
-    Compare(state, 1.2, {repaint, 1, restore}, {act, 1, restore});
+    Compare(state, bound, {repaint, 1, restore}, {act, 1, prepared});
 }
 
 void CommandOverRepaint(benchmark::State &state, const char *name)
 {
     QAction *command = FullWindow().Window.Command(name);
     OverRepaint(state, [command] { command->trigger(); });
+}
+
+/// All rows come back in the time of one painting, and are painted.
+void UndoOverRepaint(benchmark::State &state)
+{
+    Main &window = FullWindow().Window;
+    const auto removeAll = [&] {
+        for (const char *name : {"MEditSelAll", "MEditRemove"})
+            window.Command(name)->trigger();
+        FullWindow().Settle();
+    };
+    OverRepaint(
+        state, [&] { window.Command("MEditUndo")->trigger(); }, 2, removeAll);
 }
 
 void ClickOverRepaint(benchmark::State &state, Qt::KeyboardModifiers modifiers)
@@ -134,6 +153,7 @@ BENCHMARK_CAPTURE(CommandOverRepaint, SelectInFolder, "MEditSelFol")->UseManualT
 BENCHMARK_CAPTURE(CommandOverRepaint, SelectCheckMarked, "MEditSelectMark")->UseManualTime();
 BENCHMARK_CAPTURE(CommandOverRepaint, MarkBlue, "MEditSeMarkBlue")->UseManualTime();
 BENCHMARK_CAPTURE(CommandOverRepaint, UnMark, "MEditSeUnMark")->UseManualTime();
+BENCHMARK(UndoOverRepaint)->UseManualTime();
 BENCHMARK_CAPTURE(ClickOverRepaint, Plain, Qt::NoModifier)->UseManualTime();
 BENCHMARK_CAPTURE(ClickOverRepaint, Ctrl, Qt::ControlModifier)->UseManualTime();
 BENCHMARK_CAPTURE(KeyOverRepaint, ShiftEnd, Qt::Key_End, Qt::ShiftModifier)->UseManualTime();
