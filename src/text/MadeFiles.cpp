@@ -3,13 +3,14 @@
 bool MadeFiles::Make(const QString &path, const std::function<bool()> &write)
 {
     FormerFile former(path);
+    const DiskFacts replaced = DiskFactsOf(path);
     if (!former.IsKept() || (afterKill == AfterKill::TakeBack && !former.Note()))
         return false;
     if (!write()) {
         former.Forget();
         return false;
     }
-    files.push_back({path, former, DiskFactsOf(path)});
+    files.push_back({path, former, replaced, DiskFactsOf(path)});
     return true;
 }
 
@@ -21,6 +22,11 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
     if (file.IsTakenBack || isAnother || !file.Former.GiveBack())
         return TakenBack::Failed;
     file.IsTakenBack = true;
+    // One that the run had made there before has its content back, but in a file of another number.
+    for (File &earlier : files) {
+        if (earlier.Path == file.Path && earlier.Facts == file.Replaced)
+            earlier.Facts = DiskFactsOf(file.Path);
+    }
     return file.Former.Existed() ? TakenBack::PutBack : TakenBack::Deleted;
 }
 

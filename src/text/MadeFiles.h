@@ -40,7 +40,8 @@ private:
     struct File {
         QString Path;
         FormerFile Former;
-        /// As it was made.
+        /// Of what it replaced, and as it was made.
+        DiskFacts Replaced;
         DiskFacts Facts;
         bool IsTakenBack = false;
     };
