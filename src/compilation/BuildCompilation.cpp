@@ -47,7 +47,7 @@ public:
     {
         if (plan.CreateTable)
             Make(u"MP3Index.htm"_s, [&](const QString &path) {
-                return WriteReport(path, media, record, progress, clock) && !progress.Stopped();
+                return WriteWholeReport(path, media, record, progress, clock) && !progress.Stopped();
             });
     }
 

@@ -141,7 +141,7 @@ void MP3CDWizard::PrevReportSet_Click()
         const auto hideBar = qScopeGuard([this] { ui->ProgressBar1->hide(); });
         LongRun run(ui->ProgressBar1, nullptr);
         written = Previews.Make(path, [&] {
-            return WriteReport(path, CompilationFiles, ReportRecord, run.AsProgress(), main.World().Clock) &&
+            return WriteWholeReport(path, CompilationFiles, ReportRecord, run.AsProgress(), main.World().Clock) &&
                    !run.Stopped();
         });
         stopped = run.Stopped();

@@ -52,7 +52,7 @@ std::optional<bool> ReportForm::WriteTemporary(const QString &temporary)
     ReportSettings record;
     FillRecordFromControls(record);
     LongRun run(ui->ProgressBar1, nullptr);
-    const bool written = WriteReport(temporary, main.FileArray, record, run.AsProgress(), main.World().Clock);
+    const bool written = WriteWholeReport(temporary, main.FileArray, record, run.AsProgress(), main.World().Clock);
     return run.Stopped() ? std::nullopt : std::optional(written);
 }
 

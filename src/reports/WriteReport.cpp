@@ -122,8 +122,8 @@ bool PrintReport(Printer &printer, const QStringList &files, const ReportSetting
 }
 } // namespace
 
-bool WriteReport(const QString &fileName, const QStringList &files, ReportSettings &settings, const Progress &progress,
-                 const Clock &clock)
+bool WriteWholeReport(const QString &fileName, const QStringList &files, ReportSettings &settings,
+                      const Progress &progress, const Clock &clock)
 {
     DropStockText(settings.Title, u"Report Title");
     DropStockText(settings.Description, u"Report Description");
@@ -134,8 +134,14 @@ bool WriteReport(const QString &fileName, const QStringList &files, ReportSettin
     Printer printer(file);
     const bool whole = settings.IsText() ? PrintReport<TextLayout>(printer, files, settings, progress, clock)
                                          : PrintReport<PageLayout>(printer, files, settings, progress, clock);
-    // A former file of that name is no report of this run.
     const bool written = whole && file.Commit();
     progress.SetValue(0);
     return written;
+}
+
+bool WriteReport(const QString &fileName, const QStringList &files, ReportSettings &settings, const Progress &progress,
+                 const Clock &clock)
+{
+    WriteWholeReport(fileName, files, settings, progress, clock);
+    return PathExists(fileName);
 }

@@ -275,7 +275,7 @@ bool WriteReportFile(Main &window, const QString &path)
     settings.TabDelimited = extension == ".tsv"_L1;
     settings.SpaceAligned = !settings.TabDelimited;
     settings.RepType = settings.TabDelimited || extension == ".txt"_L1 ? 1 : 0;
-    return WriteReport(path, window.FileArray, settings, Progress(), window.World().Clock);
+    return WriteWholeReport(path, window.FileArray, settings, Progress(), window.World().Clock);
 }
 
 /// Reads the drive letters of the user's settings and writes nothing; a message becomes the reason of a failure.
