@@ -181,8 +181,9 @@ private Q_SLOTS:
             const bool fails = name != u"setup.ico";
             QCOMPARE(w.Text("lblReport").section(u':', 0, 0), name.isEmpty() ? u"Stopped"_s : u"Done"_s);
             QCOMPARE(w.Text("lblReport").endsWith(u" any files created were removed."_s), fails);
-            QCOMPARE(w.F.Window->PanelText(4), fails ? u"No compilation created"_s
-                                                     : u"Compilation of 2 files created; the icon could not be saved"_s);
+            QCOMPARE(w.F.Window->PanelText(4), fails
+                                                   ? u"No compilation created"_s
+                                                   : u"Compilation of 2 files created; the icon could not be saved"_s);
             QCOMPARE(w.Text("Label7").endsWith(u"lick 'Next>' to try again..."_s), fails);
             QCOMPARE(w.Listed() + w.Content(other) == "a b.wma " + other.toLatin1() + "mine", fails);
             QCOMPARE(w.Cells("DragToBurn").isEmpty() && w.Setting("Init").isEmpty(), fails);
