@@ -189,6 +189,7 @@ void Main::DropFiles(const QStringList &paths)
     QString without;
     LongRun run(nullptr, panels[3]);
     const Progress progress = run.AsProgress();
+    auto clearCount = qScopeGuard([this] { ShowMessage({}); });
     for (qsizetype i = 0; i < paths.size() && stopped.isEmpty(); ++i) {
         progress.SetText(GroupedDigits(i + 1) + u" of " + GroupedDigits(paths.size()) + u"; Escape ends it");
         if (run.Stopped()) {
@@ -200,6 +201,7 @@ void Main::DropFiles(const QStringList &paths)
         if (!AddPath(paths[i], false))
             without = paths[i];
     }
+    clearCount.dismiss();
     AnswerAdded(before, without);
 }
 
