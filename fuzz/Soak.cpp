@@ -1,6 +1,7 @@
 #include "FuzzTarget.h"
 #include "SoakModel.h"
 #include "app/Tools.h"
+#include "platform/Drives.h"
 #include "platform/Files.h"
 #include "session/GridView.h"
 #include "session/Main.h"
@@ -11,8 +12,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QDrag>
+#include <QDropEvent>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTest>
 
 #include <cmath>
@@ -119,13 +123,15 @@ private:
 
     void Step()
     {
-        const SoakRows before = RowsOf(window->ListView1);
+        SoakRows before = RowsOf(window->ListView1);
         const bool dirty = window->PlaylistDirty;
         const int kind = Draw(20);
         if (kind < 2)
             Press();
         else if (kind == 2)
             Drag(before);
+        else if (kind == 3)
+            DropFiles(before);
         else if (!Command(kind < 17 ? AnyOf(modelled) : AnyOf(others), before))
             return;
         CheckWindow(*window);
@@ -210,15 +216,69 @@ private:
         QTest::keyClick(window->View(), AnyOf(keys), AnyOf(modifiers));
     }
 
-    void Drag(const SoakRows &before)
+    /// A place in the upper or lower half of a row that can be seen, whose number comes with it; 0 below the last one.
+    std::pair<QPoint, int> PlaceInList(bool lower)
     {
-        const int row = 1 + Draw(window->ListView1.Count() + 1);
+        const GridView &view = *window->View();
+        const QPoint place(2, Draw(view.viewport()->height() - view.visualRect(view.indexAt({2, 0})).height()));
+        const QModelIndex index = view.indexAt(place);
+        if (!index.isValid())
+            return {place, 0};
+        const QRect rect = view.visualRect(index);
+        return {{2, lower ? rect.bottom() - 1 : rect.top() + 1}, index.row() + 1};
+    }
+
+    /// Drags rows with the mouse from where they are seen to where others are, sometimes with Ctrl; before has then the
+    /// selection that the press makes.
+    void Drag(SoakRows &before)
+    {
+        const auto [start, pressed] = PlaceInList(true);
+        if (pressed == 0)
+            return;
+        // A press on what is not selected selects it alone.
+        SoakRow &row = before[static_cast<std::size_t>(pressed - 1)];
+        if (!row.Selected) {
+            for (SoakRow &each : before)
+                each.Selected = &each == &row;
+        }
+        const bool lower = Draw(2) == 0;
         const bool again = Draw(2) == 0;
-        Tell("drag before " + QByteArray::number(row) + (again ? ", again" : ""));
+        const auto [target, under] = PlaceInList(lower);
+        const int place = under == 0 ? window->ListView1.Count() + 1 : under + (lower ? 1 : 0);
+        Tell("drag before " + QByteArray::number(place) + (again ? ", again" : ""));
         ++Commands;
-        Q_EMIT window->View()->RowsDropped(row, again);
-        CheckDrag(row, again, before, RowsOf(window->ListView1));
+        window->View()->CarryOut = [&, at = target](QDrag &drag) {
+            Drop(*drag.mimeData(), at, again ? Qt::ControlModifier : Qt::NoModifier);
+        };
+        QWidget *list = window->View()->viewport();
+        QTest::mousePress(list, Qt::LeftButton, {}, start);
+        for (const int distance : {1, 2})
+            QTest::mouseMove(list, start + distance * QPoint(QApplication::startDragDistance() + 1, 0));
+        QTest::mouseRelease(list, Qt::LeftButton, {}, start);
+        CheckDrag(place, again, before, RowsOf(window->ListView1));
         isStep = true;
+    }
+
+    /// Files, folders and addresses from outside.
+    void DropFiles(const SoakRows &before)
+    {
+        Tell("drop");
+        ++Commands;
+        QMimeData files;
+        files.setUrls({ToUrl(AnySong()), ToUrl(Inside(QString::number(Draw(5)))), QUrl(u"http://radio.example/"_s)});
+        Drop(files, {5, 5}, Qt::NoModifier);
+        CheckCommand("MEditPaste", before, RowsOf(window->ListView1));
+        isStep = true;
+    }
+
+    void Drop(const QMimeData &content, QPoint place, Qt::KeyboardModifiers modifiers)
+    {
+        QDragEnterEvent enter(place, Qt::CopyAction, &content, Qt::LeftButton, modifiers);
+        QDragMoveEvent move(place, Qt::CopyAction, &content, Qt::LeftButton, modifiers);
+        QDropEvent drop(place, Qt::CopyAction, &content, Qt::LeftButton, modifiers);
+        for (QEvent *event :
+             {static_cast<QEvent *>(&enter), static_cast<QEvent *>(&move), static_cast<QEvent *>(&drop)})
+            QCoreApplication::sendEvent(window->View()->viewport(), event);
     }
 
     /// The commands of the menus besides; one of them ends the run.

@@ -50,6 +50,11 @@ QString FolderOfRow(const SoakRow &row)
     return row.Path.first(row.Path.lastIndexOf(u'\\') + 1);
 }
 
+QString NameOfRow(const SoakRow &row)
+{
+    return row.Path.sliced(row.Path.lastIndexOf(u'\\') + 1);
+}
+
 void SelectFolders(SoakRows &rows)
 {
     std::set<QString> folders;
@@ -100,6 +105,31 @@ const std::map<QByteArray, Change> &Changes()
     return changes;
 }
 
+using Less = bool (*)(const SoakRow &one, const SoakRow &other);
+
+template <auto textOf>
+bool LessText(const SoakRow &one, const SoakRow &other)
+{
+    return textOf(one).compare(textOf(other), Qt::CaseInsensitive) < 0;
+}
+
+template <auto number>
+bool LessNumber(const SoakRow &one, const SoakRow &other)
+{
+    return one.*number < other.*number;
+}
+
+const std::map<QByteArray, Less> &Sorts()
+{
+    static const std::map<QByteArray, Less> sorts{
+        {"MViewSortFilename", LessText<NameOfRow>},
+        {"MViewSortFolder", LessText<FolderOfRow>},
+        {"MViewSortTime", LessNumber<&SoakRow::Length>},
+        {"MViewSortSize", LessNumber<&SoakRow::Size>},
+    };
+    return sorts;
+}
+
 /// Tells the first row that differs.
 void RequireSame(const SoakRows &rows, const SoakRows &expected, const char *what)
 {
@@ -134,6 +164,16 @@ QStringList PathsOfRows(const SoakRows &rows)
     for (const SoakRow &row : rows)
         paths.append(row.Path);
     return paths;
+}
+
+/// A sort keeps rows that are alike in their order, upwards and downwards; its question may have been answered with No.
+void CheckSort(Less less, const SoakRows &before, const SoakRows &after)
+{
+    SoakRows upwards = before;
+    std::stable_sort(upwards.begin(), upwards.end(), less);
+    SoakRows downwards = before;
+    std::stable_sort(downwards.begin(), downwards.end(), [less](const auto &a, const auto &b) { return less(b, a); });
+    Require(after == before || after == upwards || after == downwards, "a sort puts the rows in order");
 }
 
 /// What a list says of itself, summed as its rows tell it; a missing row counts as the one before it.
@@ -215,8 +255,10 @@ SoakRows RowsOf(const Grid &grid)
 
 std::vector<QByteArray> ModelledCommands()
 {
-    std::vector<QByteArray> names{"MEditSelRnd", "MEditSelShuffle", "MEditPaste",      "MEditAddDir",
-                                  "MEditUndo",   "MEditRedo",       "MViewSortFolder", "MViewRefresh"};
+    std::vector<QByteArray> names{"MEditSelRnd", "MEditSelShuffle", "MEditPaste",  "MEditAddDir",
+                                  "MEditUndo",   "MEditRedo",       "MViewRefresh"};
+    for (const auto &[name, less] : Sorts())
+        names.push_back(name);
     for (const auto &[name, change] : Changes())
         names.push_back(name);
     return names;
@@ -229,6 +271,8 @@ void CheckCommand(const QByteArray &command, const SoakRows &before, const SoakR
         change->second(expected);
         RequireSame(after, expected, "the rows are what the command makes of them");
     }
+    if (const auto sort = Sorts().find(command); sort != Sorts().end())
+        CheckSort(sort->second, before, after);
     if (command == "MEditSelRnd")
         Require(Unselected(after) == Unselected(before), "a selection leaves the rows");
     if (command == "MEditSelShuffle" || command.startsWith("MViewSort"))

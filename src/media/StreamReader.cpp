@@ -393,7 +393,7 @@ bool StreamReader::HeaderFits(std::int64_t surplus, double bytesPerSecond)
 bool StreamReader::IsPlausible() const
 {
     // Some encoders count the header's frame in one number and not in the other.
-    if (header->Delay + header->Padding >= header->Frames * first.Header.Samples ||
+    if (header->Bytes <= front.Size || header->Delay + header->Padding >= header->Frames * first.Header.Samples ||
         header->Bytes + front.Size < header->Frames * first.Pattern.Smallest() ||
         header->Bytes - front.Size > header->Frames * first.Pattern.Largest())
         return false;

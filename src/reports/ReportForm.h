@@ -6,7 +6,7 @@
 #include <memory>
 #include <optional>
 
-class FormerFile;
+class MadeFiles;
 
 namespace Ui
 {
@@ -62,9 +62,9 @@ private:
     /// Whether the file is there; nothing when the user has stopped the run.
     std::optional<bool> WriteTemporary(const QString &temporary);
     /// Where the report stands afterwards; empty when it is not kept.
-    QString OfferToKeep(const QString &temporary, const QString &commonRoot, FormerFile &former);
+    QString OfferToKeep(const QString &temporary, const QString &commonRoot, MadeFiles &made);
     /// Puts what stood there before in the place of a report that nobody keeps.
-    void GiveBack(FormerFile &former, const QString &temporary);
+    void TakeBack(MadeFiles &made);
 
     std::unique_ptr<Ui::ReportForm> ui;
     /// The step, from 0: one of each frame, then the run, then the restart.

@@ -7,7 +7,7 @@
 #include "session/Hourglass.h"
 #include "session/LongRun.h"
 #include "session/Main.h"
-#include "text/FormerFile.h"
+#include "text/MadeFiles.h"
 #include "text/PathText.h"
 
 #include "ui_ReportForm.h"
@@ -27,10 +27,12 @@ void ReportForm::Generate()
     if (!relative)
         EnsureFolder(folder);
     const QString temporary = folder + u'\\' + name;
-    FormerFile former(temporary);
-    const std::optional<bool> written = former.Note() ? WriteTemporary(temporary) : false;
-    if (written != true)
-        former.Forget();
+    MadeFiles made(MadeFiles::AfterKill::TakeBack);
+    std::optional<bool> written = false;
+    made.Make(temporary, [&] {
+        written = WriteTemporary(temporary);
+        return written == true;
+    });
     if (!written) {
         Report(ui->lblReport, u"Stopped: no report was written. Click 'Next>' to restart..."_s);
         main.Answer(u"No report written"_s);
@@ -39,7 +41,7 @@ void ReportForm::Generate()
     if (!*written)
         main.World().Prompts.Message(
             {u"The file :" + ToHostPath(temporary) + u" could not be written.", PromptIcon::Stop});
-    const QString kept = *written ? OfferToKeep(temporary, commonRoot, former) : QString();
+    const QString kept = *written ? OfferToKeep(temporary, commonRoot, made) : QString();
     main.Answer(!*written        ? u"No report written"_s
                 : kept.isEmpty() ? u"Report not kept"_s
                                  : u"Report kept as "_s + kept);
@@ -56,14 +58,14 @@ std::optional<bool> ReportForm::WriteTemporary(const QString &temporary)
     return run.Stopped() ? std::nullopt : std::optional(written);
 }
 
-QString ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot, FormerFile &former)
+QString ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot, MadeFiles &made)
 {
     const Host &world = main.World();
     if (!world.Shell.Open(temporary))
         Report(ui->lblReport, u"No program opened the file: "_s + ToHostPath(temporary));
     if (world.Prompts.Message({u"Do you want to keep the file?"_s, PromptIcon::Question, PromptButtons::YesNo}) !=
         PromptAnswer::Yes) {
-        GiveBack(former, temporary);
+        TakeBack(made);
         return {};
     }
     const bool text = IsText();
@@ -74,11 +76,11 @@ QString ReportForm::OfferToKeep(const QString &temporary, const QString &commonR
          text ? u"txt"_s : u"htm"_s, suggested});
     // Cancel leaves the file where it is.
     if (!chosen) {
-        former.Forget();
+        made.Clear();
         return temporary;
     }
     if (main.CheckExists(*chosen)) {
-        GiveBack(former, temporary);
+        TakeBack(made);
         return {};
     }
     const bool copied = CopyFilePath(temporary, *chosen);
@@ -86,17 +88,15 @@ QString ReportForm::OfferToKeep(const QString &temporary, const QString &commonR
         world.Prompts.Message({u"Could not save the file!"_s, PromptIcon::Warning});
     // Not when it has been kept under its own name.
     if (DiskFactsOf(temporary) != DiskFactsOf(*chosen))
-        GiveBack(former, temporary);
+        TakeBack(made);
     else
-        former.Forget();
+        made.Clear();
     return copied ? *chosen : QString();
 }
 
-void ReportForm::GiveBack(FormerFile &former, const QString &temporary)
+void ReportForm::TakeBack(MadeFiles &made)
 {
-    if (former.GiveBack())
-        return;
-    const QString text = former.Existed() ? u"The former file could not be put back in the place of "_s
-                                          : u"Could not delete the file: "_s;
-    main.World().Prompts.Message({text + ToHostPath(temporary), PromptIcon::Warning});
+    const QString path = made.Path(0);
+    if (!made.TakeAllBack())
+        main.World().Prompts.Message({u"Could not take back the file: " + ToHostPath(path), PromptIcon::Warning});
 }

@@ -19,6 +19,8 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
     File &file = files[static_cast<std::size_t>(n)];
     const DiskFacts found = DiskFactsOf(file.Path);
     const bool isAnother = found.Size >= 0 && found != file.Facts;
+    if (isAnother)
+        file.Former.Forget();
     if (file.IsTakenBack || isAnother || !file.Former.GiveBack())
         return TakenBack::Failed;
     file.IsTakenBack = true;

@@ -23,6 +23,7 @@ struct Watch {
     std::string Folder;
     Fault Kind = Fault::None;
     std::size_t At = 0;
+    std::function<void()> Meanwhile;
     std::string Calls;
 };
 
@@ -136,9 +137,12 @@ Verdict Judge(Subject subject, char letter, bool takesRoom)
         if (isIt)
             EndFileSystem();
         break;
-    case Fault::Replaced:
-        if (isIt)
-            ::syscall(SYS_rename, (watch.Folder + "/other").c_str(), (watch.Folder + "/3/a.mp3").c_str());
+    case Fault::Meanwhile:
+        if (isIt) {
+            watch.IsArmed = false;
+            watch.Meanwhile();
+            watch.IsArmed = true;
+        }
         break;
     case Fault::Filled:
     case Fault::Sealed:
@@ -188,9 +192,9 @@ bool Opens(const char *path, int flags)
 
 } // namespace
 
-void ArmFaults(const std::string &folder, Fault fault, int at)
+void ArmFaults(const std::string &folder, Fault fault, int at, const std::function<void()> &meanwhile)
 {
-    TheWatch() = {true, folder, fault, static_cast<std::size_t>(at), {}};
+    TheWatch() = {true, folder, fault, static_cast<std::size_t>(at), meanwhile, {}};
 }
 
 std::string DisarmFaults()

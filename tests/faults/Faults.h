@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 /// What happens to the calls of the system that write, rename, create, delete or flush something below a folder.
@@ -20,8 +21,8 @@ enum class Fault {
     /// The process is killed when one writing call has taken half of its bytes.
     KillHalf,
 
-    /// Another program puts the file "other" in the place of "3/a.mp3" in front of a call.
-    Replaced,
+    /// Another program does something in front of a call.
+    Meanwhile,
 
     // What happens to the disk itself.
 
@@ -35,7 +36,8 @@ enum class Fault {
     Sealed,
 };
 
-/// Counts the calls from now on, and lets the fault happen at one of them, from 1.
-void ArmFaults(const std::string &folder, Fault fault, int at);
+/// Counts the calls from now on, and lets the fault happen at one of them, from 1; meanwhile is what another program
+/// does.
+void ArmFaults(const std::string &folder, Fault fault, int at, const std::function<void()> &meanwhile = {});
 /// What was counted, a letter for each call: "w" for one that writes, else "c". Nothing happens from now on.
 std::string DisarmFaults();

@@ -170,17 +170,22 @@ const std::vector<Scenario> &Scenarios()
     const auto next = [](Stage &s) { s.Click("CmdNext"); };
     const auto undo = [](Stage &s) { s.Click("cmdUndo"); };
     static const std::vector<Scenario> scenarios{
-        {"save", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSave"); }}},
-        {"save relative", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSaveRel"); }}},
+        {"save", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSave"); }}, "", "", "1.m3u"},
+        {"save relative", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSaveRel"); }}, "", "", "1.m3u"},
         {"session end", PrepareSession, {[](Stage &s) { s.Leave(); }}},
-        {"tags of several files", PrepareTags, {[](Stage &s) { s.Click("CmdUpdate"); }}},
+        {"tags of several files", PrepareTags, {[](Stage &s) { s.Click("CmdUpdate"); }}, "", "", "", 3},
         {"tags in place", PrepareLinkedTags, {[](Stage &s) { s.Click("CmdUpdate"); }}, "", "a.mp3 b.mp3"},
         {"rename and undo", PrepareRename, {[](Stage &s) { s.Click("CmdProcess"); }, undo}},
-        {"autocreate and undo", PrepareAutocreate, {next, undo}},
-        {"report kept", PrepareReport, {next}, "tmp.htm"},
-        {"compilation", PrepareCompilation, {next}},
-        {"failing compilation", PrepareFailingCompilation, {next}, "vtlmp3fb.exe setup.ico playlist.m3u autorun.inf"},
-        {"bookmarks", PrepareBookmarks, {[](Stage &s) { s.F.Trigger("MToolsSaveWinamp"); }}},
+        {"autocreate and undo", PrepareAutocreate, {next, undo}, "", "", "5y-3.m3u"},
+        {"report kept", PrepareReport, {next}, "tmp.htm", "", "tmp.htm 4.htm"},
+        {"compilation", PrepareCompilation, {next}, "", "", "playlist.m3u autorun.inf"},
+        {"failing compilation",
+         PrepareFailingCompilation,
+         {next},
+         "vtlmp3fb.exe setup.ico playlist.m3u autorun.inf",
+         "",
+         "setup.ico playlist.m3u autorun.inf"},
+        {"bookmarks", PrepareBookmarks, {[](Stage &s) { s.F.Trigger("MToolsSaveWinamp"); }}, "", "", "5.bm 5.bm.bak"},
     };
     return scenarios;
 }

@@ -36,5 +36,9 @@ struct Scenario {
     const char *Passing = "";
     /// Files that only a kill or a fault that lasts may leave half written until the next start.
     const char *Torn = "";
+    /// Files that the user lets be written over, whoever else writes them meanwhile.
+    const char *WrittenOver = "";
+    /// Calls between the last look at a file and its replacement, where another program's is not seen.
+    int Unseen = 0;
 };
 const std::vector<Scenario> &Scenarios();

@@ -364,12 +364,20 @@ private Q_SLOTS:
             QCOMPARE(w.F.Window->PanelText(4),
                      left == "mine" ? u"Report not kept"_s : QString(u"Report kept as "_s + ShownPath(temporary)));
         }
-        // Escape ends a run; the last report stands there still.
+        // What another program writes there meanwhile stays.
+        w.Open();
+        w.Next(3);
+        w.F.Prompts.Meanwhile = [&] { w.F.Write(u"My Music\\tmp.htm"_s, "theirs"); };
+        w.F.Prompts.Expect(u"Do you want to keep the file?"_s, No);
+        w.ClickAndRead("CmdNext", QString(u"Could not take back the file: "_s + ToHostPath(temporary)));
+        w.F.Prompts.Meanwhile = [] {};
+        QCOMPARE(w.F.Read(u"My Music\\tmp.htm"_s), "theirs");
+        // Escape ends a run; what stands there stays.
         w.Open();
         w.Next(3);
         w.ClickAndStop("CmdNext");
         QCOMPARE(w.Text("lblReport"), u"Stopped: no report was written. Click 'Next>' to restart..."_s);
-        QVERIFY(w.F.Read(u"My Music\\tmp.htm"_s).startsWith("<head>") && w.F.Read(u"kept.htm"_s) == "old");
+        QVERIFY(w.F.Read(u"My Music\\tmp.htm"_s) == "theirs" && w.F.Read(u"kept.htm"_s) == "old");
         // With absolute links it is written into a folder of the program.
         w.F.Write(u"app"_s, "in the way");
         w.Next(4);
