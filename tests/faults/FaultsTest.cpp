@@ -61,7 +61,7 @@ public:
         if (kind == Fault::Rights)
             Own(nobody);
         if (kind == Fault::Pulled)
-            ::sync();
+            FlushDisk();
     }
     ~DiskState()
     {
@@ -92,6 +92,14 @@ public:
 
 private:
     static constexpr unsigned nobody = 65534;
+
+    static void FlushDisk()
+    {
+        const int folder = ::open(OwnDisk()[0].constData(), O_RDONLY | O_CLOEXEC);
+        if (::syncfs(folder) != 0)
+            qFatal("cannot flush the disk");
+        ::close(folder);
+    }
 
     void Fill(int freePages)
     {
