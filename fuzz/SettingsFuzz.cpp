@@ -4,7 +4,9 @@
 #include "platform/Drives.h"
 #include "session/Main.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
@@ -39,12 +41,20 @@ public:
         window->MToolsShortCutDel_Click();
         window->SetFormState(false);
         window->SetFormState(true);
+        OpenCompilation();
         SetDriveMappings({});
         SetCurrentDirectory(folder);
         return written;
     }
 
 private:
+    /// The wizard whose entries are settings too.
+    void OpenCompilation()
+    {
+        window->Command("MToolsMP3CDWiz")->trigger();
+        window->findChild<QDialog *>(u"MP3CDWizard"_s)->close();
+    }
+
     QString Value(const QString &section, const QString &key)
     {
         const QString name = section + u'/' + key;

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QProxyStyle>
+#include <QStyleOptionButton>
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +26,22 @@ QPalette DarkPalette()
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, QColor(0x7a, 0x7d, 0x84));
     return palette;
+}
+
+/// The colour of a window whose tick boxes, or round choices, have edges that can be seen: those are drawn darker than
+/// it. Round ones are smoothed, and so paler.
+QColor WindowOfSeenEdges(const QPalette &palette, bool round)
+{
+    const QColor window = palette.color(QPalette::Window);
+    const auto isSeen = [&](const QColor &drawn) {
+        const QColor edge = drawn.darker(round ? 150 : 127);
+        const double wanted = round ? readable : seen;
+        return Contrast(edge, palette.color(QPalette::Base)) >= wanted && Contrast(edge, window) >= wanted;
+    };
+    QColor drawn = window;
+    for (int percent = 0; percent <= 100 && !isSeen(drawn); ++percent)
+        drawn = Blend(palette.color(QPalette::WindowText), window, percent);
+    return drawn;
 }
 
 /// What this program draws in its own way, whatever the style it is drawn with.
@@ -56,6 +73,20 @@ public:
         default:
             return QProxyStyle::standardIcon(icon, option, widget);
         }
+    }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+        if (button == nullptr || (element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton)) {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+            return;
+        }
+        QStyleOptionButton edged(*button);
+        edged.palette.setColor(QPalette::Window,
+                               WindowOfSeenEdges(option->palette, element == PE_IndicatorRadioButton));
+        QProxyStyle::drawPrimitive(element, &edged, painter, widget);
     }
 
     void polish(QPalette &palette) override

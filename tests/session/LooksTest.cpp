@@ -5,8 +5,10 @@
 #include "support/FormDriver.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
@@ -118,6 +120,22 @@ private Q_SLOTS:
             f.Show();
             const QImage picture = view.viewport()->grab().toImage();
             QVERIFY(ContrastOf(picture, picture.rect(), view.palette().color(QPalette::Base), 50) >= readable);
+        }
+    }
+
+    void TickBoxesCanBeSeen()
+    {
+        for (const bool dark : {false, true}) {
+            UseStyle(dark);
+            QWidget form;
+            QCheckBox box(&form);
+            QRadioButton choice(&form);
+            choice.move(0, 40);
+            form.resize(100, 100);
+            const QImage picture = form.grab().toImage();
+            const QColor window = QApplication::palette().color(QPalette::Window);
+            for (const QWidget *each : {static_cast<QWidget *>(&box), static_cast<QWidget *>(&choice)})
+                QVERIFY(ContrastOf(picture, each->geometry(), window, 16) >= seen);
         }
     }
 
