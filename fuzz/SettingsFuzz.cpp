@@ -26,6 +26,8 @@ public:
         host.ApplicationFolder = FuzzFolder();
         window = std::make_unique<Main>(host, Tools());
         folder = CurrentDirectory();
+        // A window has a place from when something stands before it.
+        OpenCompilation();
     }
 
     /// What the window would keep after it has taken these settings.
@@ -53,6 +55,8 @@ private:
     {
         window->Command("MToolsMP3CDWiz")->trigger();
         window->findChild<QDialog *>(u"MP3CDWizard"_s)->close();
+        // What is left to the event loop would gather.
+        QCoreApplication::processEvents();
     }
 
     QString Value(const QString &section, const QString &key)

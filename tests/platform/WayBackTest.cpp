@@ -27,6 +27,14 @@ private Q_SLOTS:
             QVERIFY(file.WriteAt(1, "xx") && file.Resize(6));
         }
         QVERIFY(Write(u"another"_s, "theirs"));
+        // More than is copied at once.
+        const QByteArray much = QByteArray(300'000, 'a') + QByteArray(300'000, 'b');
+        {
+            DiskFile file;
+            const WayBack::Stretch whole[] = {{0, much.size()}};
+            QVERIFY(Write(u"much"_s, much) && file.Open(In(u"much"_s)));
+            QVERIFY(WayBack().NoteStretches(In(u"much"_s), file, whole) && file.Resize(0));
+        }
         // The first note of a file is the oldest.
         for (const char *content : {"former", "later"})
             QVERIFY(WayBack().NoteFormer(In(u"former"_s), true, content));
@@ -47,6 +55,7 @@ private Q_SLOTS:
             QVERIFY(ListFolder(notes, entries) && entries.Files.size() == left);
             QVERIFY(EnsureFolder(In(u"gone"_s)));
         }
+        QVERIFY(Content(u"much"_s) == much && DeleteFile(In(u"much"_s)));
         const QStringList wanted{u"another=theirs"_s, u"back=new"_s,     u"done=new"_s,
                                  u"former=former"_s,  u"song.tmp=new"_s, u"stretches=0123456789"_s};
         QStringList found;
@@ -55,6 +64,28 @@ private Q_SLOTS:
                                                    : QStringList{name + u'=' + QString::fromLatin1(Content(name))};
         QCOMPARE(found.join(u' '), wanted.join(u' '));
         QCOMPARE(Content(u"gone\\x"_s), "x"_ba);
+    }
+
+    void WhatCouldNotBeTakenBackIsTriedAgain()
+    {
+        KeepWaysBack(In(u"notes"_s));
+        WayBack stands;
+        WayBack abandoned;
+        for (const QString &name : {u".vantrel-1.tmp"_s, u".vantrel-2.tmp"_s})
+            QVERIFY(Write(name, "new"));
+        QVERIFY(stands.NoteCopy(In(u".vantrel-1.tmp"_s)) && abandoned.NoteCopy(In(u".vantrel-2.tmp"_s)));
+        abandoned.Abandon();
+        WayBack::GoAbandoned();
+        stands.Drop();
+        QVERIFY(Content(u".vantrel-1.tmp"_s) == "new" && Content(u".vantrel-2.tmp"_s) == "unreadable");
+        // A copy on a disk that comes back later.
+        QVERIFY(WayBack().NoteCopy(In(u"gone\\.vantrel-3.tmp"_s)));
+        for (int start = 0; start < 2; ++start) {
+            KeepWaysBack({});
+            KeepWaysBack(In(u"notes"_s));
+            QVERIFY(start == 1 || (EnsureFolder(In(u"gone"_s)) && Write(u"gone\\.vantrel-3.tmp"_s, "new")));
+        }
+        QCOMPARE(Content(u"gone\\.vantrel-3.tmp"_s), "unreadable"_ba);
     }
 };
 

@@ -1,6 +1,7 @@
 #include "platform/PlatformTests.h"
 
 #include "platform/DesktopShell.h"
+#include "platform/Host.h"
 #include "platform/RebuiltFile.h"
 
 #include <QCoreApplication>
@@ -13,6 +14,7 @@
 #include <csignal>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -304,6 +306,18 @@ private Q_SLOTS:
         QVERIFY(enter(u"mimeapps.list"_s, ""));
         QVERIFY(enter(u"mimeinfo.cache"_s, "[MIME Cache]\n" + type + "=my-player.desktop;\n"));
         QCOMPARE(shell.AssociatedProgram(list), player);
+    }
+
+    /// A process of the program that stands still holds the others up for a second at most.
+    void SettingsAreStoredDespiteALock()
+    {
+        qputenv("XDG_CONFIG_HOME", directory->path().toLocal8Bit());
+        const SettingsStore store = HeadlessHost(u"locked"_s).Settings;
+        store.Write(u"A"_s, u"b"_s, u"2"_s);
+        const int held = ::open(directory->path().toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+        QVERIFY(::flock(held, LOCK_EX | LOCK_NB) == 0 && store.Flush());
+        ::close(held);
+        QCOMPARE(HeadlessHost(u"locked"_s).Settings.Read(u"A"_s, u"b"_s), u"2"_s);
     }
 };
 
