@@ -26,7 +26,8 @@ void TakeReport(const QByteArray &input)
 
     const Clock clock{[] { return QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)); }, {}, {}};
     const QString report = FuzzFolder() + u"\\report.htm"_s;
-    Require(WriteReport(report, {u"z:\\nowhere\\a.mp3"_s, path}, record, Progress(), clock), "a report is written");
+    Require(WriteWholeReport(report, {u"z:\\nowhere\\a.mp3"_s, path}, record, Progress(), clock),
+            "a report is written");
     Require(ContentOf(report).size() < 64 * 1024, "a report of two rows is short");
     Require(ContentOf(path) == input, "the settings file stays");
 }

@@ -32,8 +32,8 @@ public:
 
     /// Forgets them: they stay.
     void Clear();
-    /// Takes all back, the last one first, and forgets them. False when that fails for one, which is tried again at the
-    /// next start.
+    /// Takes all back, the last one first, and forgets them. False when that fails for one; it is tried again at the
+    /// next start, unless it is another file by now.
     bool TakeAllBack();
 
 private:

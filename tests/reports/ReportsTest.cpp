@@ -1,5 +1,6 @@
 #include "media/MP3File.h"
 #include "platform/CodePage.h"
+#include "platform/WayBack.h"
 #include "reports/WriteReport.h"
 #include "support/FormDriver.h"
 
@@ -364,13 +365,16 @@ private Q_SLOTS:
             QCOMPARE(w.F.Window->PanelText(4),
                      left == "mine" ? u"Report not kept"_s : QString(u"Report kept as "_s + ShownPath(temporary)));
         }
-        // What another program writes there meanwhile stays.
+        // What another program writes there meanwhile stays, at the next start too.
+        KeepWaysBack(w.F.Inside(u"notes"_s));
         w.Open();
         w.Next(3);
         w.F.Prompts.Meanwhile = [&] { w.F.Write(u"My Music\\tmp.htm"_s, "theirs"); };
         w.F.Prompts.Expect(u"Do you want to keep the file?"_s, No);
         w.ClickAndRead("CmdNext", QString(u"Could not take back the file: "_s + ToHostPath(temporary)));
         w.F.Prompts.Meanwhile = [] {};
+        for (const QString &notes : {QString(), w.F.Inside(u"notes"_s), QString()})
+            KeepWaysBack(notes);
         QCOMPARE(w.F.Read(u"My Music\\tmp.htm"_s), "theirs");
         // Escape ends a run; what stands there stays.
         w.Open();
