@@ -47,8 +47,8 @@ public:
     /// alone.
     bool Create(const QByteArray &hostPath, bool isPrivate);
     bool Close();
-    /// Keeps the file for this process alone, among those that ask for it, until it is closed; false when another one
-    /// has it.
+    /// Keeps the file for this process alone, among those that ask for it, until it is closed. False when another one
+    /// has it or has deleted it (Held).
     bool HoldAlone();
     bool IsOpen() const { return handle != -1; }
     std::intptr_t Handle() const { return handle; }

@@ -33,3 +33,7 @@ private:
     std::int64_t size = 0;
     bool existed = false;
 };
+
+/// Deletes the file that was made at a path where none stood: a symbolic link stays and its target goes. False on any
+/// failure.
+bool DeleteMadeFile(const QString &path);

@@ -3,6 +3,7 @@
 #include "platform/DiskFile.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "platform/ReplacedFile.h"
 
 #include <QDataStream>
 #include <QIODevice>
@@ -126,13 +127,17 @@ public:
 private:
     bool Open()
     {
-        if (!file.IsOpen() && EnsureFolder(folder)) {
+        if (file.IsOpen())
+            return true;
+        if (!EnsureFolder(folder))
+            return false;
+        do {
             path = folder + u'\\' + NotesPrefix + QString::number(QRandomGenerator::system()->generate64(), 36);
             if (!file.Create(ToHostBytes(path), true))
                 return false;
-            file.HoldAlone();
-        }
-        return file.IsOpen();
+            // Another program that starts in this moment may take it for one that was left, and delete it.
+        } while (!file.HoldAlone() && LastFault() == FileFault::Held);
+        return true;
     }
 
     void Leave()
@@ -221,7 +226,7 @@ bool GoFormer(QDataStream &head)
     head >> path >> existed >> content;
     if (!ExamineFile(FolderOfPath(path)).IsFolder)
         return false;
-    return existed ? WriteWholeFile(path, content) : DeleteFile(path) || !ExamineFile(path).Exists;
+    return existed ? WriteWholeFile(path, content) : DeleteMadeFile(path) || !ExamineFile(path).Exists;
 }
 
 bool GoStretches(QDataStream &head, const DiskFile &notes, std::int64_t from)
@@ -264,15 +269,14 @@ bool Go(const LeftNote &note, const DiskFile &notes)
 /// Goes all ways back of a process, the last one first, unless it is alive.
 void GoAll(const QString &path)
 {
+    DiskFile file;
+    if (!file.Open(path) || !file.HoldAlone())
+        return;
     bool done = true;
-    {
-        DiskFile file;
-        if (!file.Open(path) || !file.HoldAlone())
-            return;
-        const std::vector<LeftNote> notes = ReadNotes(file);
-        for (auto note = notes.rbegin(); note != notes.rend(); ++note)
-            done = Go(*note, file) && done;
-    }
+    const std::vector<LeftNote> notes = ReadNotes(file);
+    for (auto note = notes.rbegin(); note != notes.rend(); ++note)
+        done = Go(*note, file) && done;
+    // Still held: who has just made it sees that it is gone.
     if (done)
         DeleteFile(path);
 }

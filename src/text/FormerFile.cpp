@@ -1,6 +1,7 @@
 #include "text/FormerFile.h"
 
 #include "platform/Files.h"
+#include "platform/ReplacedFile.h"
 
 FormerFile::FormerFile(const QString &pathOfFile)
     : path(pathOfFile), existed(ExamineFile(path).Exists), readable(existed && ReadWholeFile(path, content))
@@ -15,7 +16,7 @@ bool FormerFile::Note()
 bool FormerFile::GiveBack()
 {
     // What cannot be read has not been replaced either.
-    const bool done = existed ? !readable || WriteWholeFile(path, content) : DeleteFile(path);
+    const bool done = existed ? !readable || WriteWholeFile(path, content) : DeleteMadeFile(path);
     if (done)
         Forget();
     return done;

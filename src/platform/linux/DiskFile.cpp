@@ -46,6 +46,7 @@ FileFault LastFault()
     case EFBIG:
         return FileFault::DiskFull;
     case ETXTBSY:
+    case EWOULDBLOCK:
         return FileFault::Held;
     default:
         return FileFault::Other;
@@ -82,7 +83,11 @@ bool DiskFile::Close()
 
 bool DiskFile::HoldAlone()
 {
-    return ::flock(Descriptor(handle), LOCK_EX | LOCK_NB) == 0;
+    if (::flock(Descriptor(handle), LOCK_EX | LOCK_NB) != 0)
+        return false;
+    // Who has had it may have deleted it.
+    errno = EWOULDBLOCK;
+    return Facts().Links > 0;
 }
 
 DiskFacts DiskFile::Facts() const

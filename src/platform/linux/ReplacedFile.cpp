@@ -119,3 +119,10 @@ bool ReplacedFile::TakePlace()
     wayBack.Drop();
     return true;
 }
+
+bool DeleteMadeFile(const QString &path)
+{
+    const QByteArray bytes = ToHostBytes(path);
+    const auto followed = bytes.isEmpty() ? std::nullopt : FollowLinks(bytes);
+    return followed && ::unlink(followed->constData()) == 0;
+}

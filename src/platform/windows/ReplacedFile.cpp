@@ -125,3 +125,9 @@ bool ReplacedFile::TakePlace()
     }
     return placed;
 }
+
+bool DeleteMadeFile(const QString &path)
+{
+    const std::wstring given = WidePath(path);
+    return !path.isEmpty() && DeleteFileW(FollowLinks(given, GetFileAttributesW(given.c_str())).c_str()) != 0;
+}

@@ -3,8 +3,10 @@
 #include "platform/DesktopShell.h"
 #include "platform/Host.h"
 #include "platform/RebuiltFile.h"
+#include "platform/ReplacedFile.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QMimeDatabase>
 #include <QStandardPaths>
@@ -12,6 +14,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <functional>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -29,6 +32,8 @@ namespace
 bool knowsNoReplace = true;
 bool knowsLinks = true;
 bool knowsCase = true;
+/// What another program does in front of the next hold.
+std::function<void()> beforeHold;
 
 /// Where case is ignored, all spellings of a name are the small one.
 QByteArray Spelling(const char *path)
@@ -54,6 +59,13 @@ extern "C" int link(const char *from, const char *to) noexcept
     return knowsLinks ? static_cast<int>(::syscall(SYS_linkat, AT_FDCWD, Spelling(from).constData(), AT_FDCWD,
                                                    Spelling(to).constData(), 0))
                       : -1;
+}
+
+extern "C" int flock(int file, int operation) noexcept
+{
+    if (beforeHold)
+        std::exchange(beforeHold, nullptr)();
+    return static_cast<int>(::syscall(SYS_flock, file, operation));
 }
 
 extern "C" int lstat(const char *path, struct stat *facts) noexcept
@@ -108,6 +120,37 @@ private Q_SLOTS:
         QCOMPARE(Content(u"sub\\fresh"_s), QByteArray("fresh"));
         for (const QString &name : {u"one"_s, u"two"_s, u"new"_s, u"x"_s})
             QVERIFY(QFileInfo(directory->filePath(name)).isSymLink());
+        // Also where what was made behind them is taken away again.
+        QVERIFY(DeleteMadeFile(In(u"new"_s)) && !DeleteMadeFile(In(u"new"_s)) && !DeleteMadeFile(In(u"x"_s)));
+        KeepWaysBack(In(u"notes"_s));
+        QVERIFY(WayBack().NoteFormer(In(u"new"_s), false, {}) && Write(u"new"_s, "fresh"));
+        KeepWaysBack({});
+        KeepWaysBack(In(u"notes"_s));
+        KeepWaysBack({});
+        QVERIFY(QFileInfo(directory->filePath(u"new"_s)).isSymLink() && Content(u"sub\\fresh"_s) == "unreadable");
+    }
+
+    void NoteThatAnotherStartTakesIsMadeAnew()
+    {
+        const auto note = [this]() -> QString {
+            const QStringList names = QDir(directory->filePath(u"notes"_s)).entryList(QDir::Files);
+            return directory->filePath(u"notes/"_s) + names.value(0);
+        };
+        DiskFile theirs;
+        for (const bool isHeldFirst : {true, false}) {
+            KeepWaysBack(In(u"notes"_s));
+            beforeHold = [&] {
+                if (isHeldFirst)
+                    QVERIFY(theirs.Open(FromHostPath(note())) && theirs.HoldAlone());
+                QVERIFY(QFile::remove(note()));
+            };
+            QVERIFY(Write(u"a"_s, "new") && WayBack().NoteFormer(In(u"a"_s), true, "old"));
+            QVERIFY(!beforeHold);
+            KeepWaysBack({});
+            KeepWaysBack(In(u"notes"_s));
+            KeepWaysBack({});
+            QCOMPARE(Content(u"a"_s), "old"_ba);
+        }
     }
 
     void SpecialFilesAreNoFiles()
