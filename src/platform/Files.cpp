@@ -2,17 +2,22 @@
 
 #include "platform/ReplacedFile.h"
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
 namespace
 {
 
+constexpr std::int64_t LeastBuffer = 4 * 1024;
+constexpr std::int64_t MostBuffer = 256 * 1024;
+
 /// Hands the content of a file to a receiver in pieces, in order; false when the file or the receiver fails.
 template <typename Receiver>
 bool ReadPieces(const InputFile &file, Receiver receive)
 {
-    std::vector<unsigned char> buffer(256 * 1024);
+    // The end is found beyond the size that is told.
+    std::vector<unsigned char> buffer(static_cast<std::size_t>(std::clamp(file.Size() + 1, LeastBuffer, MostBuffer)));
     for (std::int64_t offset = 0;;) {
         const std::ptrdiff_t count = file.ReadAt(offset, buffer);
         if (count < 0)
