@@ -85,8 +85,12 @@ AutoCreateCounts UndoPlaylists(MadeFiles &made, const ReportLine &report)
 {
     AutoCreateCounts counts;
     counts.Requested = made.Count();
+    // The last one first, since a playlist may have been written twice.
+    QList<MadeFiles::TakenBack> results(made.Count());
+    for (qsizetype i = made.Count(); i-- > 0;)
+        results[i] = made.TakeBack(i);
     for (qsizetype i = 0; i < made.Count(); ++i) {
-        const MadeFiles::TakenBack result = made.TakeBack(i);
+        const MadeFiles::TakenBack result = results[i];
         const QString what = result == MadeFiles::TakenBack::Deleted   ? u"Successfully Deleted file: "_s
                              : result == MadeFiles::TakenBack::PutBack ? u"Put back the former file: "_s
                                                                        : u"Could not Delete file: "_s;

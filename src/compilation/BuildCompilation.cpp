@@ -45,10 +45,11 @@ public:
 
     void CreateTable(const QStringList &media, ReportSettings &record, const Clock &clock)
     {
-        if (plan.CreateTable)
-            Make(u"MP3Index.htm"_s, [&](const QString &path) {
-                return WriteWholeReport(path, media, record, progress, clock) && !progress.Stopped();
-            });
+        if (!plan.CreateTable)
+            return;
+        Make(u"MP3Index.htm"_s,
+             [&](const QString &path) { return WriteWholeReport(path, media, record, progress, clock); });
+        success = success && !progress.Stopped();
     }
 
     /// An icon that cannot be saved fails nothing.
@@ -93,7 +94,7 @@ public:
     BuildResult Finish()
     {
         if (!success)
-            return files.TakeAllBack() ? BuildResult::TakenBack : BuildResult::LeftBehind;
+            return files.TakeAllBack().isEmpty() ? BuildResult::TakenBack : BuildResult::LeftBehind;
         files.Clear();
         return BuildResult::Done;
     }

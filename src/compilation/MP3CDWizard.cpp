@@ -113,7 +113,7 @@ void MP3CDWizard::ConnectControls()
 
 void MP3CDWizard::Form_Activate()
 {
-    Previews.TakeAllBack();
+    main.TellNotTakenBack(Previews.TakeAllBack());
     ui->DragToBurn->Files.clear();
     ui->AssembleLoc->clear();
     ui->CDROMLoc->clear();
@@ -250,7 +250,7 @@ void MP3CDWizard::CmdNext_Click()
         if (StepIndex == 2)
             PrepareFileOptions();
         else
-            Previews.TakeAllBack();
+            main.TellNotTakenBack(Previews.TakeAllBack());
         ShowFrame(StepIndex);
         EnableSteps(true, true);
     }

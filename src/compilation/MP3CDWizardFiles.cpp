@@ -141,8 +141,7 @@ void MP3CDWizard::PrevReportSet_Click()
         const auto hideBar = qScopeGuard([this] { ui->ProgressBar1->hide(); });
         LongRun run(ui->ProgressBar1, nullptr);
         written = Previews.Make(path, [&] {
-            return WriteWholeReport(path, CompilationFiles, ReportRecord, run.AsProgress(), main.World().Clock) &&
-                   !run.Stopped();
+            return WriteWholeReport(path, CompilationFiles, ReportRecord, run.AsProgress(), main.World().Clock);
         });
         stopped = run.Stopped();
     }

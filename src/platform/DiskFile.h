@@ -16,6 +16,8 @@ struct DiskFacts {
     std::uint64_t Links = 0;
     /// Bytes; -1 when there is no such file.
     std::int64_t Size = -1;
+    /// When its content was last written, in the host's own count: only to be compared.
+    std::int64_t Modified = 0;
 
     bool operator==(const DiskFacts &) const = default;
 };

@@ -6,6 +6,7 @@
 #include "platform/ReplacedFile.h"
 
 #include <QDataStream>
+#include <QHash>
 #include <QIODevice>
 #include <QMap>
 #include <QRandomGenerator>
@@ -27,6 +28,8 @@ constexpr char Unwritten = 0;
 constexpr char Stands = 'S';
 constexpr char Dropped = 'D';
 constexpr std::int64_t FrontSize = 2 + 2 * sizeof(qint64);
+/// Of a file that has not been made, or has been made and not been noted.
+constexpr qint64 UnknownSize = -1;
 enum Kind : char { CopyKind = 'c', RenameKind = 'r', FormerKind = 'f', StretchesKind = 's' };
 
 QByteArray FrontOf(Kind kind, qint64 size, qint64 headSize)
@@ -40,6 +43,12 @@ QByteArray FrontOf(Kind kind, qint64 size, qint64 headSize)
 QString FolderOfPath(const QString &path)
 {
     return path.first(path.lastIndexOf(u'\\') + 1);
+}
+
+/// Whether a file is not there, though its folder is.
+bool IsGone(const QString &path)
+{
+    return !ExamineFile(path).Exists && ExamineFile(FolderOfPath(path)).IsFolder;
 }
 
 bool CopyBytes(const DiskFile &source, std::int64_t from, DiskFile &target, std::int64_t to, std::int64_t count)
@@ -95,6 +104,13 @@ public:
         standing[++last] = end;
         end += FrontSize + size;
         return last;
+    }
+
+    /// Writes over the beginning of a note's head.
+    void Amend(std::uint64_t number, QByteArrayView front)
+    {
+        if (const auto note = standing.constFind(number); note != standing.cend())
+            file.WriteAt(*note + FrontSize, front);
     }
 
     void Abandon(std::uint64_t number) { abandoned.append(number); }
@@ -207,7 +223,7 @@ bool GoCopy(QDataStream &head)
     const QStringView name = QStringView(path).mid(path.lastIndexOf(u'\\') + 1);
     if (!name.startsWith(u".vantrel-") || !name.endsWith(u".tmp"))
         return true;
-    return DeleteFile(path) || (!ExamineFile(path).Exists && ExamineFile(FolderOfPath(path)).IsFolder);
+    return DeleteFile(path) || IsGone(path);
 }
 
 bool GoRename(QDataStream &head)
@@ -215,18 +231,35 @@ bool GoRename(QDataStream &head)
     QString from;
     QString former;
     head >> from >> former;
-    return RenameFile(from, former) || ExamineFile(former).Exists;
+    return RenameFile(from, former) || ExamineFile(former).Exists || IsGone(from);
 }
 
-bool GoFormer(QDataStream &head)
+/// Files that have got back what they held before, as they are now: what had been made there earlier still had been.
+using GivenBack = QHash<QString, DiskFacts>;
+
+bool GoFormer(QDataStream &head, GivenBack &givenBack)
 {
+    qint64 madeSize = 0;
+    qint64 madeTime = 0;
     QString path;
     bool existed = false;
     QByteArray content;
-    head >> path >> existed >> content;
+    head >> madeSize >> madeTime >> path >> existed >> content;
     if (!ExamineFile(FolderOfPath(path)).IsFolder)
         return false;
-    return existed ? WriteWholeFile(path, content) : DeleteMadeFile(path) || !ExamineFile(path).Exists;
+    const DiskFacts found = DiskFactsOf(path);
+    const bool isAnother = madeSize != UnknownSize && found.Size >= 0 && found != givenBack.value(path) &&
+                           (found.Size != madeSize || found.Modified != madeTime);
+    if (isAnother) {
+        // It may have been given back, and a kill came before that was noted.
+        QByteArray now;
+        if (existed && found.Size == content.size() && ReadWholeFile(path, now) && now == content)
+            givenBack[path] = found;
+        return true;
+    }
+    const bool done = existed ? WriteWholeFile(path, content) : DeleteMadeFile(path) || !ExamineFile(path).Exists;
+    givenBack[path] = DiskFactsOf(path);
+    return done;
 }
 
 bool GoStretches(QDataStream &head, const DiskFile &notes, std::int64_t from)
@@ -238,7 +271,7 @@ bool GoStretches(QDataStream &head, const DiskFile &notes, std::int64_t from)
     head >> path >> number >> size >> stretches;
     DiskFile file;
     if (!file.Open(path))
-        return false;
+        return IsGone(path);
     // Another file stands there by now.
     if (file.Facts().Number != number)
         return true;
@@ -250,7 +283,7 @@ bool GoStretches(QDataStream &head, const DiskFile &notes, std::int64_t from)
     return file.Resize(size) && file.Flush();
 }
 
-bool Go(const LeftNote &note, const DiskFile &notes)
+bool Go(const LeftNote &note, const DiskFile &notes, GivenBack &givenBack)
 {
     QDataStream head(note.Head);
     switch (note.What) {
@@ -259,7 +292,7 @@ bool Go(const LeftNote &note, const DiskFile &notes)
     case RenameKind:
         return GoRename(head);
     case FormerKind:
-        return GoFormer(head);
+        return GoFormer(head, givenBack);
     case StretchesKind:
         return GoStretches(head, notes, note.Behind);
     }
@@ -272,12 +305,16 @@ void GoAll(const QString &path)
     DiskFile file;
     if (!file.Open(path) || !file.HoldAlone())
         return;
-    bool done = true;
-    const std::vector<LeftNote> notes = ReadNotes(file);
-    for (auto note = notes.rbegin(); note != notes.rend(); ++note)
-        done = Go(*note, file) && done;
+    GivenBack givenBack;
+    std::vector<LeftNote> notes = ReadNotes(file);
+    std::reverse(notes.begin(), notes.end());
+    const auto gone = std::stable_partition(notes.begin(), notes.end(),
+                                            [&](const LeftNote &note) { return !Go(note, file, givenBack); });
+    // Those are not gone a second time when others must be tried again.
+    for (auto note = gone; note != notes.end(); ++note)
+        file.WriteAt(note->At, QByteArrayView(&Dropped, 1));
     // Still held: who has just made it sees that it is gone.
-    if (done)
+    if (gone == notes.begin())
         DeleteFile(path);
 }
 
@@ -310,7 +347,13 @@ bool WayBack::NoteRename(const QString &from, const QString &former)
 
 bool WayBack::NoteFormer(const QString &path, bool existed, const QByteArray &content)
 {
-    return !OwnNotes().IsKept() || Take(OwnNotes().Add(FormerKind, HeadOf(path, existed, content)));
+    return !OwnNotes().IsKept() ||
+           Take(OwnNotes().Add(FormerKind, HeadOf(UnknownSize, qint64{0}, path, existed, content)));
+}
+
+void WayBack::NoteMade(const DiskFacts &made)
+{
+    OwnNotes().Amend(number, HeadOf(static_cast<qint64>(made.Size), static_cast<qint64>(made.Modified)));
 }
 
 bool WayBack::NoteStretches(const QString &path, const DiskFile &file, std::span<const Stretch> stretches)
@@ -335,10 +378,10 @@ void WayBack::Abandon()
 
 void WayBack::GoAbandoned()
 {
-    OwnNotes().GoAbandoned([](const DiskFile &file, std::int64_t at) {
+    OwnNotes().GoAbandoned([givenBack = GivenBack()](const DiskFile &file, std::int64_t at) mutable {
         const std::vector<LeftNote> notes = ReadNotes(file);
         return std::all_of(notes.begin(), notes.end(),
-                           [&](const LeftNote &note) { return note.At != at || Go(note, file); });
+                           [&](const LeftNote &note) { return note.At != at || Go(note, file, givenBack); });
     });
 }
 

@@ -7,6 +7,7 @@
 #include <span>
 
 class DiskFile;
+struct DiskFacts;
 
 /// The way back from something that is begun: it is noted in the application's folder first, and what a killed process
 /// has left half done the next start takes back. Paths are inside paths. A note is on the disk before it is told, but
@@ -27,6 +28,8 @@ public:
     bool NoteRename(const QString &from, const QString &former);
     /// Gives a file its former content; deletes it where none stood there.
     bool NoteFormer(const QString &path, bool existed, const QByteArray &content);
+    /// The file whose former content is noted has been made: from now on another one that stands there stays.
+    void NoteMade(const DiskFacts &made);
     /// Writes stretches of a file back and cuts it to its size, while it is still the same file.
     bool NoteStretches(const QString &path, const DiskFile &file, std::span<const Stretch> stretches);
     /// It has been done whole, or taken back.

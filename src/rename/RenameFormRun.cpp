@@ -127,6 +127,10 @@ void RenameForm::cmdUndo_Click()
         outcome = UndoRename(UndoOldPaths, UndoNewPaths, run.AsProgress());
     }
     const std::vector<int> rows = FollowFiles(main.ListView1, outcome.From, outcome.To);
+    main.PlaylistDirty = main.PlaylistDirty || !rows.empty();
+    // Rows that Undo would bring back have lost their files.
+    if (outcome.Restored() > 0)
+        main.ListView1.Steps().End();
     main.ListView1.Reselect(
         [&](int row, const PlaylistItem &) { return std::binary_search(rows.begin(), rows.end(), row); });
     ui->cmdUndo->setEnabled(UndoOldPaths != UndoNewPaths);

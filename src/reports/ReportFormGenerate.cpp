@@ -55,7 +55,7 @@ std::optional<bool> ReportForm::WriteTemporary(const QString &temporary)
     FillRecordFromControls(record);
     LongRun run(ui->ProgressBar1, nullptr);
     const bool written = WriteWholeReport(temporary, main.FileArray, record, run.AsProgress(), main.World().Clock);
-    return run.Stopped() ? std::nullopt : std::optional(written);
+    return !written && run.Stopped() ? std::nullopt : std::optional(written);
 }
 
 QString ReportForm::OfferToKeep(const QString &temporary, const QString &commonRoot, MadeFiles &made)
@@ -87,7 +87,8 @@ QString ReportForm::OfferToKeep(const QString &temporary, const QString &commonR
     if (!copied)
         world.Prompts.Message({u"Could not save the file!"_s, PromptIcon::Warning});
     // Not when it has been kept under its own name.
-    if (DiskFactsOf(temporary) != DiskFactsOf(*chosen))
+    const DiskFacts kept = DiskFactsOf(*chosen);
+    if (kept.Size < 0 || DiskFactsOf(temporary) != kept)
         TakeBack(made);
     else
         made.Clear();
@@ -96,7 +97,5 @@ QString ReportForm::OfferToKeep(const QString &temporary, const QString &commonR
 
 void ReportForm::TakeBack(MadeFiles &made)
 {
-    const QString path = made.Path(0);
-    if (!made.TakeAllBack())
-        main.World().Prompts.Message({u"Could not take back the file: " + ToHostPath(path), PromptIcon::Warning});
+    main.TellNotTakenBack(made.TakeAllBack());
 }

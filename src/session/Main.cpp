@@ -299,6 +299,7 @@ void Main::Run(const std::function<void()> &command)
         ShowMessage({});
     stepName.clear();
     stopped.clear();
+    hostEnds = false;
     ListView1.Steps().Open();
     const auto stop = qScopeGuard([this, dirty = PlaylistDirty] {
         ListView1.CloseStep(stepName.isEmpty() ? NameOfStep() : stepName, dirty);
@@ -334,11 +335,32 @@ bool Main::ConfirmLoss()
                 PromptIcon::Warning, PromptButtons::YesNo}) == PromptAnswer::Yes;
 }
 
+bool Main::PrepareToEnd()
+{
+    return ConfirmSaveFirst() && (!keepsSession || SetFormState(true) || ConfirmLoss());
+}
+
+bool Main::EndWithHost(bool mayAsk)
+{
+    hostEnds = true;
+    // In the midst of a command nobody can be asked, and the files that it works on stay.
+    const QStringList files = FileArray;
+    Attempt([&] {
+        if (mayAsk)
+            hostEnds = running ? !PlaylistDirty : PrepareToEnd();
+        if (keepsSession && (running || !mayAsk))
+            SetFormState(true);
+    });
+    if (running)
+        FileArray = files;
+    return hostEnds;
+}
+
 void Main::closeEvent(QCloseEvent *event)
 {
     event->ignore();
     Attempt([&] {
-        if (ConfirmSaveFirst() && (!keepsSession || SetFormState(true) || ConfirmLoss()))
+        if (hostEnds || PrepareToEnd())
             event->accept();
     });
 }

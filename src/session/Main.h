@@ -8,6 +8,7 @@
 #include "session/Status.h"
 #include "session/Tool.h"
 #include "session/Totals.h"
+#include "text/EntryFinder.h"
 #include "text/PathText.h"
 
 #include <QHash>
@@ -17,6 +18,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <span>
 
 class ClientArea;
@@ -66,8 +68,13 @@ public:
     bool AddPath(const QString &path, bool selectNew);
     /// True when the file exists and the user doesn't want it replaced.
     bool CheckExists(const QString &path);
+    /// Says of which files a run could not be taken back, if of any.
+    void TellNotTakenBack(const QStringList &paths);
     /// True when the caller may go on: nothing to save, saved, or not wanted.
     bool ConfirmSaveFirst();
+    /// The host's session ends (log-off): asks and stores as closing the window does, which then asks no more. Without
+    /// asking when that may not be. False when the user wants to stay, or cannot be asked about a changed list.
+    bool EndWithHost(bool mayAsk);
     /// True if written.
     bool SavePlaylist(bool forceDialog, bool relative);
     /// The start of a session: applies the settings, then starts a list with what a path of the command line stands
@@ -230,7 +237,7 @@ private:
     /// Names the drives of missing rows behind the first ones that this host knows no folder for; empty for none.
     QString UnmappedDrives(int before) const;
     /// What stands at a path; what it may mean where nothing does.
-    static PathInfo AnalyseOrFind(const QString &path);
+    PathInfo AnalyseOrFind(const QString &path);
     void RestoreRows();
     QMimeData *MakeDragData();
     /// The record of an entry of FileArray, from 0; none once the user has ended the run.
@@ -292,11 +299,13 @@ private:
     /// True when the user closes a window whose session cannot be stored.
     bool ConfirmLoss();
     /// Stores the session beside what another program of this kind has stored since this one read it.
+    /// Asks and stores before the window goes. False when it shall stay.
+    bool PrepareToEnd();
     bool SaveState();
     void SaveShortcuts() const;
     /// Keeps the list that another program has stored as its session meanwhile, in a file whose path it returns; empty
-    /// when there is none, or nothing that this list lacks.
-    QString KeepOtherSession() const;
+    /// when there is none, or nothing that FileArray lacks. Nothing when it cannot be kept: it must then stay.
+    std::optional<QString> KeepOtherSession() const;
     QStringList StoredRecentFiles() const;
     QStringList StoredShortcuts() const;
     void SaveView();
@@ -340,7 +349,10 @@ private:
     bool keepsSession = false;
     /// What the session file held when this program last read or wrote it.
     QByteArray sessionContent;
-    bool batchOfDrop = false;
+    /// While the paths of a drop are added: what has been listed for them.
+    std::optional<EntryFinder> batchOfDrop;
+    /// The host's session is about to end, and what was to be asked and stored has been.
+    bool hostEnds = false;
 
     // What Reset and Default go back to.
     std::array<int, ColumnMode> ColumnWidthDefaults{};

@@ -126,7 +126,10 @@ bool Main::FindAudioFiles(const QString &folder)
 PathInfo Main::AnalyseOrFind(const QString &path)
 {
     const PathInfo info = AnalysePath(path);
-    const QString found = info.Valid || path.isEmpty() ? QString() : EntryFinder().Find(path, CurrentDirectory());
+    if (info.Valid || path.isEmpty())
+        return info;
+    EntryFinder own;
+    const QString found = (batchOfDrop ? *batchOfDrop : own).Find(path, CurrentDirectory());
     return found.isEmpty() ? info : AnalysePath(found);
 }
 
@@ -169,7 +172,7 @@ void Main::SelectRange(int &first, int last)
 
 void Main::DropFiles(const QStringList &paths)
 {
-    batchOfDrop = true;
+    batchOfDrop.emplace();
     const Hourglass hourglass(view);
     const int before = ListView1.Count();
     // The rows of the last path that brings any are selected, all at once, since there may be many paths.
@@ -183,7 +186,7 @@ void Main::DropFiles(const QStringList &paths)
             SelectRange(first, ListView1.Count());
             view->MakeVisible(ListView1.Count());
         }
-        batchOfDrop = false;
+        batchOfDrop.reset();
         ListView1_Click();
     });
     QString without;

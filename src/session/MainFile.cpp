@@ -46,8 +46,9 @@ void Main::OpenReplacing(const QString &path)
     try {
         if (AddPath(path, false)) {
             UpdateRecentFiles(NormalisedPath(path));
-            // What stands in the grid may not be the whole file: a save must not go to it unasked then.
-            SetCurrentPlaylist(stopped.isEmpty() ? NormalisedPath(path) : QString());
+            // What stands in the grid may not be the whole file, or the file no playlist: a save must not go there.
+            const bool isSaveTarget = stopped.isEmpty() && IsPlaylist(GetExtension(path).toLower());
+            SetCurrentPlaylist(isSaveTarget ? NormalisedPath(path) : QString());
         }
         PlaylistDirty = false;
         AnswerOpened(path);
@@ -213,6 +214,15 @@ bool Main::CheckExists(const QString &path)
         return false;
     return host.Prompts.Message({ShownPath(path) + u" exists, do you want to replace it?", PromptIcon::Question,
                                  PromptButtons::YesNoCancel}) != PromptAnswer::Yes;
+}
+
+void Main::TellNotTakenBack(const QStringList &paths)
+{
+    QStringList shown;
+    for (const QString &path : paths)
+        shown.append(ToHostPath(path));
+    if (!shown.isEmpty())
+        host.Prompts.Message({u"Could not take back the file: " + shown.join(u'\n'), PromptIcon::Warning});
 }
 
 void Main::UpdateRecentFiles(const QString &path)

@@ -26,10 +26,14 @@ void Main::PrevM3U(PreviewMode mode)
         return;
     }
     EnsureFolder(host.ApplicationFolder);
-    const QStringList documents = WritePlaylistFile(SessionFile(), FileArray) ? QStringList{SessionFile()} : FileArray;
-    ReadWholeFile(SessionFile(), sessionContent);
+    const std::optional<QString> kept = KeepOtherSession();
+    if (kept && !kept->isEmpty())
+        UpdateRecentFiles(*kept);
+    const bool stored = kept && WritePlaylistFile(SessionFile(), FileArray);
+    if (stored)
+        ReadWholeFile(SessionFile(), sessionContent);
     bool opened = false;
-    for (const QString &path : documents)
+    for (const QString &path : stored ? QStringList{SessionFile()} : FileArray)
         opened |= host.Shell.OpenElsewhere(path);
     if (!opened)
         Answer(u"No player is registered for playlists"_s);

@@ -112,10 +112,10 @@ bool Main::SaveState()
         DestroyFileArray();
         SaveFileArrayFromList(true);
         EnsureFolder(host.ApplicationFolder);
-        const QString kept = KeepOtherSession();
-        if (!kept.isEmpty())
-            recentOnes.prepend(kept);
-        done = WritePlaylistFile(SessionFile(), FileArray);
+        const std::optional<QString> kept = KeepOtherSession();
+        if (kept && !kept->isEmpty())
+            recentOnes.prepend(*kept);
+        done = kept && WritePlaylistFile(SessionFile(), FileArray);
         recent.Write(u"Wkdir"_s, NormalisedPath(CurrentDirectory()));
     }
     recentOnes.resize(RecentCount);
@@ -143,17 +143,22 @@ void Main::SaveShortcuts() const
         shortcuts.Write(QString::number(i + 1), all.value(i));
 }
 
-QString Main::KeepOtherSession() const
+std::optional<QString> Main::KeepOtherSession() const
 {
     QByteArray content;
     QStringList others;
-    if (!ReadWholeFile(SessionFile(), content) || content == sessionContent || !ReadSessionFile(SessionFile(), others))
-        return {};
+    if (!ReadWholeFile(SessionFile(), content))
+        return ExamineFile(SessionFile()).Exists ? std::nullopt : std::optional(QString());
+    if (content == sessionContent || !ReadSessionFile(SessionFile(), others))
+        return QString();
     const QSet<QString> own(FileArray.cbegin(), FileArray.cend());
     if (std::all_of(others.cbegin(), others.cend(), [&own](const QString &path) { return own.contains(path); }))
-        return {};
-    const QString path = host.ApplicationFolder + host.Clock.Now().toString(u"'\\session-'yyyyMMdd-HHmmss'.m3u'"_s);
-    return WriteWholeFile(path, content) ? path : QString();
+        return QString();
+    const QString name = host.ApplicationFolder + host.Clock.Now().toString(u"'\\session-'yyyyMMdd-HHmmss"_s);
+    QString path = name + u".m3u";
+    for (int i = 2; ExamineFile(path).Exists; ++i)
+        path = name + u'-' + QString::number(i) + u".m3u";
+    return WriteWholeFile(path, content) ? std::optional(path) : std::nullopt;
 }
 
 QStringList Main::StoredRecentFiles() const

@@ -34,6 +34,7 @@ void Main::RestoreRows()
         PlaylistDirty = false;
         SetCurrentDirectory(folder);
     });
+    ListView1.Steps().End();
     AddPath(SessionFile(), false);
     ListView1_Click();
 }

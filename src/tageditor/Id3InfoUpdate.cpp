@@ -146,8 +146,8 @@ bool Id3Info::Update()
     const bool whole = reached == SelectedPaths.size();
     main.RefreshRows(SelectedIndexes.first(reached), SelectedPaths.first(reached));
     TellFailures(reasons);
-    // What was entered for the other files stays in the fields.
-    if (whole)
+    // What was entered for the files that are still to be written stays in the fields.
+    if (whole && (reasons.isEmpty() || !CollectSelection()))
         Form_Activate();
     const qsizetype updated = reached - reasons.size();
     const QString files = Counted(updated, u"file"_s) + u" updated";

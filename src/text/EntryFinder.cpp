@@ -149,7 +149,9 @@ QStringList EntryFinder::FindFolders(const QString &folder)
     for (qsizetype end = root.size(); end < folder.size() && !found.isEmpty();) {
         const qsizetype separator = folder.indexOf(u'\\', end + 1);
         const qsizetype next = separator < 0 ? folder.size() : separator;
-        found = SubfoldersLike(found, folder.sliced(end + 1, next - end - 1));
+        const QString name = folder.sliced(end + 1, next - end - 1);
+        if (!name.isEmpty() && name != "."_L1)
+            found = SubfoldersLike(found, name);
         end = next;
     }
     return found;
@@ -174,10 +176,22 @@ QStringList EntryFinder::SubfoldersLike(const QStringList &parents, const QStrin
 const EntryFinder::Listing &EntryFinder::ListingOf(const QString &folder)
 {
     auto known = listings.constFind(folder);
-    if (known == listings.constEnd()) {
-        FolderEntries entries;
-        ListFolder(folder + u'\\', entries);
-        known = listings.insert(folder, {BySpelling(entries.Files), BySpelling(entries.Folders)});
-    }
+    if (known == listings.constEnd())
+        known = listings.insert(folder, ReadListing(folder + u'\\'));
     return *known;
+}
+
+EntryFinder::Listing EntryFinder::ReadListing(const QString &folder)
+{
+    const FolderReader reader(folder);
+    const FolderIdentity identity = reader.Identify();
+    const std::pair number{identity.Device, identity.Number};
+    if (const auto known = listed.constFind(number); identity.Valid && known != listed.constEnd())
+        return *known;
+    FolderEntries entries;
+    reader.List(entries);
+    const Listing listing{BySpelling(entries.Files), BySpelling(entries.Folders)};
+    if (identity.Valid)
+        listed.insert(number, listing);
+    return listing;
 }

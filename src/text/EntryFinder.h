@@ -29,8 +29,11 @@ private:
     QStringList FindFolders(const QString &folder);
     QStringList SubfoldersLike(const QStringList &parents, const QString &name);
     const Listing &ListingOf(const QString &folder);
+    Listing ReadListing(const QString &folder);
 
     QHash<QString, Listing> listings;
+    /// The same by the folder's device and number: a path may name one folder in many ways.
+    QHash<std::pair<std::uint64_t, std::uint64_t>, Listing> listed;
     QHash<QString, QStringList> folders;
 };
 

@@ -19,5 +19,7 @@ bool FormerFile::GiveBack()
     const bool done = existed ? !readable || WriteWholeFile(path, content) : DeleteMadeFile(path);
     if (done)
         Forget();
+    else
+        wayBack.Abandon();
     return done;
 }

@@ -14,6 +14,8 @@ public:
     /// Lets the next start give it back should the process be killed before GiveBack or Forget. False when that cannot
     /// be noted.
     bool Note();
+    /// What has been written is this file; another one that stands there at the next start stays.
+    void NoteMade(const DiskFacts &made) { wayBack.NoteMade(made); }
     /// What has been written stays.
     void Forget() { wayBack.Drop(); }
 
@@ -21,7 +23,8 @@ public:
     bool Existed() const { return existed; }
     /// False when something stood there whose content cannot be given back.
     bool IsKept() const { return !existed || readable; }
-    /// Takes away what stands there now and gives back what it has replaced. False on any failure.
+    /// Takes away what stands there now and gives back what it has replaced. False on any failure; what is noted is
+    /// then tried again.
     bool GiveBack();
 
 private:

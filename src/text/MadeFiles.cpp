@@ -1,9 +1,16 @@
 #include "text/MadeFiles.h"
 
+#include <algorithm>
+
 bool MadeFiles::Make(const QString &path, const std::function<bool()> &write)
 {
+    // What could not be taken back there before is no former file.
+    WayBack::GoAbandoned();
     FormerFile former(path);
     const DiskFacts replaced = DiskFactsOf(path);
+    const auto isReplaced = [&](const File &file) { return file.Path != path && file.Facts == replaced; };
+    if (former.Existed() && std::any_of(files.cbegin(), files.cend(), isReplaced))
+        return false;
     if (!former.IsKept() || (afterKill == AfterKill::TakeBack && !former.Note()))
         return false;
     if (!write()) {
@@ -11,6 +18,7 @@ bool MadeFiles::Make(const QString &path, const std::function<bool()> &write)
         return false;
     }
     files.push_back({path, former, replaced, DiskFactsOf(path)});
+    files.back().Former.NoteMade(files.back().Facts);
     return true;
 }
 
@@ -25,20 +33,26 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
         return TakenBack::Failed;
     file.IsTakenBack = true;
     // One that the run had made there before has its content back, but in a file of another number.
+    if (!file.Former.Existed())
+        return TakenBack::Deleted;
     for (File &earlier : files) {
-        if (earlier.Path == file.Path && earlier.Facts == file.Replaced)
+        if (earlier.Path == file.Path && earlier.Facts == file.Replaced) {
             earlier.Facts = DiskFactsOf(file.Path);
+            earlier.Former.NoteMade(earlier.Facts);
+        }
     }
-    return file.Former.Existed() ? TakenBack::PutBack : TakenBack::Deleted;
+    return TakenBack::PutBack;
 }
 
-bool MadeFiles::TakeAllBack()
+QStringList MadeFiles::TakeAllBack()
 {
-    bool done = true;
-    for (qsizetype n = Count(); n-- > 0;)
-        done = TakeBack(n) != TakenBack::Failed && done;
+    QStringList failed;
+    for (qsizetype n = Count(); n-- > 0;) {
+        if (TakeBack(n) == TakenBack::Failed)
+            failed.append(Path(n));
+    }
     files.clear();
-    return done;
+    return failed;
 }
 
 void MadeFiles::Clear()

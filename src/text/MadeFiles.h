@@ -4,6 +4,7 @@
 #include "text/FormerFile.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <vector>
@@ -18,7 +19,7 @@ public:
     explicit MadeFiles(AfterKill choice = AfterKill::Stay) : afterKill(choice) {}
 
     /// Lets write make or replace the file. False when that fails, and when a file stands there whose content cannot be
-    /// kept: it is then not touched.
+    /// kept, or which the run has made under another path: it is then not touched.
     bool Make(const QString &path, const std::function<bool()> &write);
 
     qsizetype Count() const { return static_cast<qsizetype>(files.size()); }
@@ -32,9 +33,9 @@ public:
 
     /// Forgets them: they stay.
     void Clear();
-    /// Takes all back, the last one first, and forgets them. False when that fails for one; it is tried again at the
-    /// next start, unless it is another file by now.
-    bool TakeAllBack();
+    /// Takes all back, the last one first, and forgets them. Returns those where that failed; it is tried again before
+    /// the next file is made, and at the next start, unless it is another file by now.
+    QStringList TakeAllBack();
 
 private:
     struct File {

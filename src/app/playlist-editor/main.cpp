@@ -8,6 +8,7 @@
 #include "session/SplashFrm.h"
 
 #include <QApplication>
+#include <QSessionManager>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +27,11 @@ int main(int argc, char **argv)
     SplashFrm splash([&] {
         window.show();
         window.Run([&] { window.RestoreSession(commandLine); });
+    });
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &window, [&window](QSessionManager &manager) {
+        if (!window.EndWithHost(manager.allowsInteraction()))
+            manager.cancel();
+        manager.release();
     });
     splash.show();
     return QApplication::exec();

@@ -23,7 +23,9 @@ int Descriptor(std::intptr_t handle)
 
 DiskFacts FactsFrom(const struct stat &facts)
 {
-    return {facts.st_dev, facts.st_ino, facts.st_nlink, facts.st_size};
+    constexpr std::int64_t nanoseconds = 1'000'000'000;
+    return {facts.st_dev, facts.st_ino, facts.st_nlink, facts.st_size,
+            facts.st_mtim.tv_sec * nanoseconds + facts.st_mtim.tv_nsec};
 }
 
 } // namespace

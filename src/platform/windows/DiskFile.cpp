@@ -39,8 +39,10 @@ DiskFacts FactsFrom(HANDLE file)
     if (!GetFileInformationByHandle(file, &facts))
         return {};
     const auto joined = [](DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; };
-    return {facts.dwVolumeSerialNumber, joined(facts.nFileIndexHigh, facts.nFileIndexLow), facts.nNumberOfLinks,
-            static_cast<std::int64_t>(joined(facts.nFileSizeHigh, facts.nFileSizeLow))};
+    return {
+        facts.dwVolumeSerialNumber, joined(facts.nFileIndexHigh, facts.nFileIndexLow), facts.nNumberOfLinks,
+        static_cast<std::int64_t>(joined(facts.nFileSizeHigh, facts.nFileSizeLow)),
+        static_cast<std::int64_t>(joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime))};
 }
 
 } // namespace

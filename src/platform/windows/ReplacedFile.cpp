@@ -77,8 +77,11 @@ bool Replace(const std::wstring &target, const std::wstring &copy)
 ReplacedFile::~ReplacedFile()
 {
     file.Close();
+    if (copy.isEmpty())
+        return;
     // A replacement that failed half-way may have taken the old file away; then the copy is all there is.
-    if (!copy.isEmpty() && (!existed || Exists(WideOf(target))) && DeleteFileW(WideOf(copy).c_str()))
+    const bool isAllThereIs = existed && !Exists(WideOf(target));
+    if (isAllThereIs || DeleteFileW(WideOf(copy).c_str()))
         wayBack.Drop();
 }
 
