@@ -1,4 +1,5 @@
 #include "support/FormDriver.h"
+#include "support/HostNames.h"
 
 #include "session/TickList.h"
 
@@ -72,11 +73,45 @@ private Q_SLOTS:
         w.Undo(PromptAnswer::Yes);
         QVERIFY(w.Report().contains(u"~\\a\\1x\\all.m3u|Could not Delete file: ~\\a\\2y\\all.m3u|PROCESS COMPLETE!"));
         QVERIFY(w.Report().contains(u"|0 Files deleted OK|2 Files could") && w.Lines(u"a\\2y\\all.m3u"_s) == "new");
-        // Nor what somebody else has written since.
+        // Nor what somebody else has written since, of the same size in the same file.
         w.Next(5);
-        w.F.Write(u"a\\1x\\all.m3u"_s, "theirs");
+        w.F.Write(u"a\\1x\\all.m3u"_s, "2.wma\r\n1.wma\r\n");
+        QFile theirs(w.F.Temporary.filePath(u"a/1x/all.m3u"_s));
+        QVERIFY(theirs.open(QIODevice::ReadWrite) &&
+                theirs.setFileTime(QDateTime::currentDateTime().addDays(1), QFileDevice::FileModificationTime));
+        theirs.close();
         w.Undo(PromptAnswer::Yes);
-        QCOMPARE(w.Lines(u"a\\1x\\all.m3u"_s) + w.Lines(u"a\\2y\\all.m3u"_s), "theirsnew");
+        QCOMPARE(w.Lines(u"a\\1x\\all.m3u"_s) + w.Lines(u"a\\2y\\all.m3u"_s), "2.wma|1.wma|new");
+    }
+
+    void UndoesWhatIsOneFile()
+    {
+        Wizard w;
+        // The root comes back, and its own playlist is written twice.
+        w.Add(u"a\\5z\\5.wma"_s);
+        w.Add(u"a\\6.wma"_s);
+        w.Open();
+        const QString own = u"a\\a-"_s + w.F.Folder.section(u'\\', -1) + u".m3u"_s;
+        w.F.Write(own, "former");
+        w.Click("RootFolderOnly");
+        w.Next(4);
+        QCOMPARE(w.Lines(own), "4.wma|6.wma|");
+        w.Undo(PromptAnswer::Yes);
+        QVERIFY(w.Lines(own) == "former" && w.Report().contains(u"|5 Files deleted OK|0 Files could not"));
+        if (!NamesHoldAnything())
+            return;
+        Wizard two;
+        // A folder under two names: the second one does not write over what the first one has made.
+        QVERIFY(QFile::link(two.F.Temporary.filePath(u"a/1x"_s), two.F.Temporary.filePath(u"a/8"_s)));
+        two.F.Write(u"a\\1x\\all.m3u"_s, "former");
+        two.F.Window->AddFile(two.F.Inside(u"a\\8\\2.wma"_s), 0);
+        two.Open();
+        two.Next(2);
+        two.Enter("Parameters", u"all"_s);
+        two.Next(2);
+        QVERIFY(two.Lines(u"a\\1x\\all.m3u"_s) == "1.wma|2.wma|" && two.Report().contains(u"|X - ~\\a\\8\\all.m3u|"));
+        two.Undo(PromptAnswer::Yes);
+        QCOMPARE(two.Lines(u"a\\1x\\all.m3u"_s), "former");
     }
 
     void ModesNamesAndOddLists()

@@ -190,6 +190,23 @@ private Q_SLOTS:
         }
     }
 
+    void TakesBackAtTheLastMoment()
+    {
+        Wizard w;
+        w.Put(u"MP3Index.htm"_s, "mine");
+        w.Put(u"tmp.htm"_s, "mine");
+        w.Fill(2);
+        w.ClickAndStopAtEnd("PrevReportSet", "ProgressBar1");
+        QCOMPARE(w.F.ShellCalls.join(u'|').remove(w.Folder), u"open \\tmp.htm"_s);
+        // What somebody else has put there since stays, and that is told.
+        w.Put(u"tmp.htm"_s, "theirs");
+        w.ClickAndRead("CmdNext", u"Could not take back the file: "_s + ToHostPath(w.Folder + u"\\tmp.htm"_s));
+        w.ClickAndStopAtEnd("CmdNext", "ProgressBar2", 2);
+        QCOMPARE(w.Text("lblReport"), u"Stopped: any files created were removed."_s);
+        QCOMPARE(w.Listed() + w.Content("MP3Index.htm") + w.Content("tmp.htm"),
+                 "a b.wma MP3Index.htm tmp.htmminetheirs"_ba);
+    }
+
     void ReportAndBrowser()
     {
         Wizard w;

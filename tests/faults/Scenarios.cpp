@@ -90,6 +90,8 @@ void PrepareSession(Stage &s)
     s.F.Window->RestoreSession({});
     s.TakeSong(u"3\\b.mp3"_s);
     s.F.Window->PlaylistDirty = false;
+    // Another program has stored a list of its own meanwhile.
+    s.F.Write(u"app\\tmp.m3u"_s, "theirs.mp3\r\n");
 }
 
 void PrepareTags(Stage &s)

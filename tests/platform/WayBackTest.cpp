@@ -46,24 +46,58 @@ private Q_SLOTS:
             QVERIFY(Write(name, "new"));
         QVERIFY(WayBack().NoteCopy(In(u".vantrel-1.tmp"_s)) && WayBack().NoteCopy(In(u"song.tmp"_s)));
         QVERIFY(WayBack().NoteRename(In(u"away"_s), In(u"back"_s)));
+        // What is there no more needs no way back.
+        QVERIFY(WayBack().NoteRename(In(u"nowhere"_s), In(u"x"_s)) && Write(u"gone song"_s, "0123456789"));
+        {
+            DiskFile file;
+            QVERIFY(file.Open(In(u"gone song"_s)) && WayBack().NoteStretches(In(u"gone song"_s), file, stretches));
+        }
+        QVERIFY(DeleteFile(In(u"gone song"_s)));
         KeepWaysBack({});
         // A disk that is not there keeps its notes for a later start.
         for (const int left : {1, 0}) {
             KeepWaysBack(notes);
             KeepWaysBack({});
+            // What has been taken back once is not again.
+            QVERIFY(Content(u"former"_s) == (left == 1 ? "former" : "since") && Write(u"former"_s, "since"));
             FolderEntries entries;
             QVERIFY(ListFolder(notes, entries) && entries.Files.size() == left);
             QVERIFY(EnsureFolder(In(u"gone"_s)));
         }
         QVERIFY(Content(u"much"_s) == much && DeleteFile(In(u"much"_s)));
         const QStringList wanted{u"another=theirs"_s, u"back=new"_s,     u"done=new"_s,
-                                 u"former=former"_s,  u"song.tmp=new"_s, u"stretches=0123456789"_s};
+                                 u"former=since"_s,   u"song.tmp=new"_s, u"stretches=0123456789"_s};
         QStringList found;
         for (const QString &name : Listed())
             found += Content(name) == "unreadable" ? QStringList()
                                                    : QStringList{name + u'=' + QString::fromLatin1(Content(name))};
         QCOMPARE(found.join(u' '), wanted.join(u' '));
         QCOMPARE(Content(u"gone\\x"_s), "x"_ba);
+    }
+
+    void WhatAnotherProgramHasWrittenStays()
+    {
+        KeepWaysBack(In(u"notes"_s));
+        const auto make = [this](const QString &name, const QByteArray &content, const QByteArray &former) {
+            WayBack note;
+            const bool noted = note.NoteFormer(In(name), !former.isNull(), former) && Write(name, content);
+            note.NoteMade(DiskFactsOf(In(name)));
+            return noted;
+        };
+        QVERIFY(make(u"made"_s, "new", {}) && make(u"replaced"_s, "new", "old") && make(u"deleted"_s, "new", "old"));
+        QVERIFY(make(u"their made"_s, "new", {}) && make(u"theirs"_s, "new", "old"));
+        QVERIFY(Write(u"their made"_s, "theirs") && Write(u"theirs"_s, "theirs") && DeleteFile(In(u"deleted"_s)));
+        // Made twice, whole; and with its second way back gone already.
+        QVERIFY(make(u"twice"_s, "new", "old") && make(u"twice"_s, "newer", "new"));
+        QVERIFY(make(u"half back"_s, "new", "old") && make(u"half back"_s, "newer", "new"));
+        QVERIFY(Write(u"half back"_s, "new"));
+        for (const QString &notes : {QString(), In(u"notes"_s), QString()})
+            KeepWaysBack(notes);
+        QByteArrayList found;
+        for (const QString &name : Listed())
+            found +=
+                Content(name) == "unreadable" ? QByteArrayList() : QByteArrayList{name.toUtf8() + '=' + Content(name)};
+        QCOMPARE(found.join(' '), "deleted=old half back=old replaced=old their made=theirs theirs=theirs twice=old");
     }
 
     void WhatCouldNotBeTakenBackIsTriedAgain()

@@ -209,8 +209,11 @@ private Q_SLOTS:
         r.Click("Delay");
         QCOMPARE(r.Commands(), u"cmdUndo"_s);
         r.Click("Delay");
+        // The list is saved as it is now.
+        r.F.Window->PlaylistDirty = false;
         QVERIFY(r.Do("cmdUndo").startsWith(u"Done: 2/2 Items were Restored"_s));
         QCOMPARE(r.Names() + r.Disk() + r.F.Rows(), before + before + u"A_1 b_2 C 3 D_4"_s);
+        QVERIFY(r.F.Window->PlaylistDirty);
         QTRY_COMPARE(r.Commands(), u"CmdProcess"_s);
         QVERIFY(r.Process().startsWith(u"Done: 2/2 Items were Processed"_s));
         QCOMPARE(r.Names(), renamed);
@@ -218,9 +221,17 @@ private Q_SLOTS:
         r.Click("AllowOnce");
         QCOMPARE(r.Commands(), u"cmdUndo"_s);
         QCOMPARE(r.Do("CmdClose"), u"Ready..."_s);
+        // What Undo would bring back would have no file any more.
+        r.F.Select({1, 4});
+        r.F.Trigger("MEditRemove");
+        QCOMPARE(r.F.Undoable(), u"Remove 2 items"_s);
+        r.Open({1});
+        QVERIFY(r.Do("cmdUndo").startsWith(u"Done: 2/2 Items were Restored"_s));
+        r.Click("CmdClose");
+        QCOMPARE(r.F.Undoable() + r.Names(), u"b_2.mp3|C 3.mp3"_s);
         // Nothing is left to do.
         r.F.Window->PlaylistDirty = false;
-        r.Open({1});
+        r.Open({2});
         QCOMPARE(r.Process(), u"Done: 0/1 Items were Processed CmdProcess"_s);
         QVERIFY(!r.F.Window->PlaylistDirty);
     }

@@ -382,6 +382,28 @@ private Q_SLOTS:
         w.ClickAndStop("CmdNext");
         QCOMPARE(w.Text("lblReport"), u"Stopped: no report was written. Click 'Next>' to restart..."_s);
         QVERIFY(w.F.Read(u"My Music\\tmp.htm"_s) == "theirs" && w.F.Read(u"kept.htm"_s) == "old");
+        // Once it is written it is asked about like any other.
+        w.Next(4);
+        w.F.Prompts.Expect(u"Do you want to keep the file?"_s, No);
+        w.ClickAndStopAtEnd("CmdNext", "ProgressBar1");
+        QCOMPARE(w.F.Read(u"My Music\\tmp.htm"_s), "theirs");
+        // A disk that has gone away meanwhile gets back what it held when it is there again.
+        KeepWaysBack(w.F.Inside(u"notes"_s));
+        w.Next(4);
+        w.ExpectKept(w.F.Inside(u"My Music\\playlist.htm"_s), w.F.Inside(u"none.htm"_s));
+        w.F.Prompts.Expect(u"Could not save the file!"_s, Ok);
+        w.F.Prompts.Expect(QString(u"Could not take back the file: "_s + ToHostPath(temporary)), Ok);
+        const QString music = w.F.Temporary.filePath(u"My Music"_s);
+        w.F.Prompts.Meanwhile = [&] { QDir().rename(music, music + u" away"); };
+        w.Click("CmdNext");
+        w.F.Prompts.Meanwhile = [] {};
+        QVERIFY(QDir().rename(music + u" away", music));
+        w.Next(4);
+        w.ClickAndRead("CmdNext", u"Do you want to keep the file?"_s, No);
+        QCOMPARE(w.F.Read(u"My Music\\tmp.htm"_s), "theirs");
+        for (const QString &notes : {QString(), w.F.Inside(u"notes"_s), QString()})
+            KeepWaysBack(notes);
+        QCOMPARE(w.F.Read(u"My Music\\tmp.htm"_s), "theirs");
         // With absolute links it is written into a folder of the program.
         w.F.Write(u"app"_s, "in the way");
         w.Next(4);

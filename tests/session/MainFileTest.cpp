@@ -369,6 +369,18 @@ private Q_SLOTS:
         QCOMPARE(f.Window->PanelText(3), u"8 Bytes"_s);
     }
 
+    void NoSaveGoesToAnAudioFile()
+    {
+        MainFixture f;
+        const QString song = f.Write(u"song.wma"_s, "sound");
+        f.Prompts.ExpectPath({}, song);
+        f.Trigger("MFileOpen");
+        QVERIFY(f.Rows() == u"song" && f.Window->CurrentPlaylistPath.isEmpty());
+        f.Prompts.ExpectPath(f.Inside(f.Temporary.path().section(u'/', -1)) + u".m3u", {});
+        f.Trigger("MFileSave");
+        QCOMPARE(f.Read(u"song.wma"_s), "sound");
+    }
+
     void SessionRowsStaySingle()
     {
         MainFixture f;

@@ -157,8 +157,9 @@ private Q_SLOTS:
         QCOMPARE(f.Settings[u"RF/W"_s], u"c:\\Programs\\Winamp\\winamp.bm"_s);
         f.Player.clear();
         f.Restart();
-        f.Window->RestoreSession({});
-        QCOMPARE(f.Rows(), u"a b"_s);
+        f.Window->Run([&f] { f.Window->RestoreSession({}); });
+        // What the session brings is nothing to be undone.
+        QCOMPARE(f.Rows() + f.Undoable(), u"a b"_s);
         QVERIFY(!f.Window->PlaylistDirty && f.Window->CurrentPlaylistPath.isEmpty());
         QCOMPARE(bookmarkLines(), 0);
         f.Restart();
@@ -166,6 +167,56 @@ private Q_SLOTS:
         QCOMPARE(f.Rows(), u"b"_s);
         QVERIFY(!f.Window->PlaylistDirty);
         QCOMPARE(f.Window->windowTitle(), u"[Vantrel] M3U Playlist Editor v2.0 "_s);
+    }
+
+    void SessionOfAnotherProgramIsKept()
+    {
+        MainFixture f;
+        const QString kept = u"app\\session-20260102-030405"_s;
+        f.Window->RestoreSession({});
+        f.AddRows({1});
+        f.Write(u"app\\tmp.m3u"_s, "theirs.wma\r\n");
+        f.Trigger("MEditPlayList");
+        QCOMPARE(f.Window->Command("MFileRecent(0)")->text(), u"&1: "_s + f.Inside(kept) + u".m3u");
+        // Another one in the same second.
+        f.Write(u"app\\tmp.m3u"_s, "others.wma\r\n");
+        QVERIFY(f.Window->close());
+        QCOMPARE(f.Read(kept + u".m3u") + f.Read(kept + u"-2.m3u"), "theirs.wma\r\nothers.wma\r\n");
+        // A preview is nobody's session.
+        f.Restart();
+        f.Window->RestoreSession({});
+        f.Trigger("MEditPlayList");
+        QVERIFY(f.Window->close());
+        QCOMPARE(f.Listing(u"app"_s).count(u"session-"_s), 2);
+    }
+
+    void EndsWithTheHost()
+    {
+        MainFixture f;
+        const QString question = u"Do you want to save the current playlist first?"_s;
+        f.Window->RestoreSession({});
+        f.AddRows({1});
+        const QByteArray before = f.Read(u"app\\tmp.m3u"_s);
+        f.Window->PlaylistDirty = true;
+        f.Prompts.Expect(question, PromptAnswer::Cancel);
+        QVERIFY(!f.Window->EndWithHost(true) && f.Read(u"app\\tmp.m3u"_s) == before);
+        // In the midst of a command nobody is asked, and the command goes on.
+        f.Window->Run([&f] {
+            f.Window->FileArray = QStringList{u"in use"_s};
+            QVERIFY(!f.Window->EndWithHost(true) && f.Window->EndWithHost(false));
+            QCOMPARE(f.Window->FileArray, QStringList{u"in use"_s});
+        });
+        QCOMPARE(f.Read(u"app\\tmp.m3u"_s), ToPlaylistLine(f.Inside(u"a.wma"_s)).toUtf8() + "\r\n");
+        for (const bool goesOn : {true, false}) {
+            f.Prompts.Expect(question, PromptAnswer::No);
+            QVERIFY(f.Window->EndWithHost(true));
+            if (!goesOn)
+                continue;
+            f.Trigger("MEditSelAll");
+            f.Prompts.Expect(question, PromptAnswer::Cancel);
+            QVERIFY(!f.Window->close());
+        }
+        QVERIFY(f.Window->close());
     }
 
     void FullDataIsReadAndKept()

@@ -78,6 +78,18 @@ struct FormDriver {
         StopSoon();
         Click(name);
     }
+    /// Clicks on what takes long, and presses Escape when a piece of its work is done and its bar goes back for the
+    /// n-th time.
+    void ClickAndStopAtEnd(const char *name, const char *bar, int times = 1) const
+    {
+        const auto stop = [this, last = 0, times](int value) mutable {
+            if (std::exchange(last, value) > 0 && value == 0 && --times == 0)
+                QTest::keyClick(Form, Qt::Key_Escape);
+        };
+        const auto connection = QObject::connect(At<QProgressBar>(bar), &QProgressBar::valueChanged, Form, stop);
+        Click(name);
+        QObject::disconnect(connection);
+    }
     /// Presses Escape as soon as the program looks for keys.
     void StopSoon() const
     {
