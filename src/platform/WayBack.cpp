@@ -28,8 +28,6 @@ constexpr char Unwritten = 0;
 constexpr char Stands = 'S';
 constexpr char Dropped = 'D';
 constexpr std::int64_t FrontSize = 2 + 2 * sizeof(qint64);
-/// Of a file that has not been made, or has been made and not been noted.
-constexpr qint64 UnknownSize = -1;
 enum Kind : char { CopyKind = 'c', RenameKind = 'r', FormerKind = 'f', StretchesKind = 's' };
 
 QByteArray FrontOf(Kind kind, qint64 size, qint64 headSize)
@@ -106,11 +104,11 @@ public:
         return last;
     }
 
-    /// Writes over the beginning of a note's head.
-    void Amend(std::uint64_t number, QByteArrayView front)
+    /// Writes over a piece of a note's head.
+    void Amend(std::uint64_t number, std::int64_t place, QByteArrayView piece)
     {
         if (const auto note = standing.constFind(number); note != standing.cend())
-            file.WriteAt(*note + FrontSize, front);
+            file.WriteAt(*note + FrontSize + place, piece);
     }
 
     void Abandon(std::uint64_t number) { abandoned.append(number); }
@@ -241,14 +239,15 @@ bool GoFormer(QDataStream &head, GivenBack &givenBack)
 {
     qint64 madeSize = 0;
     qint64 madeTime = 0;
+    bool isNoted = false;
     QString path;
     bool existed = false;
     QByteArray content;
-    head >> madeSize >> madeTime >> path >> existed >> content;
+    head >> madeSize >> madeTime >> isNoted >> path >> existed >> content;
     if (!ExamineFile(FolderOfPath(path)).IsFolder)
         return false;
     const DiskFacts found = DiskFactsOf(path);
-    const bool isAnother = madeSize != UnknownSize && found.Size >= 0 && found != givenBack.value(path) &&
+    const bool isAnother = isNoted && found.Size >= 0 && found != givenBack.value(path) &&
                            (found.Size != madeSize || found.Modified != madeTime);
     if (isAnother) {
         // It may have been given back, and a kill came before that was noted.
@@ -348,12 +347,18 @@ bool WayBack::NoteRename(const QString &from, const QString &former)
 bool WayBack::NoteFormer(const QString &path, bool existed, const QByteArray &content)
 {
     return !OwnNotes().IsKept() ||
-           Take(OwnNotes().Add(FormerKind, HeadOf(UnknownSize, qint64{0}, path, existed, content)));
+           Take(OwnNotes().Add(FormerKind, HeadOf(qint64{0}, qint64{0}, false, path, existed, content)));
 }
 
 void WayBack::NoteMade(const DiskFacts &made)
 {
-    OwnNotes().Amend(number, HeadOf(static_cast<qint64>(made.Size), static_cast<qint64>(made.Modified)));
+    const QByteArray facts = HeadOf(static_cast<qint64>(made.Size), static_cast<qint64>(made.Modified));
+    OwnNotes().Amend(number, facts.size(), HeadOf(false));
+    if (made.Size < 0)
+        return;
+    OwnNotes().Amend(number, 0, facts);
+    // The mark that they stand comes last, so that half of them is nothing.
+    OwnNotes().Amend(number, facts.size(), HeadOf(true));
 }
 
 bool WayBack::NoteStretches(const QString &path, const DiskFile &file, std::span<const Stretch> stretches)

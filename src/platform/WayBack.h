@@ -28,7 +28,8 @@ public:
     bool NoteRename(const QString &from, const QString &former);
     /// Gives a file its former content; deletes it where none stood there.
     bool NoteFormer(const QString &path, bool existed, const QByteArray &content);
-    /// The file whose former content is noted has been made: from now on another one that stands there stays.
+    /// The file whose former content is noted has been made: from now on another one that stands there stays. Any one
+    /// goes again when there is no such file.
     void NoteMade(const DiskFacts &made);
     /// Writes stretches of a file back and cuts it to its size, while it is still the same file.
     bool NoteStretches(const QString &path, const DiskFile &file, std::span<const Stretch> stretches);

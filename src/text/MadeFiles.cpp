@@ -29,19 +29,25 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
     const bool isAnother = found.Size >= 0 && found != file.Facts;
     if (isAnother)
         file.Former.Forget();
-    if (file.IsTakenBack || isAnother || !file.Former.GiveBack())
+    if (file.IsTakenBack || isAnother)
         return TakenBack::Failed;
-    file.IsTakenBack = true;
-    // One that the run had made there before has its content back, but in a file of another number.
-    if (!file.Former.Existed())
-        return TakenBack::Deleted;
-    for (File &earlier : files) {
-        if (earlier.Path == file.Path && earlier.Facts == file.Replaced) {
-            earlier.Facts = DiskFactsOf(file.Path);
-            earlier.Former.NoteMade(earlier.Facts);
-        }
+    // One that the run had made there before gets its content back, but in a file of another number.
+    std::vector<File *> earlier;
+    for (File &each : files) {
+        if (file.Former.Existed() && each.Path == file.Path && each.Facts == file.Replaced)
+            earlier.push_back(&each);
     }
-    return TakenBack::PutBack;
+    for (File *each : earlier)
+        each->Former.NoteMade({});
+    file.IsTakenBack = file.Former.GiveBack();
+    for (File *each : earlier) {
+        if (file.IsTakenBack)
+            each->Facts = DiskFactsOf(file.Path);
+        each->Former.NoteMade(each->Facts);
+    }
+    if (!file.IsTakenBack)
+        return TakenBack::Failed;
+    return file.Former.Existed() ? TakenBack::PutBack : TakenBack::Deleted;
 }
 
 QStringList MadeFiles::TakeAllBack()

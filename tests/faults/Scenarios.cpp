@@ -140,16 +140,28 @@ void PrepareReport(Stage &s)
     s.Next(3);
 }
 
-void PrepareCompilation(Stage &s)
+/// The wizard, so many steps from its first.
+void OpenCompilation(Stage &s, int steps)
 {
     s.TakeSong(u"3\\4\\a.mp3"_s);
-    s.F.Write(u"3\\4\\playlist.m3u"_s, "mine");
-    s.F.Write(u"3\\4\\autorun.inf"_s, "mine too");
     s.F.Write(u"program\\VTLMP3FB.exe"_s, "browser");
     s.OpenTool("MToolsMP3CDWiz", "MP3CDWizard", {});
     s.Enter("AssembleLoc", s.F.Inside(u"3\\"_s));
     s.Enter("CDROMLoc", u"4"_s);
-    s.Next(3);
+    s.Next(steps);
+}
+
+void PreparePreviews(Stage &s)
+{
+    s.F.Write(u"3\\4\\tmp.htm"_s, "mine");
+    OpenCompilation(s, 2);
+}
+
+void PrepareCompilation(Stage &s)
+{
+    s.F.Write(u"3\\4\\playlist.m3u"_s, "mine");
+    s.F.Write(u"3\\4\\autorun.inf"_s, "mine too");
+    OpenCompilation(s, 3);
 }
 
 void PrepareFailingCompilation(Stage &s)
@@ -170,6 +182,7 @@ void PrepareBookmarks(Stage &s)
 const std::vector<Scenario> &Scenarios()
 {
     const auto next = [](Stage &s) { s.Click("CmdNext"); };
+    const auto look = [](Stage &s) { s.Click("PrevReportSet"); };
     const auto undo = [](Stage &s) { s.Click("cmdUndo"); };
     static const std::vector<Scenario> scenarios{
         {"save", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSave"); }}, "", "", "1.m3u"},
@@ -180,6 +193,7 @@ const std::vector<Scenario> &Scenarios()
         {"rename and undo", PrepareRename, {[](Stage &s) { s.Click("CmdProcess"); }, undo}},
         {"autocreate and undo", PrepareAutocreate, {next, undo}, "", "", "5y-3.m3u"},
         {"report kept", PrepareReport, {next}, "tmp.htm", "", "tmp.htm 4.htm"},
+        {"previews", PreparePreviews, {look, look, next}, "", "", "tmp.htm"},
         {"compilation", PrepareCompilation, {next}, "", "", "playlist.m3u autorun.inf"},
         {"failing compilation",
          PrepareFailingCompilation,
