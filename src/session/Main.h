@@ -303,6 +303,8 @@ private:
     bool PrepareToEnd();
     bool SaveState();
     void SaveShortcuts() const;
+    /// Puts FileArray into the session file, where a player reads it. False when it cannot be written.
+    bool StorePreview();
     /// Keeps the list that another program has stored as its session meanwhile, in a file whose path it returns; empty
     /// when there is none, or nothing that FileArray lacks. Nothing when it cannot be kept: it must then stay.
     std::optional<QString> KeepOtherSession() const;

@@ -1,4 +1,5 @@
 #include "platform/Files.h"
+#include "platform/FolderLock.h"
 #include "playlist/M3UFile.h"
 #include "session/GridView.h"
 #include "session/Hourglass.h"
@@ -25,18 +26,24 @@ void Main::PrevM3U(PreviewMode mode)
                               PromptIcon::Warning});
         return;
     }
+    bool opened = false;
+    for (const QString &path : StorePreview() ? QStringList{SessionFile()} : FileArray)
+        opened |= host.Shell.OpenElsewhere(path);
+    if (!opened)
+        Answer(u"No player is registered for playlists"_s);
+}
+
+bool Main::StorePreview()
+{
     EnsureFolder(host.ApplicationFolder);
+    const FolderLock lock(host.ApplicationFolder);
     const std::optional<QString> kept = KeepOtherSession();
     if (kept && !kept->isEmpty())
         UpdateRecentFiles(*kept);
     const bool stored = kept && WritePlaylistFile(SessionFile(), FileArray);
     if (stored)
         ReadWholeFile(SessionFile(), sessionContent);
-    bool opened = false;
-    for (const QString &path : stored ? QStringList{SessionFile()} : FileArray)
-        opened |= host.Shell.OpenElsewhere(path);
-    if (!opened)
-        Answer(u"No player is registered for playlists"_s);
+    return stored;
 }
 
 void Main::MEditPlaySel_Click()

@@ -1,6 +1,7 @@
 #include "media/FullData.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "platform/FolderLock.h"
 #include "playlist/M3UFile.h"
 #include "session/FormLayout.h"
 #include "session/GridView.h"
@@ -112,6 +113,7 @@ bool Main::SaveState()
         DestroyFileArray();
         SaveFileArrayFromList(true);
         EnsureFolder(host.ApplicationFolder);
+        const FolderLock lock(host.ApplicationFolder);
         const std::optional<QString> kept = KeepOtherSession();
         if (kept && !kept->isEmpty())
             recentOnes.prepend(*kept);

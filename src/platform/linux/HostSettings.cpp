@@ -2,16 +2,12 @@
 
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "platform/FolderLock.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
-#include <QThread>
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -20,30 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-/// Lets no other process of the program store while this lives; one that stands still is not waited for.
-class StoreLock
-{
-public:
-    explicit StoreLock(const QString &folder)
-        : file(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_CLOEXEC))
-    {
-        constexpr int mostTries = 100;
-        constexpr unsigned long pause = 10;
-        for (int i = 0; i < mostTries && file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) != 0; ++i)
-            QThread::msleep(pause);
-    }
-    ~StoreLock()
-    {
-        if (file >= 0)
-            ::close(file);
-    }
-    StoreLock(const StoreLock &) = delete;
-    StoreLock &operator=(const StoreLock &) = delete;
-
-private:
-    int file;
-};
 
 QByteArray HexOf(char character)
 {
@@ -123,9 +95,9 @@ QVariant HostSettings::Value(const QString &address) const
 
 bool HostSettings::Store(const QMap<QString, QString> &values)
 {
-    const QString folder = QFileInfo(Place()).path();
-    EnsureFolder(FromHostPath(folder));
-    const StoreLock lock(folder);
+    const QString folder = FromHostPath(QFileInfo(Place()).path());
+    EnsureFolder(folder);
+    const FolderLock lock(folder);
     const QString path = FromHostPath(Place());
     QByteArray content;
     if (!ReadWholeFile(path, content) && ExamineFile(path).Exists)

@@ -1,6 +1,7 @@
 #include "platform/PlatformTests.h"
 
 #include "platform/DesktopShell.h"
+#include "platform/FolderLock.h"
 #include "platform/Host.h"
 #include "platform/RebuiltFile.h"
 #include "platform/ReplacedFile.h"
@@ -15,6 +16,7 @@
 #include <cerrno>
 #include <csignal>
 #include <functional>
+#include <memory>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -349,6 +351,22 @@ private Q_SLOTS:
         QVERIFY(enter(u"mimeapps.list"_s, ""));
         QVERIFY(enter(u"mimeinfo.cache"_s, "[MIME Cache]\n" + type + "=my-player.desktop;\n"));
         QCOMPARE(shell.AssociatedProgram(list), player);
+    }
+
+    void FolderIsOnesAlone()
+    {
+        const int other = ::open(directory->path().toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+        const auto isFree = [other] { return ::flock(other, LOCK_EX | LOCK_NB) == 0; };
+        {
+            auto first = std::make_unique<FolderLock>(In({}));
+            QVERIFY(!isFree());
+            // It goes while it is waited for.
+            beforeHold = [&] { beforeHold = [&] { first.reset(); }; };
+            const FolderLock second(In({}));
+            QVERIFY(!first && !isFree());
+        }
+        QVERIFY(isFree());
+        ::close(other);
     }
 
     /// A process of the program that stands still holds the others up for a second at most.
