@@ -305,6 +305,7 @@ void Main::Run(const std::function<void()> &command)
         ListView1.CloseStep(stepName.isEmpty() ? NameOfStep() : stepName, dirty);
         ShowSteps();
         toldBefore.clear();
+        hostEnds = false;
         running = false;
         host.Settings.Flush();
     });
@@ -337,30 +338,32 @@ bool Main::ConfirmLoss()
 
 bool Main::PrepareToEnd()
 {
-    return ConfirmSaveFirst() && (!keepsSession || SetFormState(true) || ConfirmLoss());
+    return (hostEnds || ConfirmSaveFirst()) && (!keepsSession || SetFormState(true) || ConfirmLoss());
 }
 
 bool Main::EndWithHost(bool mayAsk)
 {
-    hostEnds = true;
+    hostEnds = false;
+    bool ends = true;
     // In the midst of a command nobody can be asked, and the files that it works on stay.
     const QStringList files = FileArray;
     Attempt([&] {
         if (mayAsk)
-            hostEnds = running ? !PlaylistDirty : PrepareToEnd();
+            ends = running ? !PlaylistDirty : PrepareToEnd();
         if (keepsSession && (running || !mayAsk))
             SetFormState(true);
     });
     if (running)
         FileArray = files;
-    return hostEnds;
+    hostEnds = ends;
+    return ends;
 }
 
 void Main::closeEvent(QCloseEvent *event)
 {
     event->ignore();
     Attempt([&] {
-        if (hostEnds || PrepareToEnd())
+        if (PrepareToEnd())
             event->accept();
     });
 }

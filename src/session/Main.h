@@ -72,8 +72,9 @@ public:
     void TellNotTakenBack(const QStringList &paths);
     /// True when the caller may go on: nothing to save, saved, or not wanted.
     bool ConfirmSaveFirst();
-    /// The host's session ends (log-off): asks and stores as closing the window does, which then asks no more. Without
-    /// asking when that may not be. False when the user wants to stay, or cannot be asked about a changed list.
+    /// The host's session ends (log-off): asks and stores as closing the window does, which then asks no more until a
+    /// command has run. Without asking when that may not be. False when the user wants to stay, or cannot be asked
+    /// about a changed list.
     bool EndWithHost(bool mayAsk);
     /// True if written.
     bool SavePlaylist(bool forceDialog, bool relative);
@@ -353,7 +354,7 @@ private:
     QByteArray sessionContent;
     /// While the paths of a drop are added: what has been listed for them.
     std::optional<EntryFinder> batchOfDrop;
-    /// The host's session is about to end, and what was to be asked and stored has been.
+    /// The host's session is about to end, and no command has run since what was to be asked was asked.
     bool hostEnds = false;
 
     // What Reset and Default go back to.

@@ -206,6 +206,8 @@ private Q_SLOTS:
             QVERIFY(!f.Window->EndWithHost(true) && f.Window->EndWithHost(false));
             QCOMPARE(f.Window->FileArray, QStringList{u"in use"_s});
         });
+        f.Prompts.Expect(question, PromptAnswer::Cancel);
+        QVERIFY(!f.Window->close());
         QCOMPARE(f.Read(u"app\\tmp.m3u"_s), ToPlaylistLine(f.Inside(u"a.wma"_s)).toUtf8() + "\r\n");
         for (const bool goesOn : {true, false}) {
             f.Prompts.Expect(question, PromptAnswer::No);
