@@ -42,7 +42,7 @@ std::vector<PlannedPlaylist> PlanPlaylists(const AutoCreateRequest &request, con
         if (inBase)
             plan.push_back({folder + name, folder, {}});
         if (inRoot && !isRoot)
-            plan.push_back({request.Root + name, folder, RemoveText(folder, request.Root)});
+            plan.push_back({request.Root + name, folder, WithoutFolder(folder, request.Root)});
         if (inRoot && isRoot && !inBase)
             plan.push_back({request.Root + name, folder, {}, !rootDone});
         rootDone = rootDone || isRoot;

@@ -1,6 +1,7 @@
 #include "compilation/BuildCompilation.h"
 
 #include "platform/Files.h"
+#include "platform/PlaylistLines.h"
 #include "reports/WriteReport.h"
 #include "text/FileLists.h"
 #include "text/MadeFiles.h"
@@ -71,6 +72,10 @@ public:
         }
         progress.SetText(u"Creating CD playlist..."_s);
         MakePathsRelative(media, plan.Folder);
+        for (QString &line : media) {
+            if (NeedsDotPrefix(line))
+                line.prepend(u".\\"_s);
+        }
         const bool listed =
             Make(u"playlist.m3u"_s, [&media](const QString &path) { return WriteLinesToFile(path, media); });
         if (listed && plan.AutoBigList)

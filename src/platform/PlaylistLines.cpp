@@ -72,7 +72,9 @@ bool NeedsDotPrefix(QStringView line)
 
 QStringView WithoutDotPrefix(QStringView line)
 {
-    while (line.startsWith(u'.') && (line.startsWith(u"./") || line.startsWith(u".\\"))) {
+    // Behind a host's prefix a backslash is part of the name.
+    const QStringView prefix = line.startsWith(u".\\") ? u".\\" : u"./";
+    while (line.startsWith(prefix)) {
         line = line.sliced(2);
         while (line.startsWith(u'/'))
             line = line.sliced(1);

@@ -49,6 +49,12 @@ bool IsGone(const QString &path)
     return !ExamineFile(path).Exists && ExamineFile(FolderOfPath(path)).IsFolder;
 }
 
+/// By which a folder is told from the one that stands at its path while its disk is away.
+quint64 FolderNumber(const QString &path)
+{
+    return IdentifyFolder(FolderOfPath(path)).Number;
+}
+
 bool CopyBytes(const DiskFile &source, std::int64_t from, DiskFile &target, std::int64_t to, std::int64_t count)
 {
     QByteArray buffer(std::min(count, BlockSize), Qt::Uninitialized);
@@ -228,8 +234,9 @@ bool GoRename(QDataStream &head)
 {
     QString from;
     QString former;
-    head >> from >> former;
-    return RenameFile(from, former) || ExamineFile(former).Exists || IsGone(from);
+    quint64 folder = 0;
+    head >> from >> former >> folder;
+    return RenameFile(from, former) || ExamineFile(former).Exists || (IsGone(from) && FolderNumber(from) == folder);
 }
 
 /// Files that have got back what they held before, as they are now: what had been made there earlier still had been.
@@ -266,11 +273,12 @@ bool GoStretches(QDataStream &head, const DiskFile &notes, std::int64_t from)
     QString path;
     quint64 number = 0;
     qint64 size = 0;
+    quint64 folder = 0;
     QList<std::pair<qint64, qint64>> stretches;
-    head >> path >> number >> size >> stretches;
+    head >> path >> number >> size >> folder >> stretches;
     DiskFile file;
     if (!file.Open(path))
-        return IsGone(path);
+        return IsGone(path) && FolderNumber(path) == folder;
     // Another file stands there by now.
     if (file.Facts().Number != number)
         return true;
@@ -305,15 +313,17 @@ void GoAll(const QString &path)
     if (!file.Open(path) || !file.HoldAlone())
         return;
     GivenBack givenBack;
-    std::vector<LeftNote> notes = ReadNotes(file);
-    std::reverse(notes.begin(), notes.end());
-    const auto gone = std::stable_partition(notes.begin(), notes.end(),
-                                            [&](const LeftNote &note) { return !Go(note, file, givenBack); });
+    const std::vector<LeftNote> notes = ReadNotes(file);
+    QList<std::int64_t> gone;
+    for (auto note = notes.rbegin(); note != notes.rend(); ++note) {
+        if (Go(*note, file, givenBack))
+            gone.append(note->At);
+    }
     // Those are not gone a second time when others must be tried again.
-    for (auto note = gone; note != notes.end(); ++note)
-        file.WriteAt(note->At, QByteArrayView(&Dropped, 1));
+    for (const std::int64_t at : std::as_const(gone))
+        file.WriteAt(at, QByteArrayView(&Dropped, 1));
     // Still held: who has just made it sees that it is gone.
-    if (gone == notes.begin())
+    if (gone.size() == static_cast<qsizetype>(notes.size()))
         DeleteFile(path);
 }
 
@@ -341,7 +351,7 @@ bool WayBack::NoteCopy(const QString &path)
 
 bool WayBack::NoteRename(const QString &from, const QString &former)
 {
-    return !OwnNotes().IsKept() || Take(OwnNotes().Add(RenameKind, HeadOf(from, former)));
+    return !OwnNotes().IsKept() || Take(OwnNotes().Add(RenameKind, HeadOf(from, former, FolderNumber(from))));
 }
 
 bool WayBack::NoteFormer(const QString &path, bool existed, const QByteArray &content)
@@ -367,7 +377,8 @@ bool WayBack::NoteStretches(const QString &path, const DiskFile &file, std::span
     for (const Stretch &stretch : stretches)
         list.append({stretch.From, stretch.Count});
     const DiskFacts facts = file.Facts();
-    const QByteArray head = HeadOf(path, static_cast<quint64>(facts.Number), static_cast<qint64>(facts.Size), list);
+    const QByteArray head =
+        HeadOf(path, static_cast<quint64>(facts.Number), static_cast<qint64>(facts.Size), FolderNumber(path), list);
     return !OwnNotes().IsKept() || Take(OwnNotes().Add(StretchesKind, head, &file, stretches));
 }
 

@@ -235,6 +235,7 @@ void Grid::Rearrange(const std::vector<int> &order)
     RowNumbers numbers(order.begin(), order.end());
     Q_EMIT layoutAboutToBeChanged();
     PutInOrder(rows, numbers);
+    MovePlacesKept(order);
     const auto focus = std::find(order.begin(), order.end(), focusedRow);
     Q_EMIT layoutChanged();
     if (kept)
@@ -242,6 +243,20 @@ void Grid::Rearrange(const std::vector<int> &order)
     SetSortedColumn(0);
     if (focus != order.end())
         SetFocusedRow(static_cast<int>(focus - order.begin()) + 1);
+}
+
+void Grid::MovePlacesKept(const std::vector<int> &order)
+{
+    const QModelIndexList kept = persistentIndexList();
+    if (kept.isEmpty())
+        return;
+    std::vector<int> places(order.size() + 1);
+    for (std::size_t place = 0; place < order.size(); ++place)
+        places[static_cast<std::size_t>(order[place])] = static_cast<int>(place);
+    QModelIndexList moved;
+    for (const QModelIndex &each : kept)
+        moved.append(index(places[static_cast<std::size_t>(each.row()) + 1], each.column()));
+    changePersistentIndexList(kept, moved);
 }
 
 void Grid::AddSelectedAgain(int before)

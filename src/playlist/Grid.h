@@ -137,6 +137,8 @@ private:
     GridState State(std::vector<quint8> flags) const;
     /// What each change of rows or icons begins with: true when its step is kept, so that it must be added to it.
     bool BeginChange();
+    /// The places that views keep go with their rows; see Rearrange.
+    void MovePlacesKept(const std::vector<int> &order);
     void Turn(HistoryStep &step, bool &dirty);
     void RemoveRows(const RowNumbers &gone);
     PlaylistItem MakeItem(const FileRecord &record, int index);

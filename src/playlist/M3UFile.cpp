@@ -2,6 +2,7 @@
 
 #include "platform/Drives.h"
 #include "platform/Names.h"
+#include "playlist/Grid.h"
 #include "text/FolderWalk.h"
 #include "text/PathText.h"
 #include "text/TextFiles.h"
@@ -49,7 +50,9 @@ bool ReadEntries(const QString &path, QStringList &list, TimesOf timesOf)
     const QString folder = AbsolutePath(FolderOf(path), CurrentDirectory());
     const qsizetype before = list.size();
     ForEachLine(text, [&](QStringView line) {
-        const int times = line.isEmpty() || line[0] == u'#' ? 0 : timesOf(line);
+        // One more than fits tells that not all do.
+        const bool isFull = list.size() - before > Grid::MaxRows;
+        const int times = isFull || line.isEmpty() || line[0] == u'#' ? 0 : timesOf(line);
         if (times > 0)
             list.append(FromPlaylistLine(line, folder));
         for (int more = 1; more < times; ++more)

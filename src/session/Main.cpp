@@ -341,6 +341,15 @@ bool Main::PrepareToEnd()
     return (hostEnds || ConfirmSaveFirst()) && (!keepsSession || SetFormState(true) || ConfirmLoss());
 }
 
+bool Main::CloseTools()
+{
+    for (ToolForm *form : std::as_const(toolForms)) {
+        if (form->isVisible() && (!form->close() || form->isVisible()))
+            return false;
+    }
+    return true;
+}
+
 bool Main::EndWithHost(bool mayAsk)
 {
     hostEnds = false;
@@ -349,8 +358,9 @@ bool Main::EndWithHost(bool mayAsk)
     const QStringList files = FileArray;
     Attempt([&] {
         if (mayAsk)
-            ends = running ? !PlaylistDirty : PrepareToEnd();
-        if (keepsSession && (running || !mayAsk))
+            ends = running ? !PlaylistDirty : CloseTools() && PrepareToEnd();
+        // A list that is being read has no rows yet: the last session stays.
+        if (keepsSession && (running ? ListView1.Count() > 0 : !mayAsk))
             SetFormState(true);
     });
     if (running)

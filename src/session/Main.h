@@ -299,12 +299,16 @@ private:
     void ShowMenus(bool on);
     /// True when the user closes a window whose session cannot be stored.
     bool ConfirmLoss();
-    /// Stores the session beside what another program of this kind has stored since this one read it.
+    /// As the user closes them; false when one of them stays open.
+    bool CloseTools();
     /// Asks and stores before the window goes. False when it shall stay.
     bool PrepareToEnd();
+    /// Stores the session beside what another program of this kind has stored since this one read it.
     bool SaveState();
-    void SaveShortcuts() const;
-    /// Puts FileArray into the session file, where a player reads it. False when it cannot be written.
+    void SaveShortcuts();
+    /// Puts FileArray into the session file.
+    bool WriteSession();
+    /// Puts FileArray into the session file for a player, once what another program has stored there is kept.
     bool StorePreview();
     /// Keeps the list that another program has stored as its session meanwhile, in a file whose path it returns; empty
     /// when there is none, or nothing that FileArray lacks. Nothing when it cannot be kept: it must then stay.

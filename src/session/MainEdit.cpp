@@ -172,6 +172,10 @@ void Main::SelectRange(int &first, int last)
 
 void Main::DropFiles(const QStringList &paths)
 {
+    if (paths.isEmpty()) {
+        Answer(u"Nothing to add: what was dropped holds no files"_s);
+        return;
+    }
     batchOfDrop.emplace();
     const Hourglass hourglass(view);
     const int before = ListView1.Count();

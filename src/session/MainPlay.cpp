@@ -37,13 +37,11 @@ bool Main::StorePreview()
 {
     EnsureFolder(host.ApplicationFolder);
     const FolderLock lock(host.ApplicationFolder);
+    host.Settings.Refresh();
     const std::optional<QString> kept = KeepOtherSession();
     if (kept && !kept->isEmpty())
         UpdateRecentFiles(*kept);
-    const bool stored = kept && WritePlaylistFile(SessionFile(), FileArray);
-    if (stored)
-        ReadWholeFile(SessionFile(), sessionContent);
-    return stored;
+    return kept && WriteSession();
 }
 
 void Main::MEditPlaySel_Click()

@@ -10,6 +10,7 @@
 #include "session/Toolbar.h"
 
 #include <QAction>
+#include <QCryptographicHash>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStatusBar>
@@ -28,6 +29,8 @@ constexpr int smallestStored = 500;
 const QString optionsSection = u"Options"_s;
 const QString tipKey = u"Show Tips at Startup"_s;
 const QString fullDataKey = u"Full Data"_s;
+const QString sessionSection = u"Session"_s;
+const QString markKey = u"Mark"_s;
 
 /// Values of one section. A value that cannot be read leaves what it was to set alone.
 class Section
@@ -73,6 +76,12 @@ QStringList OthersBefore(const QStringList &own, const QStringList &wasStored, c
     }
     return paths + own;
 }
+
+/// By which the settings tell the list that a program stored at its end from one that it only previewed.
+QString SessionMark(const QByteArray &content)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex());
+}
 } // namespace
 
 bool Main::SetFormState(bool save)
@@ -104,6 +113,8 @@ void Main::MToolsFullData_Click()
 
 bool Main::SaveState()
 {
+    EnsureFolder(host.ApplicationFolder);
+    const FolderLock lock(host.ApplicationFolder);
     host.Settings.Refresh();
     QStringList recentOnes = OthersBefore(recentFiles, storedRecentFiles, StoredRecentFiles());
     const Section recent(host.Settings, u"RF"_s);
@@ -112,12 +123,12 @@ bool Main::SaveState()
         SaveView();
         DestroyFileArray();
         SaveFileArrayFromList(true);
-        EnsureFolder(host.ApplicationFolder);
-        const FolderLock lock(host.ApplicationFolder);
         const std::optional<QString> kept = KeepOtherSession();
-        if (kept && !kept->isEmpty())
+        done = kept && WriteSession();
+        if (done)
+            host.Settings.Write(sessionSection, markKey, SessionMark(sessionContent));
+        if (done && !kept->isEmpty())
             recentOnes.prepend(*kept);
-        done = kept && WritePlaylistFile(SessionFile(), FileArray);
         recent.Write(u"Wkdir"_s, NormalisedPath(CurrentDirectory()));
     }
     recentOnes.resize(RecentCount);
@@ -131,7 +142,12 @@ bool Main::SaveState()
     return host.Settings.Flush() && done;
 }
 
-void Main::SaveShortcuts() const
+bool Main::WriteSession()
+{
+    return WritePlaylistFile(SessionFile(), FileArray) && ReadWholeFile(SessionFile(), sessionContent);
+}
+
+void Main::SaveShortcuts()
 {
     const QStringList stored = StoredShortcuts();
     QStringList all;
@@ -143,6 +159,7 @@ void Main::SaveShortcuts() const
     const Section shortcuts(host.Settings, u"SH"_s);
     for (qsizetype i = 0; i < std::max(all.size(), stored.size()); ++i)
         shortcuts.Write(QString::number(i + 1), all.value(i));
+    storedShortcuts += ShortcutList;
 }
 
 std::optional<QString> Main::KeepOtherSession() const
@@ -151,7 +168,8 @@ std::optional<QString> Main::KeepOtherSession() const
     QStringList others;
     if (!ReadWholeFile(SessionFile(), content))
         return ExamineFile(SessionFile()).Exists ? std::nullopt : std::optional(QString());
-    if (content == sessionContent || !ReadSessionFile(SessionFile(), others))
+    const bool isSession = host.Settings.Read(sessionSection, markKey) == SessionMark(content);
+    if (content == sessionContent || !isSession || !ReadSessionFile(SessionFile(), others))
         return QString();
     const QSet<QString> own(FileArray.cbegin(), FileArray.cend());
     if (std::all_of(others.cbegin(), others.cend(), [&own](const QString &path) { return own.contains(path); }))

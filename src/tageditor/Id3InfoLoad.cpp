@@ -38,12 +38,24 @@ void Id3Info::Form_Activate()
         ShowTitle();
     }
     readFields = Fields();
-    const bool several = SelectedExtension == ".mp3"_L1 && !IsOneFile();
-    lostTags.Count(several ? SelectedPaths : QStringList());
+    CountLostTags();
     ui->FileInfoReadOnly->show();
     ui->FileInfoArchive->show();
     if (QWidget *field = focused; field != nullptr && field->isEnabled() && field->isVisible())
         field->setFocus();
+}
+
+void Id3Info::CountLostTags()
+{
+    const bool several = SelectedExtension == ".mp3"_L1 && !IsOneFile();
+    lostTags.Count(several ? SelectedPaths : QStringList());
+}
+
+void Id3Info::ShowBesideFields()
+{
+    main.ListView1_Click();
+    ShowAttributes(attributesOfAll, attributesOfAny, true);
+    CountLostTags();
 }
 
 void Id3Info::DisableCommands()

@@ -149,6 +149,8 @@ bool Id3Info::Update()
     // What was entered for the files that are still to be written stays in the fields.
     if (whole && (reasons.isEmpty() || !CollectSelection()))
         Form_Activate();
+    else if (whole)
+        ShowBesideFields();
     const qsizetype updated = reached - reasons.size();
     const QString files = Counted(updated, u"file"_s) + u" updated";
     main.Answer(whole ? files : u"Stopped: "_s + files);

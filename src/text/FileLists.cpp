@@ -58,7 +58,7 @@ void MakePathsRelative(QStringList &paths, const QString &folder)
         return;
     const QString prefix = folder + u'\\';
     for (QString &path : paths)
-        path = RemoveText(path, prefix);
+        path = WithoutFolder(path, prefix);
 }
 
 bool RemoveMissingPaths(QStringList &paths)

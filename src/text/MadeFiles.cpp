@@ -1,5 +1,8 @@
 #include "text/MadeFiles.h"
 
+#include "platform/Files.h"
+#include "text/PathText.h"
+
 #include <algorithm>
 
 bool MadeFiles::Make(const QString &path, const std::function<bool()> &write)
@@ -54,7 +57,9 @@ QStringList MadeFiles::TakeAllBack()
 {
     QStringList failed;
     for (qsizetype n = Count(); n-- > 0;) {
-        if (TakeBack(n) == TakenBack::Failed)
+        const bool isGone = !files[static_cast<std::size_t>(n)].Former.Existed() && !ExamineFile(Path(n)).Exists &&
+                            ExamineFile(FolderOf(Path(n))).IsFolder;
+        if (TakeBack(n) == TakenBack::Failed && !isGone)
             failed.append(Path(n));
     }
     files.clear();

@@ -76,6 +76,15 @@ QString AbsolutePath(const QString &path, const QString &folder)
     return path.startsWith(Backslash) ? QString(RootOf(folder) + path) : QString(folder + Backslash + path);
 }
 
+QString WithoutFolder(const QString &path, const QString &folder)
+{
+    const bool isInside = FindText(path, folder, 0) == 0;
+    QString rest = RemoveText(path, folder);
+    while (isInside && rest.startsWith(Backslash))
+        rest.remove(0, 1);
+    return rest;
+}
+
 QString RemoveText(QString text, QStringView part)
 {
     qsizetype found = part.isEmpty() ? -1 : FindText(text, part, 0);

@@ -21,6 +21,9 @@ bool IsAbsolute(const QString &path);
 /// The path counted from a folder (without a trailing backslash), or from its drive when it starts with a backslash;
 /// the folder for an empty one.
 QString AbsolutePath(const QString &path, const QString &folder);
+/// The path without the folder (with its trailing backslash) and without the separators behind that; other
+/// occurrences of the folder go too. A path outside of it stays.
+QString WithoutFolder(const QString &path, const QString &folder);
 /// The text with every occurrence of part removed, from left to right in one pass. An empty part removes nothing.
 QString RemoveText(QString text, QStringView part);
 /// The text without the blanks (U+0020) at both its ends.

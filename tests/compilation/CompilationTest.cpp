@@ -157,7 +157,15 @@ private Q_SLOTS:
         QCOMPARE(w.After("chkCopyBrowser"), QString(report + browser + plays + steps));
         QCOMPARE(w.After("chkCreateTable"), QString(browser + plays + steps));
         w.Click("chkAutoBigList");
-        w.Next(2);
+        // No song is a comment.
+        w.Put(u"4\\#1.wma"_s, "1");
+        w.Put(u"#2.wma"_s, "1");
+        w.Click("CmdBack");
+        w.Next(1);
+        w.Click("CmdBack");
+        w.Next(3);
+        QCOMPARE(w.Content("playlist.m3u"), ".\\#2.wma\r\na b.wma\r\n4\\#1.wma\r\n4\\c.wma\r\n"_ba);
+        QVERIFY(DeleteFile(w.Folder + u"\\#2.wma"_s));
         // A file with nothing to say is not written.
         QCOMPARE(w.Listed(), "a b.wma playlist.m3u"_ba);
         w.Next(3);

@@ -2,6 +2,8 @@
 
 #include "playlist/FileRecord.h"
 
+#include <QCryptographicHash>
+
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
@@ -87,11 +89,15 @@ void PrepareSession(Stage &s)
     s.TakeSong(u"3\\a.mp3"_s);
     s.Leave();
     s.F.Restart();
+    // Another program stores a list of its own, once this one has read the last one.
+    const QByteArray theirs = "theirs.mp3\r\n";
+    const QByteArray mark = QCryptographicHash::hash(theirs, QCryptographicHash::Sha1).toHex();
+    s.F.Window->World().Settings.Write(u"Session"_s, u"Mark"_s, QString::fromLatin1(mark));
+    s.F.Window->World().Settings.Flush();
     s.F.Window->RestoreSession({});
     s.TakeSong(u"3\\b.mp3"_s);
     s.F.Window->PlaylistDirty = false;
-    // Another program has stored a list of its own meanwhile.
-    s.F.Write(u"app\\tmp.m3u"_s, "theirs.mp3\r\n");
+    s.F.Write(u"app\\tmp.m3u"_s, theirs);
 }
 
 void PrepareTags(Stage &s)

@@ -167,6 +167,13 @@ private Q_SLOTS:
         QCOMPARE(view.currentIndex().row() + 1, 4);
         grid.Rearrange({4, 1, 2, 3, 5});
         QCOMPARE(view.currentIndex().row() + 1, 1);
+        // And so does the row that a gesture begins with.
+        view.resize(400, 400);
+        view.show();
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, PlaceOf(view, 4));
+        grid.Rearrange({4, 1, 2, 3, 5});
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier, PlaceOf(view, 2));
+        QCOMPARE(SelectedRows(grid), (QList<int>{1, 2}));
         grid.RemoveIf([](const PlaylistItem &) { return true; });
         QCOMPARE(grid.FocusedRow(), 0);
         QVERIFY(!view.currentIndex().isValid());

@@ -5,6 +5,7 @@
 #include "session/LongRun.h"
 
 #include <QApplication>
+#include <QCryptographicHash>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -173,21 +174,32 @@ private Q_SLOTS:
     {
         MainFixture f;
         const QString kept = u"app\\session-20260102-030405"_s;
+        const auto store = [&f](const QByteArray &session) {
+            f.Write(u"app\\tmp.m3u"_s, session);
+            f.Settings[u"Session/Mark"_s] =
+                QString::fromLatin1(QCryptographicHash::hash(session, QCryptographicHash::Sha1).toHex());
+        };
         f.Window->RestoreSession({});
         f.AddRows({1});
-        f.Write(u"app\\tmp.m3u"_s, "theirs.wma\r\n");
+        store("theirs.wma\r\n");
         f.Trigger("MEditPlayList");
         QCOMPARE(f.Window->Command("MFileRecent(0)")->text(), u"&1: "_s + f.Inside(kept) + u".m3u");
-        // Another one in the same second.
-        f.Write(u"app\\tmp.m3u"_s, "others.wma\r\n");
+        // What another one previews is no session, and what it stores in the same second is.
+        f.Write(u"app\\tmp.m3u"_s, "heard.wma\r\n");
+        f.Trigger("MEditPlayList");
+        store("others.wma\r\n");
         QVERIFY(f.Window->close());
         QCOMPARE(f.Read(kept + u".m3u") + f.Read(kept + u"-2.m3u"), "theirs.wma\r\nothers.wma\r\n");
-        // A preview is nobody's session.
+        // Nor is what this one has stored or previewed before.
         f.Restart();
         f.Window->RestoreSession({});
         f.Trigger("MEditPlayList");
+        QVERIFY(f.Window->EndWithHost(true));
+        f.AddRows({});
+        f.Window->ListView1.Clear();
         QVERIFY(f.Window->close());
         QCOMPARE(f.Listing(u"app"_s).count(u"session-"_s), 2);
+        QCOMPARE(f.Read(u"app\\tmp.m3u"_s), "");
     }
 
     void EndsWithTheHost()
@@ -197,6 +209,14 @@ private Q_SLOTS:
         f.Window->RestoreSession({});
         f.AddRows({1});
         const QByteArray before = f.Read(u"app\\tmp.m3u"_s);
+        // A list that is being read has no rows yet.
+        f.Window->Run([&f] {
+            const PlaylistItem row = f.Window->ListView1.Item(1);
+            f.Window->ListView1.Clear();
+            QVERIFY(f.Window->EndWithHost(true));
+            f.Window->AddFile(row.FullPath(), 0);
+        });
+        QCOMPARE(f.Read(u"app\\tmp.m3u"_s), before);
         f.Window->PlaylistDirty = true;
         f.Prompts.Expect(question, PromptAnswer::Cancel);
         QVERIFY(!f.Window->EndWithHost(true) && f.Read(u"app\\tmp.m3u"_s) == before);

@@ -218,6 +218,10 @@ private Q_SLOTS:
         e.ExpectQuestion(PromptAnswer::Yes);
         e.ClickAndRead("CmdPrev", failed);
         QCOMPARE(e.Text("FileInfo_0") + e.Text("ID3v2Title"), u"b.mp3lost"_s);
+        QVERIFY(e.Ticked("FileInfoReadOnly"));
+        // The end of the host's session asks as well.
+        e.ExpectQuestion(PromptAnswer::Cancel);
+        QVERIFY(!e.F.Window->EndWithHost(true) && e.Form->isVisible());
         // What was entered waits for a second try.
         SetFileAttributes(path, AttributeNormal);
         e.Click("CmdUpdate");

@@ -84,8 +84,10 @@ private Q_SLOTS:
         QVERIFY(FilterByText(paths, list, u"\\b\\"_s) && !FilterByText(paths, list, u"\\B\\"_s));
         QCOMPARE(list, QStringList({u"1.mp3"_s, u"2.mp3"_s, u"4.mp3"_s, u"c:\\b\\3.mp3"_s}));
         MakePathsRelative(paths, QString());
+        paths += {u"c:\\a\\\\\\5.mp3"_s, u"\\\\a\\6.mp3"_s};
         MakePathsRelative(paths, u"c:\\a"_s);
-        QCOMPARE(paths, QStringList({u"1.mp3"_s, u"2.mp3"_s, u"c:\\b\\3.mp3"_s, u"4.mp3"_s}));
+        QCOMPARE(paths,
+                 QStringList({u"1.mp3"_s, u"2.mp3"_s, u"c:\\b\\3.mp3"_s, u"4.mp3"_s, u"5.mp3"_s, u"\\\\a\\6.mp3"_s}));
     }
 };
 

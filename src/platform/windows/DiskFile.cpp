@@ -98,7 +98,7 @@ bool DiskFile::Close()
 
 bool DiskFile::HoldAlone()
 {
-    // What was created is not shared, and nobody else could have opened it.
+    // What was created is not shared. Who opens what another one has left may not be alone; both then do the same.
     return true;
 }
 
