@@ -136,7 +136,7 @@ private Q_SLOTS:
             {QString(address).replace(u"file:///"_s, u"file:/"_s).replace(u"%20"_s, u" "_s), mamma},
             {u"file://"_s + In(mamma).replace(u'\\', u'/'), mamma},
             {u"Rock\\%41.og%67"_s, u"Rock\\A.ogg"_s},
-            {u"rock\\.\\"_s + QString(3000, u'\\') + u"a.ogg", u"Rock\\A.ogg"_s},
+            {u"Rock\\.\\"_s + QString(3000, u'\\') + u"a.ogg", u"Rock\\A.ogg"_s},
             {u"http://host/Rock/A.ogg"_s, QString()},
             {u"Rock"_s, u"Rock"_s},
             {u"x:\\gone.mp3"_s, QString()},
