@@ -2,6 +2,7 @@
 #include "platform/CodePage.h"
 #include "platform/Drives.h"
 #include "playlist/FileRecord.h"
+#include "playlist/Grid.h"
 #include "playlist/M3UFile.h"
 #include "playlist/NamingFormat.h"
 #include "support/HostNames.h"
@@ -88,7 +89,7 @@ private Q_SLOTS:
         const qsizetype missing = paths.size();
         QStringList names{
             u"#1.ogg"_s,     u"sub\\#2.ogg"_s,       u" blank .ogg"_s, u"\uFEFFmark.ogg"_s, u"back\uF05Cslash.ogg"_s,
-            u"\uF0E9.ogg"_s, u"new\uF00Aline.ogg"_s, u"夜.ogg"_s};
+            u"\uF0E9.ogg"_s, u"new\uF00Aline.ogg"_s, u"夜.ogg"_s,      u".\uF05Cdot.ogg"_s};
         if (NamesHoldAnything())
             names += {u"C: and d.ogg"_s, u"sub\\B:c.ogg"_s, u"C:d.ogg"_s};
         for (const QString &name : std::as_const(names))
@@ -104,6 +105,14 @@ private Q_SLOTS:
             QCOMPARE(record.Folder + record.FileName, paths[i]);
             QCOMPARE(record.Size, i < missing ? 0 : 1);
         }
+    }
+
+    void LinesBeyondAFullListAreNotHeld()
+    {
+        QVERIFY(WriteWholeFile(In(u"long.m3u"_s), QByteArray("a.mp3\n").repeated(40'000)));
+        QStringList read;
+        QVERIFY(ReadM3UFile(In(u"long.m3u"_s), read));
+        QCOMPARE(read.size(), Grid::MaxRows + 1);
     }
 
     void EntriesFindTheirFiles()
