@@ -11,8 +11,8 @@ bool MadeFiles::Make(const QString &path, const std::function<bool()> &write)
     WayBack::GoAbandoned();
     FormerFile former(path);
     const DiskFacts replaced = DiskFactsOf(path);
-    const auto isReplaced = [&](const File &file) { return file.Path != path && file.Facts == replaced; };
-    if (former.Existed() && std::any_of(files.cbegin(), files.cend(), isReplaced))
+    const std::vector<File *> made = former.Existed() ? MadeAs(replaced) : std::vector<File *>();
+    if (std::any_of(made.cbegin(), made.cend(), [&](const File *each) { return each->Path != path; }))
         return false;
     if (!former.IsKept() || (afterKill == AfterKill::TakeBack && !former.Note()))
         return false;
@@ -22,6 +22,7 @@ bool MadeFiles::Make(const QString &path, const std::function<bool()> &write)
     }
     files.push_back({path, former, replaced, DiskFactsOf(path)});
     files.back().Former.NoteMade(files.back().Facts);
+    places.insert(files.back().Facts.Number, files.size() - 1);
     return true;
 }
 
@@ -35,17 +36,16 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
     if (file.IsTakenBack || isAnother)
         return TakenBack::Failed;
     // One that the run had made there before gets its content back, but in a file of another number.
-    std::vector<File *> earlier;
-    for (File &each : files) {
-        if (file.Former.Existed() && each.Path == file.Path && each.Facts == file.Replaced)
-            earlier.push_back(&each);
-    }
+    std::vector<File *> earlier = file.Former.Existed() ? MadeAs(file.Replaced) : std::vector<File *>();
+    std::erase_if(earlier, [&](const File *each) { return each->Path != file.Path; });
     for (File *each : earlier)
         each->Former.NoteMade({});
     file.IsTakenBack = file.Former.GiveBack();
     for (File *each : earlier) {
-        if (file.IsTakenBack)
+        if (file.IsTakenBack) {
             each->Facts = DiskFactsOf(file.Path);
+            places.insert(each->Facts.Number, static_cast<std::size_t>(each - files.data()));
+        }
         each->Former.NoteMade(each->Facts);
     }
     if (!file.IsTakenBack)
@@ -63,6 +63,7 @@ QStringList MadeFiles::TakeAllBack()
             failed.append(Path(n));
     }
     files.clear();
+    places.clear();
     return failed;
 }
 
@@ -71,4 +72,16 @@ void MadeFiles::Clear()
     for (File &file : files)
         file.Former.Forget();
     files.clear();
+    places.clear();
+}
+
+std::vector<MadeFiles::File *> MadeFiles::MadeAs(const DiskFacts &facts)
+{
+    std::vector<File *> made;
+    const auto [first, last] = places.equal_range(facts.Number);
+    for (auto place = first; place != last; ++place) {
+        if (files[*place].Facts == facts)
+            made.push_back(&files[*place]);
+    }
+    return made;
 }

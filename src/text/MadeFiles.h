@@ -3,9 +3,11 @@
 #include "platform/DiskFile.h"
 #include "text/FormerFile.h"
 
+#include <QMultiHash>
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -46,6 +48,11 @@ private:
         DiskFacts Facts;
         bool IsTakenBack = false;
     };
+    /// The files of the run that are this one.
+    std::vector<File *> MadeAs(const DiskFacts &facts);
+
     AfterKill afterKill;
     std::vector<File> files;
+    /// Places in files by number on the disk; a file that has got another number stands under both.
+    QMultiHash<std::uint64_t, std::size_t> places;
 };
