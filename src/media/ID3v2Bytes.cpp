@@ -2,6 +2,18 @@
 
 #include <algorithm>
 
+namespace
+{
+constexpr qsizetype flagsAt = 5;
+constexpr quint8 footerFlag = 0x10;
+
+// Versions before 2.4 have no footer; the bit means nothing in them.
+bool ClaimsFooter(QByteArrayView tag)
+{
+    return static_cast<quint8>(tag[3]) >= 4 && (static_cast<quint8>(tag[flagsAt]) & footerFlag) != 0;
+}
+} // namespace
+
 bool HasHighBit(QByteArrayView bytes)
 {
     return std::any_of(bytes.begin(), bytes.end(), [](char byte) { return static_cast<quint8>(byte) >= 0x80; });
@@ -52,10 +64,17 @@ QByteArray Resynchronise(QByteArrayView bytes)
 
 std::optional<qint64> ID3v2Size(QByteArrayView bytes, QByteArrayView mark)
 {
-    constexpr quint8 footerFlag = 0x10;
     if (bytes.size() < ID3v2HeaderBytes || !bytes.startsWith(mark) || bytes[3] == '\xFF' || bytes[4] == '\xFF' ||
         HasHighBit(bytes.sliced(6, 4)))
         return std::nullopt;
-    const bool footer = (static_cast<quint8>(bytes[5]) & footerFlag) != 0;
-    return SyncSafe(bytes.sliced(6, 4)) + ID3v2HeaderBytes * (footer ? 2 : 1);
+    return SyncSafe(bytes.sliced(6, 4)) + ID3v2HeaderBytes * (ClaimsFooter(bytes) ? 2 : 1);
+}
+
+void DropMissingFooter(QByteArray &tag)
+{
+    if (ID3v2Size(tag, "ID3") != std::optional<qint64>(tag.size()) || !ClaimsFooter(tag) ||
+        QByteArrayView(tag).last(ID3v2HeaderBytes).startsWith("3DI"))
+        return;
+    tag.chop(ID3v2HeaderBytes);
+    tag[flagsAt] = static_cast<char>(static_cast<quint8>(tag[flagsAt]) & ~footerFlag);
 }

@@ -36,3 +36,7 @@ QByteArray Resynchronise(QByteArrayView bytes);
 /// The size of a whole tag from the ten bytes of its header ("ID3") or footer ("3DI"), which look alike but for the
 /// mark; nothing when there is no such mark or the size has high bits.
 std::optional<qint64> ID3v2Size(QByteArrayView bytes, QByteArrayView mark);
+
+/// Takes the last ten bytes off a whole tag that claims a footer where none stands, since they are audio, and the claim
+/// with them.
+void DropMissingFooter(QByteArray &tag);

@@ -91,8 +91,10 @@ QByteArray TaggedFile::ID3v2BytesAt(qint64 offset) const
         return QByteArray();
     const qint64 size = ID3v2Size(bytes, "ID3").value_or(bytes.size());
     if (size > bytes.size())
-        return Read(offset, size);
-    bytes.truncate(size);
+        bytes = Read(offset, size);
+    else
+        bytes.truncate(size);
+    DropMissingFooter(bytes);
     return bytes;
 }
 

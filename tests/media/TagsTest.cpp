@@ -125,7 +125,7 @@ private Q_SLOTS:
             {Tag(3, extended3 + Frames(3, "TIT2~e3"), 0x40), u"e3|"_s},
             {Tag(3, QByteArray(extended3).replace(3, 2, "\x0A\x80") + "sum." + Frames(3, "TIT2~sum"), 0x40), u"sum|"_s},
             {Tag(4, extended4 + Frames(4, "TIT2~e4"), 0x40), u"e4|"_s},
-            {Tag(4, Frames(4, "TIT2~foot"), 0x10) + QByteArray(10, '3'), u"foot|"_s},
+            {Tag(4, Frames(4, "TIT2~foot"), 0x10) + "3DI" + QByteArray(7, '\0'), u"foot|"_s},
             {Tag(3, Frames(3, "TCP ~1") + Frame(3, "TIT2", Zeros("G~group"), Zeros("~\x20"))), u"group|"_s},
             {Tag(3, Frames(3, "TT2~~old").replace("TT2~", Zeros("TT2~")) + Frames(3, "TIT2~new")), u"new|"_s},
             // Plain sizes in a 2.4 tag: with a high bit, and where only they lead to a frame or to the padding.
@@ -529,6 +529,20 @@ private Q_SLOTS:
             QVERIFY2(before.endsWith(Content()), qPrintable(name));
             file.ReadTags(path, false);
             QVERIFY(!file.HasID3v2());
+        }
+        // A footer that is claimed and not there, which only version 2.4 could have.
+        for (const int version : {3, 4}) {
+            const QByteArray tag = Tag(version, Frames(version, "TIT2~kept"), 0x10);
+            MP3File file;
+            Load(file, tag);
+            file.SetFrame("TPE1", u"new"_s);
+            file.WriteID3v2(path);
+            QVERIFY(Content().endsWith(audio));
+            file.ReadTags(path, false);
+            QCOMPARE(QString(file.GetFrame("TIT2") + file.GetFrame("TPE1")), u"keptnew"_s);
+            Put(tag + audio);
+            file.RemoveID3v2(path);
+            QCOMPARE(Content(), audio);
         }
     }
 
