@@ -7,7 +7,10 @@
 #include "platform/PlaylistLines.h"
 #include "text/PathText.h"
 
+#include <QSet>
+
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -82,6 +85,20 @@ QStringView AddressOf(QStringView entry)
 QString PathOfLine(const QString &line, const QString &folder)
 {
     return line.isEmpty() ? line : AbsolutePath(FromPlaylistLine(line, folder), folder);
+}
+
+/// Leaves the first name of each folder. A disk that ignores case knows one under several, and each part of a path
+/// would have twice as many.
+void DropOtherNames(QStringList &paths)
+{
+    QSet<std::pair<std::uint64_t, std::uint64_t>> seen;
+    paths.removeIf([&seen](const QString &path) {
+        const FolderIdentity folder = IdentifyFolder(path);
+        const std::pair number{folder.Device, folder.Number};
+        const bool isKnown = folder.Valid && seen.contains(number);
+        seen.insert(number);
+        return isKnown;
+    });
 }
 } // namespace
 
@@ -170,6 +187,8 @@ QStringList EntryFinder::SubfoldersLike(const QStringList &parents, const QStrin
                 found.append(parent + u'\\' + like);
         }
     }
+    if (found.size() > 1)
+        DropOtherNames(found);
     return found;
 }
 

@@ -173,6 +173,9 @@ private Q_SLOTS:
             QCOMPARE(record.Folder + record.FileName, In(found));
             QCOMPARE(record.Size, found.contains(u"gone"_s) ? 0 : 1);
         }
+        // Each of thirty parts may mean three folders.
+        EntryFinder finder;
+        QVERIFY(finder.Find(u"file:///"_s + In(u"ROCK\\..\\"_s.repeated(30) + u"gone.wav"_s), root).isEmpty());
     }
 
     void ReadsStreamData()
