@@ -20,7 +20,7 @@ qint64 NumberKey(const Grid &grid, int row, int column)
     case ColumnHiddenSize:
         return item.Size;
     case ColumnOriginalOrder:
-        return item.OriginalOrder;
+        return item.Measured() ? item.OriginalOrder : 0;
     default:
         break;
     }

@@ -40,6 +40,10 @@ public:
         return {area->mapToGlobal(place.topLeft()), place.size()};
     }
 
+    /// Among the children of the table that shows this.
+    int Number() const { return row * ColumnCount + column; }
+    const GridView *View() const { return view; }
+
     QAccessible::Role role() const override { return row == 0 ? QAccessible::ColumnHeader : QAccessible::Cell; }
 
     QAccessible::State state() const override
@@ -127,7 +131,8 @@ public:
     }
     int indexOfChild(const QAccessibleInterface *cell) const override
     {
-        return cells.key(QAccessible::uniqueId(const_cast<QAccessibleInterface *>(cell)), -1);
+        const auto *own = dynamic_cast<const CellAccessible *>(cell);
+        return own != nullptr && own->View() == view ? own->Number() : -1;
     }
     QAccessibleInterface *childAt(int x, int y) const override
     {

@@ -330,6 +330,8 @@ void GridView::timerEvent(QTimerEvent *event)
     const int rows = 1 + scrolledSteps++ / stepsPerSpeed;
     const bool up = dragHeight < viewport()->height() / 2;
     verticalScrollBar()->setValue(verticalScrollBar()->value() + (up ? -rows : rows));
+    // The line stays where the mouse is.
+    viewport()->update();
 }
 
 void GridView::dragEnterEvent(QDragEnterEvent *event)

@@ -352,20 +352,23 @@ bool Main::CloseTools()
 
 bool Main::EndWithHost(bool mayAsk)
 {
-    hostEnds = false;
+    const bool asked = std::exchange(hostEnds, false);
     bool ends = true;
-    // In the midst of a command nobody can be asked, and the files that it works on stay.
+    // In the midst of a command nobody can be asked, and the files that it works on stay. A tool's may be on the way
+    // between the files and the list, or hold what has been entered.
+    const auto isOpen = [](const ToolForm *form) { return form != nullptr && form->isVisible(); };
+    const bool isAtStake = PlaylistDirty || std::any_of(toolForms.cbegin(), toolForms.cend(), isOpen);
     const QStringList files = FileArray;
     Attempt([&] {
         if (mayAsk)
-            ends = running ? !PlaylistDirty : CloseTools() && PrepareToEnd();
+            ends = running ? !isAtStake : CloseTools() && PrepareToEnd();
         // A list that is being read has no rows yet: the last session stays.
         if (keepsSession && (running ? ListView1.Count() > 0 : !mayAsk))
             SetFormState(true);
     });
     if (running)
         FileArray = files;
-    hostEnds = ends;
+    hostEnds = mayAsk ? ends : asked;
     return ends;
 }
 

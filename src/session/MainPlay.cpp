@@ -3,6 +3,7 @@
 #include "playlist/M3UFile.h"
 #include "session/GridView.h"
 #include "session/Hourglass.h"
+#include "session/LongRun.h"
 #include "session/Main.h"
 #include "text/FileLists.h"
 
@@ -27,8 +28,12 @@ void Main::PrevM3U(PreviewMode mode)
         return;
     }
     bool opened = false;
-    for (const QString &path : StorePreview() ? QStringList{SessionFile()} : FileArray)
-        opened |= host.Shell.OpenElsewhere(path);
+    const QStringList paths = StorePreview() ? QStringList{SessionFile()} : FileArray;
+    LongRun run(nullptr, nullptr);
+    for (qsizetype i = 0; i < paths.size() && !run.Stopped(); ++i) {
+        opened |= host.Shell.OpenElsewhere(paths[i]);
+        run.AsProgress().SetValue(static_cast<int>(i) + 1);
+    }
     if (!opened)
         Answer(u"No player is registered for playlists"_s);
 }

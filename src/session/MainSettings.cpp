@@ -136,6 +136,7 @@ bool Main::SaveState()
         const QString number = QString::number(i + 1);
         recent.Write(number, recentOnes[i].isEmpty() ? QString() : number + u": " + recentOnes[i]);
     }
+    storedRecentFiles += recentFiles;
     SaveShortcuts();
     recent.Write(u"W"_s, BookmarkFilePath);
     Section(host.Settings, u"SSE"_s).Write(u"V"_s, IsChecked("MToolsSaveSetting") ? 1 : 0);

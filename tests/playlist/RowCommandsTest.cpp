@@ -205,6 +205,12 @@ private Q_SLOTS:
         grid.AddSelectedAgain(2);
         QCOMPARE(Whole(grid), u"a B GONE b gone 11252 3 -1 0 0"_s);
         QCOMPARE(grid.CellText(2, ColumnOriginalOrder) + grid.CellText(2, ColumnHiddenLen), u"22"_s);
+        // What was not measured has no number.
+        Grid sorted;
+        Fill(sorted, u"a b GONE"_s, {1, 2, 0});
+        sorted.AddSelectedAgain(2);
+        SortGrid(sorted, ColumnOriginalOrder, SortNumber);
+        QCOMPARE(Words(sorted), u"GONE gone a b"_s);
         grid.AddSelectedAgain(6);
         QCOMPARE(Words(grid), u"a b gone b gone B GONE"_s);
         // All of them, or none.

@@ -220,6 +220,10 @@ private Q_SLOTS:
         f.Window->PlaylistDirty = true;
         f.Prompts.Expect(question, PromptAnswer::Cancel);
         QVERIFY(!f.Window->EndWithHost(true) && f.Read(u"app\\tmp.m3u"_s) == before);
+        // A host that lets nobody ask has not asked.
+        QVERIFY(f.Window->EndWithHost(false));
+        f.Prompts.Expect(question, PromptAnswer::Cancel);
+        QVERIFY(!f.Window->close());
         // In the midst of a command nobody is asked, and the command goes on.
         f.Window->Run([&f] {
             f.Window->FileArray = QStringList{u"in use"_s};
