@@ -53,11 +53,10 @@ public:
         success = success && !progress.Stopped();
     }
 
-    /// An icon that cannot be saved fails nothing.
     void SaveIcon()
     {
         const bool before = success;
-        Make(u"setup.ico"_s, [this](const QString &path) {
+        iconSaved = Make(u"setup.ico"_s, [this](const QString &path) {
             return (!plan.IconFile.isEmpty() && CopyFilePath(plan.IconFile, path)) || WriteWholeFile(path, plan.Icon);
         });
         success = before;
@@ -96,12 +95,12 @@ public:
         return paths;
     }
 
-    BuildResult Finish()
+    BuildOutcome Finish()
     {
         if (!success)
-            return files.TakeAllBack().isEmpty() ? BuildResult::TakenBack : BuildResult::LeftBehind;
+            return {files.TakeAllBack().isEmpty() ? BuildResult::TakenBack : BuildResult::LeftBehind, iconSaved};
         files.Clear();
-        return BuildResult::Done;
+        return {BuildResult::Done, iconSaved};
     }
 
     bool Success() const { return success; }
@@ -111,6 +110,7 @@ private:
     const Progress &progress;
     MadeFiles files{MadeFiles::AfterKill::TakeBack};
     bool success = true;
+    bool iconSaved = true;
     int stage = 0;
 };
 } // namespace
@@ -120,8 +120,8 @@ QString CompilationTitle(const QString &name, const QDateTime &now)
     return name + now.toString(u"' - Created: 'HH:mm:ss [MM-dd-yyyy]"_s);
 }
 
-BuildResult BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles, QStringList &rootEntries,
-                             ReportSettings &reportRecord, const Progress &progress, const Clock &clock)
+BuildOutcome BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles, QStringList &rootEntries,
+                              ReportSettings &reportRecord, const Progress &progress, const Clock &clock)
 {
     Build build(plan, progress);
     progress.SetLimits(0, stages);
@@ -138,7 +138,7 @@ BuildResult BuildCompilation(const CompilationPlan &plan, QStringList &compilati
     build.Stage(u"Building list of files to be copied..."_s);
     rootEntries += build.RootEntries();
     build.Stage(build.Success() ? u"Saving your settings..."_s : u"Process failed, cleaning up..."_s);
-    const BuildResult result = build.Finish();
+    const BuildOutcome outcome = build.Finish();
     progress.SetValue(0);
-    return result;
+    return outcome;
 }

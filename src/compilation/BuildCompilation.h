@@ -33,9 +33,14 @@ QString CompilationTitle(const QString &name, const QDateTime &now);
 
 /// LeftBehind: it failed, and not all could be taken back; the next start tries that again.
 enum class BuildResult { Done, TakenBack, LeftBehind };
+struct BuildOutcome {
+    BuildResult Result = BuildResult::Done;
+    /// False when it was asked for and could not be saved, which fails nothing.
+    bool IconSaved = true;
+};
 /// Adds the extra files to the folder of a compilation. The media files become relative to the folder when it gets a
 /// playlist; what then lies in the folder is added
 /// to the root entries, a subfolder as one. When one of the files could not be written, what the run has made is gone
 /// again, and what it has replaced is back. Each stage is told as a text.
-BuildResult BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles, QStringList &rootEntries,
-                             ReportSettings &reportRecord, const Progress &progress, const Clock &clock);
+BuildOutcome BuildCompilation(const CompilationPlan &plan, QStringList &compilationFiles, QStringList &rootEntries,
+                              ReportSettings &reportRecord, const Progress &progress, const Clock &clock);

@@ -111,9 +111,14 @@ void MP3CDWizard::ConnectControls()
             [this](int index) { Run([&] { IconChooser_Click(index); }); });
 }
 
+void MP3CDWizard::CmdClose_Click()
+{
+    ToolForm::CmdClose_Click();
+    main.TellNotTakenBack(Previews.TakeAllBack());
+}
+
 void MP3CDWizard::Form_Activate()
 {
-    main.TellNotTakenBack(Previews.TakeAllBack());
     ui->DragToBurn->Files.clear();
     ui->AssembleLoc->clear();
     ui->CDROMLoc->clear();
@@ -292,13 +297,16 @@ void MP3CDWizard::RememberName()
 bool MP3CDWizard::CheckFiles()
 {
     CompilationCheck check;
+    bool stopped = false;
     {
         const Hourglass hourglass(this);
         LongRun run(nullptr, ui->lblCheckFilesReport);
         check = CheckCompilationFiles(CompilationFolder, ui->ImSize->currentIndex(), run.AsProgress());
+        stopped = run.Stopped();
     }
     CompilationFiles = check.Files;
-    ui->lblCheckFilesReport->setText(u"Media files found: "_s + GroupedDigits(check.Files.size()));
+    const QString found = stopped ? u"Stopped: media files found so far: "_s : u"Media files found: "_s;
+    ui->lblCheckFilesReport->setText(found + GroupedDigits(check.Files.size()));
     if (check.State == CompilationState::Empty)
         main.World().Prompts.Message(
             {u"You must add at least one MP3 file to the compilation."_s, PromptIcon::Warning});

@@ -34,6 +34,7 @@ private:
     void Form_Activate() override;
     void CmdNext_Click();
     void CmdBack_Click();
+    void CmdClose_Click() override;
     void BrowseAssembleLoc_Click();
     void BrowseImageLoc_Click();
     void OpenImageLoc_Click();
@@ -71,7 +72,7 @@ private:
     void OpenPreview(const QString &path);
     CompilationPlan Plan() const;
     void RunBuild();
-    void ReportSuccess();
+    void ReportSuccess(bool iconSaved);
     void ReportFailure(bool stopped);
 
     /// The entry of the list for a picture of one's own, and the one that is chosen when that cannot be shown.

@@ -198,24 +198,22 @@ void MP3CDWizard::RunBuild()
     });
     const Hourglass hourglass(this);
     LongRun run(ui->ProgressBar2, ui->lblReport);
-    const BuildResult result = BuildCompilation(Plan(), CompilationFiles, ui->DragToBurn->Files, ReportRecord,
-                                                run.AsProgress(), main.World().Clock);
-    if (result == BuildResult::Done)
-        ReportSuccess();
+    const BuildOutcome outcome = BuildCompilation(Plan(), CompilationFiles, ui->DragToBurn->Files, ReportRecord,
+                                                  run.AsProgress(), main.World().Clock);
+    if (outcome.Result == BuildResult::Done)
+        ReportSuccess(outcome.IconSaved);
     else
         ReportFailure(run.Stopped());
-    if (result == BuildResult::LeftBehind)
+    if (outcome.Result == BuildResult::LeftBehind)
         Report(ui->lblReport, u"Done: Process failed, and not all of the files could be removed. The next start of the "
                               "program tries it again."_s);
 }
 
-void MP3CDWizard::ReportSuccess()
+void MP3CDWizard::ReportSuccess(bool iconSaved)
 {
     SaveSettings();
-    const bool noIcon = ui->chkCreateAutorun->isChecked() && ui->chkAutoIcon->isChecked() &&
-                        !AnalysePath(CompilationFolder + u"\\setup.ico"_s).IsFile;
     main.Answer(u"Compilation of "_s + Counted(CompilationFiles.size(), u"file"_s) + u" created" +
-                (noIcon ? u"; the icon could not be saved" : u""));
+                (iconSaved ? u"" : u"; the icon could not be saved"));
     Report(ui->lblReport, u"Done: The process completed successfully."_s);
     ui->Label7->setText(
         u"The compilation is now ready to burn. You can either drag the Icon below into any CD-Writing software that "

@@ -122,8 +122,9 @@ public:
     bool Enter(const QString &folder, const FolderReader &open)
     {
         const FolderIdentity identity = open.Identify();
+        // Links are not followed, so that a walk ends all the same.
         if (!identity.Valid)
-            return false;
+            return HoldsUserFiles(folder);
         Device &device = devices[identity.Device];
         if (device.Folders.isEmpty())
             device.HoldsUserFiles = HoldsUserFiles(folder);

@@ -257,10 +257,13 @@ bool FilterForm::ApplyChoice()
     ui->ProgressBar1->setFormat({});
     const auto showNumber = qScopeGuard([this] { ShowFolderNumber(); });
     const int selected = ui->FoundPaths->SelectedRow();
+    QList<int> ticked;
     QStringList others;
     for (int row = 0; row < ui->FoundPaths->RowCount(); ++row) {
-        if (row != selected && ui->FoundPaths->IsTicked(row))
-            others += ListAudioFiles(suggestions[static_cast<std::size_t>(row)].Folder);
+        if (row == selected || !ui->FoundPaths->IsTicked(row))
+            continue;
+        ticked.append(row);
+        others += ListAudioFiles(suggestions[static_cast<std::size_t>(row)].Folder);
     }
     // When this is stopped or the playlist is full, the folder stays, and no file must be added twice.
     ui->FoundPaths->TickAll(false);
@@ -273,7 +276,9 @@ bool FilterForm::ApplyChoice()
     if (restored > 0)
         main.NameStep(u"Restore "_s + CountedItems(restored));
     main.PlaylistDirty = main.PlaylistDirty || restored > 0 || !others.isEmpty();
-    AppendFiles(main.ListView1, others, run.AsProgress());
+    const int added = AppendFiles(main.ListView1, others, run.AsProgress());
+    for (const int row : added == 0 && run.Stopped() ? ticked : QList<int>())
+        ui->FoundPaths->SetTicked(row, true);
     main.ListView1_Click();
     if (run.Stopped())
         Report(ui->lbReport, u"Stopped: Restored "_s + QString::number(RestoredCount) + u" Items so far...");

@@ -92,7 +92,7 @@ private Q_SLOTS:
         w.ClickAndRead("CmdNext", u"You must add at least one MP3 file to the compilation."_s);
         w.Put(u"a.wma"_s, "1");
         w.ClickAndStop("CmdNext");
-        QVERIFY(w.Text("lblCheckFilesReport") == u"Media files found: 0" && w.Step() == 1);
+        QVERIFY(w.Text("lblCheckFilesReport") == u"Stopped: media files found so far: 0" && w.Step() == 1);
         w.Next(2);
         QVERIFY(w.Text("lblCheckFilesReport") == u"Media files found: 1" && w.Step() == 3 && w.Usable() == steps);
         QVERIFY(w.After("CmdBack").endsWith(steps) && w.After("CmdBack") == steps && w.Step() == 1);
@@ -178,12 +178,18 @@ private Q_SLOTS:
 
     void GivesBackWhatAFailedBuildReplaced()
     {
-        // A folder of that name cannot be replaced; an icon that cannot be saved fails nothing.
+        // A folder of that name cannot be replaced, nor a file that is read-only; an icon that cannot be saved fails
+        // nothing.
         for (const QString &name : u"vtlmp3fb.exe autorun.inf MP3Index.htm playlist.m3u setup.ico "_s.split(u' ')) {
             Wizard w;
             const QString other = name == u"playlist.m3u" ? u"autorun.inf"_s : u"playlist.m3u"_s;
             w.Put(other, "mine");
-            EnsureFolder(w.Folder + u'\\' + name);
+            if (name == u"setup.ico") {
+                w.Put(name, "old");
+                SetFileAttributes(w.Folder + u"\\setup.ico", AttributeReadOnly);
+            } else {
+                EnsureFolder(w.Folder + u'\\' + name);
+            }
             w.Fill(3);
             name.isEmpty() ? w.ClickAndStop("CmdNext") : w.Next(1);
             const bool fails = name != u"setup.ico";
@@ -251,8 +257,9 @@ private Q_SLOTS:
         QVERIFY(!w.PreviewHasFolders());
         w.Click("DefReportSet");
         QVERIFY(w.PreviewHasFolders());
-        w.Open();
+        w.Click("CmdClose");
         QVERIFY(w.Content("tmp.htm") == "mine" && DeleteFile(settings));
+        w.Open();
         w.Enter("CDROMLoc", u"2"_s);
         w.Next(1);
         w.ClickAndRead("CmdNext", u"Could not load the Report Settings used in the previous session, using default."_s);

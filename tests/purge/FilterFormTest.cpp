@@ -1,4 +1,5 @@
 #include "purge/DriveSearch.h"
+#include "session/TickList.h"
 
 #include "support/FormDriver.h"
 #include "support/HostNames.h"
@@ -231,6 +232,18 @@ private Q_SLOTS:
         QCOMPARE(p.Suggested(), u"\\new\\|1 of 1 file Folder 1 of 1"_s);
         p.Click("NxtPath");
         QCOMPARE(p.Outcome(), u"Done: Restored 1 Items...|new\\a.wma Total: 1"_s);
+        // A folder that was to be added is still to be.
+        Purge q({u"new\\a.wma"_s, u"one\\a.wma"_s, u"one\\b.wma"_s}, {u"old\\a.wma"_s});
+        q.Open("EnbPurge");
+        q.Choose("MissAction", Search);
+        q.Click("CmdSearch");
+        q.SelectRow("FoundPaths", 1);
+        q.At<TickList>("FoundPaths")->SetTicked(0, true);
+        q.PressEscape();
+        q.Click("NxtPath");
+        QVERIFY(q.At<TickList>("FoundPaths")->IsTicked(0));
+        q.Click("NxtPath");
+        QCOMPARE(q.Outcome(), u"Done: Restored 1 Items...|one\\a.wma new\\a.wma Total: 2"_s);
     }
 
     void WalksEachFolderOnce()
