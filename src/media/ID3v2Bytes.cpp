@@ -62,6 +62,15 @@ QByteArray Resynchronise(QByteArrayView bytes)
     return result;
 }
 
+bool CanBeUnsynchronised(QByteArrayView bytes)
+{
+    for (qsizetype i = 0; i + 1 < bytes.size(); ++i) {
+        if (bytes[i] == '\xFF' && static_cast<quint8>(bytes[i + 1]) >= 0xE0)
+            return false;
+    }
+    return true;
+}
+
 std::optional<qint64> ID3v2Size(QByteArrayView bytes, QByteArrayView mark)
 {
     if (bytes.size() < ID3v2HeaderBytes || !bytes.startsWith(mark) || bytes[3] == '\xFF' || bytes[4] == '\xFF' ||

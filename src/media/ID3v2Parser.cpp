@@ -39,18 +39,18 @@ bool ID3v2Parser::ReadHeader()
     const std::optional<qint64> size = ID3v2Size(source, "ID3");
     if (!size)
         return Fail(u"has an ID3v2 tag whose size cannot be read"_s);
+    tag.Present = true;
     version = static_cast<quint8>(source[3]);
     if (version < 2 || version > 4)
         return Fail(u"has an ID3v2 tag of an unknown version"_s);
-    tag.Present = true;
     tag.Version = std::max(version, 3);
     const auto flags = static_cast<quint8>(source[5]);
-    const bool unsynchronised = (flags & unsynchronisedFlag) != 0;
     if (version == 2 && (flags & extendedFlag) != 0)
         return Fail(u"has a compressed ID3v2 tag"_s);
     body = QByteArray::fromRawData(
         source.constData() + ID3v2HeaderBytes,
         std::min<qsizetype>(SyncSafe(QByteArrayView(source).sliced(6, 4)), source.size() - ID3v2HeaderBytes));
+    const bool unsynchronised = (flags & unsynchronisedFlag) != 0 && (version == 4 || CanBeUnsynchronised(body));
     if (unsynchronised && version < 4)
         body = Resynchronise(body);
     if (version > 2) {

@@ -51,8 +51,8 @@ std::optional<FrameBody> BodyOf4(const TagFrame &frame, bool unsynchronised)
 {
     const bool lengthGiven = (frame.Flags & flagsOf4.LengthGiven) != 0;
     const bool compressed = (frame.Flags & flagsOf4.Compressed) != 0;
-    const QByteArray data =
-        unsynchronised || (frame.Flags & flagsOf4.Unsynchronised) != 0 ? Resynchronise(frame.Data) : frame.Data;
+    const bool marked = unsynchronised || (frame.Flags & flagsOf4.Unsynchronised) != 0;
+    const QByteArray data = marked && CanBeUnsynchronised(frame.Data) ? Resynchronise(frame.Data) : frame.Data;
     const qsizetype group = (frame.Flags & flagsOf4.Group) != 0 ? 1 : 0;
     const qsizetype extra = group + (lengthGiven ? 4 : 0);
     if (data.size() < extra || (compressed && !lengthGiven))

@@ -6,9 +6,11 @@
 #include "media/MP3ImageList.h"
 #include "media/MediaError.h"
 #include "media/StreamReader.h"
+#include "platform/DiskFile.h"
 
 #include <QString>
 
+#include <optional>
 #include <span>
 
 class TaggedFile;
@@ -120,7 +122,8 @@ public:
     enum class TagChange { Write, Remove };
     /// WriteID3v1 or RemoveID3v1, then WriteID3v2 or RemoveID3v2, in one writing of the file where both can be done.
     /// When the second cannot, the first is done all the same, and MediaError is raised.
-    void WriteTags(const QString &path, TagChange id3v1, TagChange id3v2);
+    /// With asRead, also raised for a file that is another one, or has been written to, since then.
+    void WriteTags(const QString &path, TagChange id3v1, TagChange id3v2, const std::optional<DiskFacts> &asRead = {});
 
 private:
     void ReadStreamOf(const TaggedFile &file, bool wanted);

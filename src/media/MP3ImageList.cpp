@@ -57,7 +57,8 @@ qsizetype PicturePlace(const QByteArray &content)
 struct PictureParts {
     QByteArrayView Data;
     QString Description;
-    QString Type;
+    QString MIMEType;
+    quint8 Type;
 };
 
 PictureParts PartsOf(const QByteArray &content)
@@ -65,7 +66,7 @@ PictureParts PartsOf(const QByteArray &content)
     const qsizetype place = PicturePlace(content);
     const AttachedPictureFrame head(PlainFrame("APIC", content.first(place)));
     return {QByteArrayView(content).sliced(place), FromTagLib(head.description()),
-            TypeName(FromTagLib(head.mimeType()))};
+            TypeName(FromTagLib(head.mimeType())), static_cast<quint8>(head.type())};
 }
 
 bool IsSame(const ID3v2Tag &tag, const TagFrame &frame, const QByteArray &data, const QString &description)
@@ -83,7 +84,7 @@ QImage MP3Image::Picture() const
     return QImage::fromData(Data);
 }
 
-void MP3ImageList::Add(const QString &path, const QString &description)
+void MP3ImageList::Add(const QString &path, const QString &description, std::optional<quint8> type)
 {
     QByteArray data;
     if (!ReadWholeFile(path, data))
@@ -93,7 +94,8 @@ void MP3ImageList::Add(const QString &path, const QString &description)
     tag.PutBehind(isImage, isSame, "APIC", [&] {
         AttachedPictureFrame head;
         head.setMimeType(ToTagLib(TypeOfData(data)));
-        head.setType(Count() == 0 ? AttachedPictureFrame::FrontCover : AttachedPictureFrame::Other);
+        const auto usual = Count() == 0 ? AttachedPictureFrame::FrontCover : AttachedPictureFrame::Other;
+        head.setType(type ? static_cast<AttachedPictureFrame::Type>(*type) : usual);
         head.setTextEncoding(EncodingFor(description, tag.Version));
         head.setDescription(ToTagLib(description));
         return QByteArray(ContentOf(head) + data);
@@ -125,7 +127,7 @@ QList<MP3Image> MP3ImageList::Items() const
             continue;
         const QByteArray content = *tag.Content(frame);
         const PictureParts parts = PartsOf(content);
-        items.append({parts.Data.toByteArray(), parts.Description, parts.Type});
+        items.append({parts.Data.toByteArray(), parts.Description, parts.MIMEType, parts.Type});
     }
     return items;
 }

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 class ID3v2Tag;
 
 /// One picture of a tag.
@@ -14,6 +16,8 @@ struct MP3Image {
     QString Description;
     /// "image/" and a subtype.
     QString MIMEType;
+    /// What it shows, by ID3v2's list of picture types: 3 is the front cover. Nothing for a picture from outside.
+    std::optional<quint8> Type = {};
 
     /// The decoded image; a null one for data that is no picture this program can decode.
     QImage Picture() const;
@@ -29,10 +33,10 @@ class MP3ImageList
 public:
     explicit MP3ImageList(ID3v2Tag &held) : tag(held) {}
 
-    /// Puts a picture with a file's content behind the others, the first one as "front cover", others as "other"; the
-    /// file can be deleted right after. The data and description of a picture that the tag had before Clear bring back
-    /// its frame as it was. Raises MediaError for a file that cannot be read.
-    void Add(const QString &path, const QString &description);
+    /// Puts a picture with a file's content behind the others; without a type the first one is the front cover, others
+    /// are "other". The file can be deleted right after. The data and description of a picture that the tag had before
+    /// Clear bring back its frame as it was. Raises MediaError for a file that cannot be read.
+    void Add(const QString &path, const QString &description, std::optional<quint8> type = {});
     /// From 1; an empty picture for a place that does not exist.
     MP3Image Item(qint16 index) const;
     int Count() const;

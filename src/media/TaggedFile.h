@@ -2,6 +2,7 @@
 
 #include "media/ID3v1Tag.h"
 #include "media/ID3v2Tag.h"
+#include "platform/DiskFile.h"
 #include "platform/Files.h"
 
 /// Which tags a file has, as far as its edges tell.
@@ -16,7 +17,8 @@ TagPresence FindTags(const QString &path);
 class TaggedFile
 {
 public:
-    explicit TaggedFile(const QString &path);
+    /// To be written, a file must still be as it was read.
+    explicit TaggedFile(const QString &path, const DiskFacts &asRead = {});
 
     const InputFile &Input() const { return file; }
     /// The tag at the file's front.
@@ -46,6 +48,7 @@ private:
     void RequireSize(const QByteArray &bytes) const;
 
     QString path;
+    DiskFacts facts;
     InputFile file;
     /// The new bytes at either end, and the stretch of the file that stays between them.
     QByteArray front;

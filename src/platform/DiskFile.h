@@ -22,6 +22,8 @@ struct DiskFacts {
     bool operator==(const DiskFacts &) const = default;
 };
 DiskFacts DiskFactsOf(const QString &path);
+/// Whether the host says for certain that nothing stands at a path; false when it cannot look.
+bool IsAbsent(const QString &path);
 
 /// Why the call that returned false just now did so.
 enum class FileFault {

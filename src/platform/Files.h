@@ -76,7 +76,8 @@ struct FolderEntries {
 /// Lists a folder once. False when it cannot be read; the lists are then empty.
 bool ListFolder(const QString &folder, FolderEntries &entries);
 
-/// Which folder stands at a path: two paths of one folder have equal identities. Valid is false when there is none.
+/// Which folder stands at a path: two paths of one folder have equal identities. Valid is false when there is none,
+/// or its disk does not tell.
 struct FolderIdentity {
     bool Valid = false;
     /// The file system, and the folder's number in it.

@@ -131,7 +131,9 @@ std::optional<RebuildState> RebuildByCopy(const QString &path, DiskFile &old, co
     RebuildState state = WritePieces(old, replaced.Copy(), plan, cloned);
     if (state == RebuildState::Done && !replaced.Settle())
         state = StateOfFault();
-    if (state != RebuildState::DiskFull && DiskFactsOf(path) != facts)
+    const DiskFacts found = DiskFactsOf(path);
+    const bool isThere = found.Size >= 0 || state == RebuildState::Done;
+    if (state != RebuildState::DiskFull && isThere && found != facts)
         return RebuildState::Changed;
     if (state != RebuildState::Done)
         return state;
@@ -288,7 +290,7 @@ private:
     std::vector<Held> lost;
 };
 
-RebuildState OpenOld(const QString &path, std::int64_t oldSize, DiskFile &old)
+RebuildState OpenOld(const QString &path, const DiskFacts &planned, DiskFile &old)
 {
     const int attributes = FileAttributes(path);
     if (attributes == -1 || (attributes & AttributeDirectory) != 0)
@@ -297,25 +299,25 @@ RebuildState OpenOld(const QString &path, std::int64_t oldSize, DiskFile &old)
         return RebuildState::ReadOnly;
     if (!old.Open(path))
         return RebuildState::CannotOpen;
-    return old.Facts().Size == oldSize ? RebuildState::Done : RebuildState::Changed;
+    return old.Facts() == planned ? RebuildState::Done : RebuildState::Changed;
 }
 
 } // namespace
 
-RebuildState RebuildFile(const QString &path, std::int64_t oldSize, std::span<const FilePiece> pieces)
+RebuildState RebuildFile(const QString &path, const DiskFacts &planned, std::span<const FilePiece> pieces)
 {
     WayBack::GoAbandoned();
     DiskFile old;
-    RebuildState state = OpenOld(path, oldSize, old);
+    RebuildState state = OpenOld(path, planned, old);
     if (state != RebuildState::Done)
         return state;
-    const auto plan = MakePlan(oldSize, pieces);
+    const auto plan = MakePlan(planned.Size, pieces);
     if (!plan)
         return RebuildState::Failed;
     if (old.Facts().Links == 1) {
         if (const auto copied = RebuildByCopy(path, old, *plan))
             return *copied;
-        state = OpenOld(path, oldSize, old);
+        state = OpenOld(path, planned, old);
         if (state != RebuildState::Done)
             return state;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/DiskFile.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -20,7 +22,7 @@ enum class RebuildState {
     CannotOpen,
     /// The read-only attribute is set, also for root.
     ReadOnly,
-    /// The file has not the expected size any more.
+    /// The file is another one, or has been written to, since the pieces were planned.
     Changed,
     DiskFull,
     /// The copy could not be written or does not read back as it was written.
@@ -34,5 +36,5 @@ enum class RebuildState {
 /// symbolic link stays and its target is rebuilt. A file with several hard links, or in a folder that takes no copy, is
 /// written in place instead, after the space for it has been reserved and what is written over has been noted
 /// (WayBack): what fails on the way is taken back, and what a killed process leaves half-written is at the next start.
-/// In every state but Done the file is as it was. oldSize: the file's size when the pieces were planned.
-RebuildState RebuildFile(const QString &path, std::int64_t oldSize, std::span<const FilePiece> pieces);
+/// In every state but Done the file is as it was. planned: the file when the pieces were planned.
+RebuildState RebuildFile(const QString &path, const DiskFacts &planned, std::span<const FilePiece> pieces);

@@ -12,6 +12,7 @@
 #include <QRandomGenerator>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -46,7 +47,7 @@ QString FolderOfPath(const QString &path)
 /// Whether a file is not there, though its folder is.
 bool IsGone(const QString &path)
 {
-    return !ExamineFile(path).Exists && ExamineFile(FolderOfPath(path)).IsFolder;
+    return IsAbsent(path) && ExamineFile(FolderOfPath(path)).IsFolder;
 }
 
 /// By which a folder is told from the one that stands at its path while its disk is away.
@@ -105,7 +106,7 @@ public:
             file.Resize(end);
             return 0;
         }
-        standing[++last] = end;
+        standing[++last] = {end, end + FrontSize + size};
         end += FrontSize + size;
         return last;
     }
@@ -114,7 +115,7 @@ public:
     void Amend(std::uint64_t number, std::int64_t place, QByteArrayView piece)
     {
         if (const auto note = standing.constFind(number); note != standing.cend())
-            file.WriteAt(*note + FrontSize + place, piece);
+            file.WriteAt(note->At + FrontSize + place, piece);
     }
 
     void Abandon(std::uint64_t number) { abandoned.append(number); }
@@ -123,7 +124,7 @@ public:
     void GoAbandoned(Go go)
     {
         for (const std::uint64_t number : std::exchange(abandoned, {})) {
-            if (standing.contains(number) && !go(file, standing[number]))
+            if (standing.contains(number) && !go(file, standing[number].At))
                 abandoned.append(number);
             else
                 Drop(number);
@@ -135,16 +136,21 @@ public:
         const auto note = standing.find(number);
         if (note == standing.end())
             return;
-        const bool dropped = file.WriteAt(*note, QByteArrayView(&Dropped, 1));
+        const bool dropped = file.WriteAt(note->At, QByteArrayView(&Dropped, 1));
         standing.erase(note);
-        if (!standing.isEmpty())
-            return;
-        if (!dropped || end > BlockSize)
-            file.Resize(0);
-        end = 0;
+        // A later one stands behind all earlier ones.
+        const std::int64_t needed = standing.isEmpty() ? 0 : standing.last().End;
+        if (!dropped || end - needed > BlockSize)
+            file.Resize(needed);
+        end = needed;
     }
 
 private:
+    struct Place {
+        std::int64_t At = 0;
+        std::int64_t End = 0;
+    };
+
     bool Open()
     {
         if (file.IsOpen())
@@ -176,7 +182,7 @@ private:
     std::uint64_t last = 0;
     QList<std::uint64_t> abandoned;
     /// Where each note stands.
-    QMap<std::uint64_t, std::int64_t> standing;
+    QMap<std::uint64_t, Place> standing;
 };
 
 Notes &OwnNotes()
@@ -195,7 +201,8 @@ struct LeftNote {
     std::int64_t Behind;
 };
 
-std::vector<LeftNote> ReadNotes(const DiskFile &file)
+/// Nothing when they cannot be read.
+std::optional<std::vector<LeftNote>> ReadNotes(const DiskFile &file)
 {
     std::vector<LeftNote> notes;
     QByteArray front(FrontSize, Qt::Uninitialized);
@@ -203,7 +210,11 @@ std::vector<LeftNote> ReadNotes(const DiskFile &file)
         return file.ReadAt(at, {bytes.data(), static_cast<std::size_t>(bytes.size())});
     };
     const std::int64_t whole = file.Facts().Size;
-    for (std::int64_t at = 0; whole - at >= FrontSize && read(at, front);) {
+    if (whole < 0)
+        return std::nullopt;
+    for (std::int64_t at = 0; whole - at >= FrontSize;) {
+        if (!read(at, front))
+            return std::nullopt;
         qint8 state = 0;
         qint8 kind = 0;
         qint64 size = 0;
@@ -213,7 +224,9 @@ std::vector<LeftNote> ReadNotes(const DiskFile &file)
         if ((state != Stands && state != Dropped) || headSize < 0 || size < headSize || size > whole - start)
             break;
         QByteArray head(headSize, Qt::Uninitialized);
-        if (state == Stands && read(start, head))
+        if (!read(start, head))
+            return std::nullopt;
+        if (state == Stands)
             notes.push_back({at, static_cast<Kind>(kind), head, start + headSize});
         at = start + size;
     }
@@ -263,7 +276,7 @@ bool GoFormer(QDataStream &head, GivenBack &givenBack)
             givenBack[path] = found;
         return true;
     }
-    const bool done = existed ? WriteWholeFile(path, content) : DeleteMadeFile(path) || !ExamineFile(path).Exists;
+    const bool done = existed ? WriteWholeFile(path, content) : DeleteMadeFile(path) || IsAbsent(path);
     givenBack[path] = DiskFactsOf(path);
     return done;
 }
@@ -313,9 +326,11 @@ void GoAll(const QString &path)
     if (!file.Open(path) || !file.HoldAlone())
         return;
     GivenBack givenBack;
-    const std::vector<LeftNote> notes = ReadNotes(file);
+    const auto notes = ReadNotes(file);
+    if (!notes)
+        return;
     QList<std::int64_t> gone;
-    for (auto note = notes.rbegin(); note != notes.rend(); ++note) {
+    for (auto note = notes->rbegin(); note != notes->rend(); ++note) {
         if (Go(*note, file, givenBack))
             gone.append(note->At);
     }
@@ -323,7 +338,7 @@ void GoAll(const QString &path)
     for (const std::int64_t at : std::as_const(gone))
         file.WriteAt(at, QByteArrayView(&Dropped, 1));
     // Still held: who has just made it sees that it is gone.
-    if (gone.size() == static_cast<qsizetype>(notes.size()))
+    if (gone.size() == static_cast<qsizetype>(notes->size()))
         DeleteFile(path);
 }
 
@@ -395,9 +410,9 @@ void WayBack::Abandon()
 void WayBack::GoAbandoned()
 {
     OwnNotes().GoAbandoned([givenBack = GivenBack()](const DiskFile &file, std::int64_t at) mutable {
-        const std::vector<LeftNote> notes = ReadNotes(file);
-        return std::all_of(notes.begin(), notes.end(),
-                           [&](const LeftNote &note) { return note.At != at || Go(note, file, givenBack); });
+        const auto notes = ReadNotes(file);
+        return notes && std::all_of(notes->begin(), notes->end(),
+                                    [&](const LeftNote &note) { return note.At != at || Go(note, file, givenBack); });
     });
 }
 

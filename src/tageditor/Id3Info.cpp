@@ -109,6 +109,7 @@ void Id3Info::ConnectFields()
         WatchDoubleClick(field, field, &Id3Info::URL_DblClick);
     WatchDoubleClick(ui->ID3v1Comment, ui->ID3v1Comment, &Id3Info::Comment_DblClick);
     WatchDoubleClick(ui->ID3v2Comment->viewport(), ui->ID3v2Comment, &Id3Info::Comment_DblClick);
+    connect(ui->ID3v1Genre, &QComboBox::activated, this, [this] { unlistedGenre.reset(); });
 }
 
 void Id3Info::WatchDoubleClick(QObject *watched, QWidget *field, void (Id3Info::*handler)(QWidget *))
@@ -167,7 +168,8 @@ void Id3Info::EnableFields()
 
 void Id3Info::ShowLostTags()
 {
-    ui->lbLostTags->setText(lostTags.Text(!ui->ID3v1Present->isChecked(), !ui->ID3v2Present->isChecked()));
+    ui->lbLostTags->setText(unread ? u"The tags of this file could not be read."_s
+                                   : lostTags.Text(!ui->ID3v1Present->isChecked(), !ui->ID3v2Present->isChecked()));
 }
 
 void Id3Info::ID3v1Present_Click()

@@ -14,6 +14,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QTableWidget;
@@ -47,7 +48,7 @@ public:
     /// number beyond 16 bits, and MediaError for a picture that cannot be handed over.
     void StoreTagFields(MP3File &object, bool copyFlag);
     /// True when the file has taken the tags of the ticked boxes and lost the others; else the reason, for a person.
-    bool WriteTagFile(const QString &path, MP3File &object, QString &reason);
+    bool WriteTagFile(const QString &path, MP3File &object, const DiskFacts &asRead, QString &reason);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -157,6 +158,10 @@ private:
     /// The frames that are shown with the text of one that has a description, which is a matter of the file they come
     /// from: pasted elsewhere they mean the frame without one.
     QSet<QByteArray> describedFrames;
+    /// The one file's tags could not be read, so that its fields show nothing of it.
+    bool unread = false;
+    /// The loaded genre's number, as long as the list shows another one because it has no such entry.
+    std::optional<quint8> unlistedGenre;
     /// Row numbers in the grid, in the order of SelectedPaths.
     QList<int> SelectedIndexes;
     /// In lower case, with its full stop; empty when the items are of different kinds.

@@ -213,7 +213,7 @@ void Id3Info::StoreImages(MP3File &object)
         if (!WriteTemporaryBitmap(picture.Stored()))
             throw MediaError(u"a picture could not be handed over: "_s + ShownPath(TemporaryBitmap()) +
                              u" cannot be written");
-        object.Images().Add(TemporaryBitmap(), picture.Image().Description);
+        object.Images().Add(TemporaryBitmap(), picture.Image().Description, picture.Image().Type);
         DeleteFilePath(TemporaryBitmap());
     }
 }

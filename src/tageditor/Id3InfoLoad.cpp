@@ -120,6 +120,7 @@ bool Id3Info::CollectSelection()
 
 void Id3Info::ShowSelection(int page)
 {
+    unread = false;
     if (SelectedPaths.isEmpty()) {
         ShowMPEGInfo({}, CopyBuffer);
         ShowFileInfo({});
@@ -146,8 +147,12 @@ void Id3Info::ShowMP3(int page)
     MP3File object;
     if (IsOneFile()) {
         const QString &path = SelectedPaths.front();
-        if (!GetID3Tag(path, object))
+        if (!GetID3Tag(path, object)) {
             object.ResetFile(path);
+            // Empty fields would take away tags that nobody has seen.
+            unread = true;
+            ui->CmdUpdate->setEnabled(false);
+        }
         ShowFileInfo(path);
         ShowMPEGInfo(path, object);
     } else {
@@ -315,10 +320,13 @@ void Id3Info::LoadID3v1(const MP3File &object, bool present)
     show(ui->ID3v1Year, object.Year());
     show(ui->ID3v1Comment, object.Comment());
     show(ui->ID3v1Track, QString::number(object.Track()));
-    // A number that no entry carries changes nothing.
+    // A number that no entry carries leaves the shown one, and is kept until another one is chosen.
     const int entry = present ? ui->ID3v1Genre->findData(static_cast<int>(object.Genre())) : 0;
+    unlistedGenre.reset();
     if (entry >= 0)
         ui->ID3v1Genre->setCurrentIndex(entry);
+    else
+        unlistedGenre = object.Genre();
 }
 
 void Id3Info::LoadID3v2(MP3File &object, bool present, bool pasteFlag)

@@ -60,7 +60,7 @@ void Id3Info::StoreTagFields(MP3File &object, bool copyFlag)
         object.SetYear(texts.Text(ui->ID3v1Year));
         object.SetComment(texts.Text(ui->ID3v1Comment));
         object.SetTrack(track);
-        object.SetGenre(static_cast<quint8>(ui->ID3v1Genre->currentData().toUInt()));
+        object.SetGenre(unlistedGenre.value_or(static_cast<quint8>(ui->ID3v1Genre->currentData().toUInt())));
     }
     if (!v2)
         return;
@@ -93,7 +93,7 @@ void Id3Info::StoreFrame(MP3File &object, const FrameField &frame, bool copyFlag
         object.SetShownFrame(frame.Id, text);
 }
 
-bool Id3Info::WriteTagFile(const QString &path, MP3File &object, QString &reason)
+bool Id3Info::WriteTagFile(const QString &path, MP3File &object, const DiskFacts &asRead, QString &reason)
 {
     const int attributes = FileAttributes(path);
     if (attributes < 0 || (attributes & AttributeDirectory) != 0) {
@@ -108,7 +108,7 @@ bool Id3Info::WriteTagFile(const QString &path, MP3File &object, QString &reason
         return box->isChecked() ? MP3File::TagChange::Write : MP3File::TagChange::Remove;
     };
     try {
-        object.WriteTags(path, change(ui->ID3v1Present), change(ui->ID3v2Present));
+        object.WriteTags(path, change(ui->ID3v1Present), change(ui->ID3v2Present), asRead);
         return true;
     } catch (const MediaError &failure) {
         reason = failure.Text();
@@ -118,6 +118,7 @@ bool Id3Info::WriteTagFile(const QString &path, MP3File &object, QString &reason
 
 bool Id3Info::UpdateFile(const QString &path, MP3File &object, QString &reason)
 {
+    const DiskFacts asRead = DiskFactsOf(path);
     try {
         object.ResetFile(path);
         object.ReadTags(path, false);
@@ -128,7 +129,7 @@ bool Id3Info::UpdateFile(const QString &path, MP3File &object, QString &reason)
         reason = failure.Text();
         return false;
     }
-    return WriteTagFile(path, object, reason);
+    return WriteTagFile(path, object, asRead, reason);
 }
 
 void Id3Info::CmdUpdate_Click()
@@ -226,9 +227,15 @@ void Id3Info::CmdCopy_Click()
     const Hourglass hourglass(this);
     if (!AnyTagTicked())
         return;
-    StoreTagFields(CopyBuffer, true);
-    HasCopy = true;
-    ui->CmdPaste->setEnabled(true);
+    // What fails half-way leaves nothing to be pasted.
+    const auto offer = qScopeGuard([this] { ui->CmdPaste->setEnabled(HasCopy); });
+    try {
+        StoreTagFields(CopyBuffer, true);
+        HasCopy = true;
+    } catch (const MediaError &) {
+        HasCopy = false;
+        throw;
+    }
 }
 
 void Id3Info::CmdPaste_Click()
@@ -278,6 +285,7 @@ void Id3Info::ID3v2Duplicate_Click()
     for (int entry = 1; entry < ui->ID3v1Genre->count(); ++entry) {
         if (genre.contains(ui->ID3v1Genre->itemText(entry).toLower())) {
             ui->ID3v1Genre->setCurrentIndex(entry);
+            unlistedGenre.reset();
             break;
         }
     }

@@ -30,7 +30,8 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
 {
     File &file = files[static_cast<std::size_t>(n)];
     const DiskFacts found = DiskFactsOf(file.Path);
-    const bool isAnother = found.Size >= 0 && found != file.Facts;
+    // Some disks give a file that has not been touched a new number now and then.
+    const bool isAnother = found.Size >= 0 && (found.Size != file.Facts.Size || found.Modified != file.Facts.Modified);
     if (isAnother)
         file.Former.Forget();
     if (file.IsTakenBack || isAnother)

@@ -58,5 +58,8 @@ inline qsizetype TagSize(QByteArrayView file)
 {
     if (!file.startsWith("ID3"))
         return 0;
-    return NumberOf(file.sliced(6, 4), 7) + ((file[5] & 0x10) != 0 ? 20 : 10);
+    const qsizetype size = 10 + NumberOf(file.sliced(6, 4), 7);
+    const bool footer =
+        file[3] == 4 && (file[5] & 0x10) != 0 && size < file.size() && file.sliced(size).startsWith("3DI");
+    return size + (footer ? 10 : 0);
 }

@@ -121,6 +121,9 @@ private Q_SLOTS:
             {Tag(3, Frames(3, "TIT2~\xFF\xE0z").replace("\xFF\xE0", Zeros("\xFF~\xE0")), 0x80), u"ÿàz|"_s},
             {Tag(4, Frame(4, "TIT2", Zeros("~\xFF~\xE0z"), Zeros("~\2"))), u"ÿàz|"_s},
             {Tag(4, Frames(4, "TIT2~\xFF~\xE0z"), 0x80), u"ÿàz|"_s},
+            // What is said to be unsynchronised and is not.
+            {Tag(3, Frames(3, "TIT2\1\xFF\xFE\xFF~\xFF~"), 0x80), u"ÿÿ|"_s},
+            {Tag(4, Frames(4, "TIT2\1\xFF\xFE\xFF~\xFF~"), 0x80), u"ÿÿ|"_s},
             // Extended headers, a footer, a group, an old id in a new tag.
             {Tag(3, extended3 + Frames(3, "TIT2~e3"), 0x40), u"e3|"_s},
             {Tag(3, QByteArray(extended3).replace(3, 2, "\x0A\x80") + "sum." + Frames(3, "TIT2~sum"), 0x40), u"sum|"_s},
@@ -571,6 +574,7 @@ private Q_SLOTS:
             MP3File file;
             Load(file, tag);
             const QByteArray before = Content();
+            QVERIFY(file.HasID3v2() || reason[0] == u's');
             if (tag.startsWith(Tag(3, title).first(4)) && tag.sliced(10).startsWith(title) && reason[0] != u's')
                 QCOMPARE(file.GetFrame("TIT2"), u"kept"_s);
             QVERIFY2(Error([&] { file.WriteID3v2(path); }).contains(reason), qPrintable(reason));
@@ -583,6 +587,13 @@ private Q_SLOTS:
             QVERIFY(Content().startsWith(before) && Content().size() == before.size() + 128);
             QCOMPARE(Error([&] { file.RemoveID3v2(path); }).contains(reason), !removable);
             QVERIFY(removable ? Content().startsWith(audio.first(99)) : Content().startsWith(before));
+            // Nor is a file written that has changed since it was read.
+            const DiskFacts asRead = DiskFactsOf(path);
+            Put(audio + "more");
+            QVERIFY(Error([&] {
+                        file.WriteTags(path, MP3File::TagChange::Write, MP3File::TagChange::Remove, asRead);
+                    }).endsWith(u"was changed meanwhile."));
+            QVERIFY(Content() == audio + "more");
             // Nor is what was read of it written over a good tag.
             const QByteArray good = Tag(4, Frames(4, "TIT2~other")) + audio;
             Put(good);

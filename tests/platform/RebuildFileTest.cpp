@@ -67,7 +67,7 @@ private Q_SLOTS:
             DeleteFile(In(u"other"_s));
             QVERIFY(LinkFile(u"linked"_s, u"other"_s));
             for (const QString &name : {u"single"_s, u"linked"_s})
-                QVERIFY2(RebuildFile(In(name), Size, pieces) == RebuildState::Done, shape);
+                QVERIFY2(RebuildFile(In(name), DiskFactsOf(In(name)), pieces) == RebuildState::Done, shape);
             for (const QString &name : {u"single"_s, u"linked"_s, u"other"_s})
                 QVERIFY2(Content(name) == wanted, qPrintable(name + u": "_s + QLatin1StringView(shape)));
             QCOMPARE(Listed(), (QStringList{u"linked"_s, u"other"_s, u"single"_s}));
@@ -91,9 +91,16 @@ private Q_SLOTS:
             {u"a"_s, 7, {Old(-1, 7)}, RebuildState::Failed},
             {u"a"_s, 7, {Old(5, 4)}, RebuildState::Failed},
         };
-        for (const auto &[name, size, pieces, state] : cases)
-            QCOMPARE(static_cast<int>(RebuildFile(In(name), size, pieces)), static_cast<int>(state));
-        QVERIFY(RebuildFile(QString(), 0, {}) == RebuildState::CannotOpen);
+        for (const auto &[name, size, pieces, state] : cases) {
+            DiskFacts planned = DiskFactsOf(In(name));
+            planned.Size = size;
+            QCOMPARE(static_cast<int>(RebuildFile(In(name), planned, pieces)), static_cast<int>(state));
+        }
+        QVERIFY(RebuildFile(QString(), {}, {}) == RebuildState::CannotOpen);
+        // Written to meanwhile, with as many bytes.
+        DiskFacts planned = DiskFactsOf(In(u"a"_s));
+        --planned.Modified;
+        QVERIFY(RebuildFile(In(u"a"_s), planned, std::vector{New(3), Old(0, 6)}) == RebuildState::Changed);
         QCOMPARE(Content(u"a"_s), QByteArray("content"));
         QCOMPARE(Content(u"fixed"_s), QByteArray("content"));
         QCOMPARE(Listed(), (QStringList{u"a"_s, u"fixed"_s, u"folder"_s}));

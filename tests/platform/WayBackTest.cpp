@@ -121,6 +121,27 @@ private Q_SLOTS:
         }
         QCOMPARE(Content(u"gone\\.vantrel-3.tmp"_s), "unreadable"_ba);
     }
+
+    void NotesTakeNoMoreThanTheyNeed()
+    {
+        const QString notes = In(u"notes"_s);
+        KeepWaysBack(notes);
+        const QByteArray much(1'000'000, 'x');
+        WayBack first;
+        QVERIFY(first.NoteFormer(In(u"first"_s), true, "old"));
+        for (int i = 0; i < 5; ++i) {
+            WayBack note;
+            QVERIFY(note.NoteFormer(In(u"second"_s), true, much));
+            note.Drop();
+        }
+        QVERIFY(WayBack().NoteFormer(In(u"third"_s), true, "old"));
+        FolderEntries entries;
+        QVERIFY(ListFolder(notes, entries) && entries.Files.size() == 1);
+        QVERIFY(ExamineFile(notes + u'\\' + entries.Files[0]).Size < much.size());
+        for (const QString &next : {QString(), notes})
+            KeepWaysBack(next);
+        QCOMPARE(Listed().join(u' '), u"first third notes"_s);
+    }
 };
 
 static const RegisterTest<WayBackTest> registered;

@@ -1,6 +1,7 @@
 #include "media/TagBytes.h"
 #include "tageditor/SetAttributes.h"
 
+#include "support/HostNames.h"
 #include "tageditor/TagEditor.h"
 
 #include <QBuffer>
@@ -219,7 +220,12 @@ private Q_SLOTS:
         e.ClickAndRead("CmdPrev", failed);
         QCOMPARE(e.Text("FileInfo_0") + e.Text("ID3v2Title"), u"b.mp3lost"_s);
         QVERIFY(e.Ticked("FileInfoReadOnly"));
-        // The end of the host's session asks as well.
+        // The end of the host's session asks as well, and waits for an answer.
+        bool ends = true;
+        e.F.Prompts.Meanwhile = [&] { ends = e.F.Window->EndWithHost(true); };
+        e.ExpectQuestion(PromptAnswer::Cancel);
+        e.Click("CmdClose");
+        QVERIFY(!ends);
         e.ExpectQuestion(PromptAnswer::Cancel);
         QVERIFY(!e.F.Window->EndWithHost(true) && e.Form->isVisible());
         // What was entered waits for a second try.
@@ -233,6 +239,20 @@ private Q_SLOTS:
         e.ClickAndRead("CmdClose", question, PromptAnswer::Yes);
         QVERIFY(!e.Form->isVisible());
         QCOMPARE(Kinds(e.F.Inside(u"a.mp3"_s)) + Kinds(e.F.Inside(u"c.mp3"_s)), u"11"_s);
+    }
+
+    void UnreadTagsStay()
+    {
+        if (!NamesHoldAnything())
+            QSKIP("A file that is there and cannot be opened is made of a link to a device");
+        TagEditor e;
+        QFile::link(u"/dev/null"_s, ToHostPath(e.F.Inside(u"x.mp3"_s)));
+        e.F.Window->AddFile(e.F.Inside(u"x.mp3"_s), 0);
+        e.Take(u"b.mp3"_s);
+        e.Open({1});
+        QCOMPARE(e.Commands() + e.Text("lbLostTags"), u"NextThe tags of this file could not be read."_s);
+        e.Click("CmdNext");
+        QCOMPARE(e.Commands() + e.Text("lbLostTags"), u"Prev Copy Update"_s);
     }
 
     void TellsWhatTagsGo()
@@ -490,7 +510,21 @@ private Q_SLOTS:
         QCOMPARE(images[0].Data, QByteArray("no picture"));
         QVERIFY(images[1].Data.startsWith("BM") && images[1].MIMEType == u"image/bmp"_s);
         QCOMPARE(images[2].Data, e.F.Read(u"c.bmp"_s));
-        for (int i = 0; i < 3; ++i)
+        // A picture stays what it shows, and becomes the front cover only when it is new and the first.
+        QVERIFY(images[1].Type == 0 && Tags(path)->Images().Count() == 3);
+        file.Images().Add(taken, u"back"_s, 4);
+        file.WriteID3v2(path);
+        e.Click("CmdRefresh");
+        e.Click("CmdUpdate");
+        QVERIFY(Tags(path)->Images().Items()[0].Type == 3);
+        QVERIFY(Tags(path)->Images().Items()[1].Type == 4 && Tags(path)->Images().Item(2).Data.startsWith("BM"));
+        // A copy that fails is no copy.
+        e.Click("CmdCopy");
+        QVERIFY(e.Enabled("CmdPaste") && EnsureFolder(temporary));
+        e.ClickAndRead("CmdCopy",
+                       u"a picture could not be handed over: "_s + ShownPath(temporary) + u" cannot be written");
+        QVERIFY(!e.Enabled("CmdPaste"));
+        for (int i = 0; i < 2; ++i)
             e.Click("ID3v2ImageRemove");
         QVERIFY(shown() != QColor(Qt::red) && shown() != QColor(Qt::green));
         e.Click("ID3v2ImageOpen");
@@ -528,6 +562,13 @@ private Q_SLOTS:
         QTest::keyClicks(e.At("ID3v1Genre"), u"Polka"_s);
         e.Reset();
         QCOMPARE(e.Text("ID3v1Genre"), u"Polka"_s);
+        // It stays until another one is chosen, though it be the one that is shown.
+        for (const int genre : {0xC8, 75}) {
+            e.Enter("ID3v1Title", QString::number(genre));
+            e.Click("CmdUpdate");
+            QCOMPARE(Tags(path)->Title() + QString::number(Tags(path)->Genre()), QString::number(genre).repeated(2));
+            Q_EMIT e.At<QComboBox>("ID3v1Genre")->activated(e.At<QComboBox>("ID3v1Genre")->currentIndex());
+        }
     }
 
     void StepsThroughTheList()

@@ -36,6 +36,12 @@ DiskFacts DiskFactsOf(const QString &path)
     return ::stat(ToHostBytes(path).constData(), &facts) == 0 ? FactsFrom(facts) : DiskFacts();
 }
 
+bool IsAbsent(const QString &path)
+{
+    struct stat facts;
+    return ::stat(ToHostBytes(path).constData(), &facts) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
 FileFault LastFault()
 {
     switch (errno) {

@@ -35,6 +35,19 @@ std::optional<QByteArray> FollowLinks(QByteArray path)
     return std::nullopt;
 }
 
+/// A disk that gives all files one owner and mode refuses even the mode that the file has.
+bool GiveMode(int descriptor, mode_t mode)
+{
+    struct stat facts;
+    return (::fstat(descriptor, &facts) == 0 && (facts.st_mode & 07777U) == mode) || ::fchmod(descriptor, mode) == 0;
+}
+
+bool IsFolder(const QByteArray &path)
+{
+    struct stat facts;
+    return ::stat(path.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
 /// What has failed is asked for afterwards.
 void DropKeepingFault(WayBack &wayBack)
 {
@@ -55,7 +68,8 @@ QByteArray TemporaryName(const QByteArray &target)
 
 ReplacedFile::~ReplacedFile()
 {
-    if (!copy.isEmpty() && (::unlink(copy.constData()) == 0 || errno == ENOENT))
+    // Where the folder is gone as well, the copy may come back with its disk.
+    if (!copy.isEmpty() && (::unlink(copy.constData()) == 0 || (errno == ENOENT && IsFolder(FolderPrefix(copy)))))
         wayBack.Drop();
 }
 
@@ -104,8 +118,7 @@ bool ReplacedFile::Settle()
         if (::fchown(descriptor, facts.st_uid, facts.st_gid) != 0 &&
             ::fchown(descriptor, static_cast<uid_t>(-1), facts.st_gid) != 0)
             errno = 0;
-        if (!CopyExtendedAttributes(target.constData(), descriptor) ||
-            ::fchmod(descriptor, facts.st_mode & 07777U) != 0)
+        if (!CopyExtendedAttributes(target.constData(), descriptor) || !GiveMode(descriptor, facts.st_mode & 07777U))
             return false;
     }
     return file.Flush() && file.Close();

@@ -53,6 +53,14 @@ DiskFacts DiskFactsOf(const QString &path)
     return open.IsOpen() ? FactsFrom(open.Get()) : DiskFacts();
 }
 
+bool IsAbsent(const QString &path)
+{
+    if (GetFileAttributesW(WidePath(path).c_str()) != INVALID_FILE_ATTRIBUTES)
+        return false;
+    const DWORD error = GetLastError();
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
+
 FileFault LastFault()
 {
     switch (GetLastError()) {

@@ -40,7 +40,7 @@ bool RenameFile(const QString &from, const QString &to)
     // Of these names Windows would silently make others.
     const bool keepsName = !to.endsWith(u'.') && !to.endsWith(u' ') && !to.contains(QChar::Null);
     return !from.isEmpty() && !to.isEmpty() && keepsName &&
-           MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(), MOVEFILE_COPY_ALLOWED) != 0;
+           MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(), 0) != 0;
 }
 
 bool DeleteFile(const QString &path)

@@ -84,7 +84,8 @@ FolderIdentity IdentifyFolder(const QString &folder)
         (facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
         return {};
     const std::uint64_t number = (static_cast<std::uint64_t>(facts.nFileIndexHigh) << 32) | facts.nFileIndexLow;
-    return {true, facts.dwVolumeSerialNumber, number};
+    // Some servers have no numbers and say 0.
+    return {number != 0, facts.dwVolumeSerialNumber, number};
 }
 
 bool HoldsUserFiles(const QString &folder)

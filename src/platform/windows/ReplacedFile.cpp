@@ -80,7 +80,7 @@ ReplacedFile::~ReplacedFile()
     if (copy.isEmpty())
         return;
     // A replacement that failed half-way may have taken the old file away; then the copy is all there is.
-    const bool isAllThereIs = existed && !Exists(WideOf(target));
+    const bool isAllThereIs = existed && !Exists(WideOf(target)) && Exists(WideOf(copy));
     if (isAllThereIs || DeleteFileW(WideOf(copy).c_str()))
         wayBack.Drop();
 }
