@@ -64,7 +64,8 @@ private:
     bool ConfirmRun(bool &perFolder);
     bool ConfirmMissing();
     bool ConfirmFolders(bool &perFolder);
-    void FinishRun(const RenameOutcome &outcome);
+    void FinishRun(const QStringList &paths, const RenameOutcome &outcome);
+    int LeftToUndo() const;
 
     std::unique_ptr<Ui::RenameForm> ui;
     RenameSettings Settings;

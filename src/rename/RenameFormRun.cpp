@@ -83,25 +83,27 @@ void RenameForm::CmdProcess_Click()
     Timer1.stop();
     ui->CmdProcess->setEnabled(false);
     Report(u"Destroying Old Undo File Items..."_s);
-    UndoOldPaths = main.FileArray;
-    UndoNewPaths.clear();
+    const QStringList paths = main.FileArray;
     Report(u"Renaming Items..."_s);
     RenameOutcome outcome;
     {
         LongRun run(ui->ProgressBar1, nullptr);
-        outcome = RunRename(Settings, UndoOldPaths, perFolder, run.AsProgress());
+        outcome = RunRename(Settings, paths, perFolder, run.AsProgress());
     }
-    FinishRun(outcome);
+    FinishRun(paths, outcome);
     RefreshFiles();
 }
 
-void RenameForm::FinishRun(const RenameOutcome &outcome)
+void RenameForm::FinishRun(const QStringList &paths, const RenameOutcome &outcome)
 {
-    const qsizetype selected = UndoOldPaths.size();
+    const qsizetype selected = paths.size();
     const qsizetype done = outcome.NewPaths.size();
-    UndoNewPaths = outcome.NewPaths;
-    UndoOldPaths.resize(done);
-    FollowFiles(main.ListView1, UndoOldPaths, UndoNewPaths);
+    // A run that has changed nothing leaves the undo of the one before.
+    if (outcome.Changed > 0) {
+        UndoOldPaths = paths.first(done);
+        UndoNewPaths = outcome.NewPaths;
+        FollowFiles(main.ListView1, UndoOldPaths, UndoNewPaths);
+    }
     if (!ui->AllowOnce->isChecked())
         Timer1.start();
     ui->ProgressBar1->reset();
@@ -110,7 +112,7 @@ void RenameForm::FinishRun(const RenameOutcome &outcome)
         report += u", ended after %1 of %2"_s.arg(done).arg(selected);
     Report(report);
     main.Answer(Counted(outcome.Changed, u"file"_s) + u" renamed");
-    ui->cmdUndo->setEnabled(outcome.Changed > 0);
+    ui->cmdUndo->setEnabled(LeftToUndo() > 0);
     if (outcome.Changed > 0)
         main.PlaylistDirty = true;
     else
@@ -122,9 +124,11 @@ void RenameForm::cmdUndo_Click()
     const Hourglass hourglass(this);
     Report(u"Restoring Filenames..."_s);
     UndoOutcome outcome;
+    bool stopped = false;
     {
         LongRun run(ui->ProgressBar1, nullptr);
         outcome = UndoRename(UndoOldPaths, UndoNewPaths, run.AsProgress());
+        stopped = run.Stopped();
     }
     const std::vector<int> rows = FollowFiles(main.ListView1, outcome.From, outcome.To);
     main.PlaylistDirty = main.PlaylistDirty || !rows.empty();
@@ -133,12 +137,23 @@ void RenameForm::cmdUndo_Click()
         main.ListView1.Steps().End();
     main.ListView1.Reselect(
         [&](int row, const PlaylistItem &) { return std::binary_search(rows.begin(), rows.end(), row); });
-    ui->cmdUndo->setEnabled(UndoOldPaths != UndoNewPaths);
+    ui->cmdUndo->setEnabled(LeftToUndo() > 0);
     ui->ProgressBar1->reset();
-    Report(u"Done: %1/%2 Items were Restored"_s.arg(outcome.Restored()).arg(outcome.Attempted));
-    if (outcome.Failed == 0)
+    QString report = u"Done: %1/%2 Items were Restored"_s.arg(outcome.Restored()).arg(outcome.Attempted);
+    if (stopped)
+        report += u", ended after %1 of %2"_s.arg(outcome.Restored()).arg(outcome.Restored() + LeftToUndo());
+    Report(report);
+    if (outcome.Failed == 0 && !stopped)
         Timer1.start();
     RefreshFiles();
+}
+
+int RenameForm::LeftToUndo() const
+{
+    int left = 0;
+    for (qsizetype i = 0; i < UndoOldPaths.size(); ++i)
+        left += UndoOldPaths[i] != UndoNewPaths[i] ? 1 : 0;
+    return left;
 }
 
 void RenameForm::AllowOnce_Click()
