@@ -10,6 +10,7 @@
 #include <QFontDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QMimeDatabase>
 #include <QTextDocument>
 #include <QTextEdit>
 
@@ -99,6 +100,15 @@ std::pair<QString, QString> SplitProposal(const QString &proposal)
     return {ToHostPath(folder + u'\\'), ToHostPath(proposal.sliced(separator + 1))};
 }
 
+/// The dialog leaves every name as it is that holds a full stop, also "Vol. 2".
+QString WithSuffix(const QString &path, const QString &suffix)
+{
+    const QString end = u'.' + suffix;
+    const bool isKnown = suffix.isEmpty() || path.endsWith(end, Qt::CaseInsensitive) ||
+                         !QMimeDatabase().suffixForFileName(path).isEmpty();
+    return isKnown ? path : path + end;
+}
+
 QStringList RunFilesDialog(QFileDialog &dialog)
 {
     QStringList paths;
@@ -155,7 +165,8 @@ std::optional<QString> AskSaveFile(const FilePrompt &prompt)
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString &filter) {
         dialog.setDefaultSuffix(filter.section(u"(*."_s, 1).section(u')', 0, 0));
     });
-    return RunFileDialog(dialog);
+    const auto path = RunFileDialog(dialog);
+    return path ? std::optional(WithSuffix(*path, dialog.defaultSuffix())) : std::nullopt;
 }
 
 std::optional<QString> AskFolder(const FolderPrompt &prompt)

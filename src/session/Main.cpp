@@ -361,7 +361,7 @@ bool Main::EndWithHost(bool mayAsk)
     const QStringList files = FileArray;
     Attempt([&] {
         if (mayAsk)
-            ends = running ? !isAtStake : CloseTools() && PrepareToEnd();
+            ends = !isClosing && (running ? !isAtStake : CloseTools() && PrepareToEnd());
         // A list that is being read has no rows yet: the last session stays.
         if (keepsSession && (running ? ListView1.Count() > 0 : !mayAsk))
             SetFormState(true);
@@ -375,6 +375,8 @@ bool Main::EndWithHost(bool mayAsk)
 void Main::closeEvent(QCloseEvent *event)
 {
     event->ignore();
+    isClosing = true;
+    const auto closed = qScopeGuard([this] { isClosing = false; });
     Attempt([&] {
         if (PrepareToEnd())
             event->accept();

@@ -74,7 +74,7 @@ public:
     bool ConfirmSaveFirst();
     /// The host's session ends (log-off): asks and stores as closing the window does, which then asks no more until a
     /// command has run. Without asking when that may not be. False when the user wants to stay, or cannot be asked
-    /// about a changed list.
+    /// since a question is open, or a command runs with a changed list or in a tool.
     bool EndWithHost(bool mayAsk);
     /// True if written.
     bool SavePlaylist(bool forceDialog, bool relative);
@@ -360,6 +360,7 @@ private:
     std::optional<EntryFinder> batchOfDrop;
     /// The host's session is about to end, and no command has run since what was to be asked was asked.
     bool hostEnds = false;
+    bool isClosing = false;
 
     // What Reset and Default go back to.
     std::array<int, ColumnMode> ColumnWidthDefaults{};

@@ -30,9 +30,10 @@ void Main::PrevM3U(PreviewMode mode)
     bool opened = false;
     const QStringList paths = StorePreview() ? QStringList{SessionFile()} : FileArray;
     LongRun run(nullptr, nullptr);
+    const Progress progress = run.AsProgress();
     for (qsizetype i = 0; i < paths.size() && !run.Stopped(); ++i) {
         opened |= host.Shell.OpenElsewhere(paths[i]);
-        run.AsProgress().SetValue(static_cast<int>(i) + 1);
+        progress.SetValue(static_cast<int>(i) + 1);
     }
     if (!opened)
         Answer(u"No player is registered for playlists"_s);

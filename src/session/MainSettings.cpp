@@ -153,7 +153,9 @@ void Main::SaveShortcuts()
     const QStringList stored = StoredShortcuts();
     QStringList all;
     for (const QString &path : ShortcutList + stored) {
-        const bool isGone = storedShortcuts.contains(path) && (!stored.contains(path) || !ShortcutList.contains(path));
+        // One on a disk that is away is not shown, and comes back with it.
+        const bool isShown = ShortcutList.contains(path) || !AnalysePath(FolderOf(path)).IsFolder;
+        const bool isGone = storedShortcuts.contains(path) && (!stored.contains(path) || !isShown);
         if (!isGone && !all.contains(path))
             all.append(path);
     }

@@ -1,3 +1,4 @@
+#include "platform/Drives.h"
 #include "session/InternetShortcut.h"
 #include "session/Main.h"
 #include "session/MenuTable.h"
@@ -39,8 +40,8 @@ void Main::OpenShortcut(const QString &path)
 {
     const bool isInternetShortcut = GetExtension(path).toLower() == ".url"_L1;
     const std::optional<QString> target = isInternetShortcut ? InternetShortcutTarget(path) : path;
-    if (target)
-        host.Shell.Open(*target);
-    else
+    if (target && !host.Shell.Open(*target))
+        Answer(u"No program opened the file: "_s + ShownPath(*target));
+    else if (!target)
         host.Prompts.Message({u"Failed to open Internet shortcut!"_s, PromptIcon::Stop, PromptButtons::Ok, {}});
 }

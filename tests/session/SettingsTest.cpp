@@ -130,6 +130,7 @@ private Q_SLOTS:
         const QString shortcut = f.Write(u"here.url"_s, "x");
         f.Settings[u"SH/1"_s] = f.Inside(u"gone.url"_s);
         f.Settings[u"SH/2"_s] = shortcut;
+        f.Settings[u"SH/3"_s] = f.Inside(u"away\\x.url"_s);
         f.Restart();
         f.Window->RestoreSession({});
         QVERIFY(!f.Window->Command("MToolsSaveSetting")->isChecked());
@@ -137,7 +138,8 @@ private Q_SLOTS:
         f.Window->close();
         // What has gone vanishes with the next save, and the rest closes ranks.
         QCOMPARE(f.Settings[u"SH/1"_s], shortcut);
-        QCOMPARE(f.Settings[u"SH/2"_s], QString());
+        // What may be on a disk that is away comes back with it.
+        QCOMPARE(f.Settings[u"SH/2"_s] + f.Settings[u"SH/3"_s], f.Inside(u"away\\x.url"_s));
     }
 
     void SessionComesBack()
@@ -233,6 +235,12 @@ private Q_SLOTS:
         f.Prompts.Expect(question, PromptAnswer::Cancel);
         QVERIFY(!f.Window->close());
         QCOMPARE(f.Read(u"app\\tmp.m3u"_s), ToPlaylistLine(f.Inside(u"a.wma"_s)).toUtf8() + "\r\n");
+        // Nor while the question of a close is open.
+        bool ends = true;
+        f.Prompts.Meanwhile = [&] { ends = f.Window->EndWithHost(true); };
+        f.Prompts.Expect(question, PromptAnswer::Cancel);
+        QVERIFY(!f.Window->close() && !ends);
+        f.Prompts.Meanwhile = [] {};
         for (const bool goesOn : {true, false}) {
             f.Prompts.Expect(question, PromptAnswer::No);
             QVERIFY(f.Window->EndWithHost(true));
