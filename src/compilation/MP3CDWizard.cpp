@@ -103,10 +103,13 @@ void MP3CDWizard::ConnectControls()
     connect(ui->CDROMLoc, &QComboBox::editTextChanged, this, &MP3CDWizard::EnableFolders);
     for (QCheckBox *box : {ui->chkCreateTable, ui->chkCopyBrowser, ui->chkCreateAutorun, ui->chkAutoIcon})
         connect(box, &QCheckBox::toggled, this, &MP3CDWizard::EnableFileOptions);
-    connect(ui->IconChooser, &QComboBox::currentIndexChanged, this, [this](int index) {
+    const auto showStockPicture = [this](int index) {
         if (index > 0)
             ShowPicture(StockPicture(index));
-    });
+    };
+    connect(ui->IconChooser, &QComboBox::currentIndexChanged, this, showStockPicture);
+    // Also the one that was chosen before, where another picture is shown.
+    connect(ui->IconChooser, &QComboBox::activated, this, showStockPicture);
     connect(ui->IconChooser, &QComboBox::activated, this,
             [this](int index) { Run([&] { IconChooser_Click(index); }); });
 }
@@ -124,6 +127,7 @@ void MP3CDWizard::Form_Activate()
     ui->CDROMLoc->clear();
     IconFile.clear();
     ReportFile.clear();
+    hasFailed = false;
     ResetWizard();
 }
 
@@ -131,13 +135,11 @@ void MP3CDWizard::ResetWizard()
 {
     StepIndex = 0;
     ShowFrame(0);
-    for (const auto &[key, box] : Boxes())
-        box->setChecked(true);
     ui->chkCopyBrowser->setEnabled(true);
     ui->ShowSoftware->setEnabled(true);
-    ui->ImSize->setCurrentIndex(UsualDisc);
-    ui->IconChooser->setCurrentIndex(UsualPicture);
-    LoadSettings();
+    // What was entered for a compilation that failed is there for another try.
+    if (!hasFailed)
+        LoadChoices();
     EnableFolders();
     EnableFileOptions();
     ui->lblCheckFilesReport->clear();
@@ -145,6 +147,15 @@ void MP3CDWizard::ResetWizard()
     ui->lblReport->setText(u"Click 'Next>' to create the files of the compilation."_s);
     ui->Label7->clear();
     ui->DragToBurn->clear();
+}
+
+void MP3CDWizard::LoadChoices()
+{
+    for (const auto &[key, box] : Boxes())
+        box->setChecked(true);
+    ui->ImSize->setCurrentIndex(UsualDisc);
+    ui->IconChooser->setCurrentIndex(UsualPicture);
+    LoadSettings();
 }
 
 QList<std::pair<QString, QCheckBox *>> MP3CDWizard::Boxes() const

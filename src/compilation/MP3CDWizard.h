@@ -51,6 +51,8 @@ private:
     /// The boxes of the settings, each with its key.
     QList<std::pair<QString, QCheckBox *>> Boxes() const;
     void LoadSettings();
+    /// The usual choices, and those of the last compilation.
+    void LoadChoices();
     void SaveSettings() const;
     void EnableFolders();
     void EnableFileOptions();
@@ -81,6 +83,7 @@ private:
 
     std::unique_ptr<Ui::MP3CDWizard> ui;
     int StepIndex = 0;
+    bool hasFailed = false;
     /// Fixed when the first step is left; no trailing backslash.
     QString CompilationFolder;
     /// The custom icon, and the settings of the report; empty for none.

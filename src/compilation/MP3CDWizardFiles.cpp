@@ -200,7 +200,8 @@ void MP3CDWizard::RunBuild()
     LongRun run(ui->ProgressBar2, ui->lblReport);
     const BuildOutcome outcome = BuildCompilation(Plan(), CompilationFiles, ui->DragToBurn->Files, ReportRecord,
                                                   run.AsProgress(), main.World().Clock);
-    if (outcome.Result == BuildResult::Done)
+    hasFailed = outcome.Result != BuildResult::Done;
+    if (!hasFailed)
         ReportSuccess(outcome.IconSaved);
     else
         ReportFailure(run.Stopped());

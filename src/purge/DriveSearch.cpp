@@ -122,7 +122,7 @@ public:
     bool Enter(const QString &folder, const FolderReader &open)
     {
         const FolderIdentity identity = open.Identify();
-        // Links are not followed, so that a walk ends all the same.
+        // No link is followed, so that a walk ends all the same.
         if (!identity.Valid)
             return HoldsUserFiles(folder);
         Device &device = devices[identity.Device];

@@ -257,12 +257,13 @@ bool FilterForm::ApplyChoice()
     ui->ProgressBar1->setFormat({});
     const auto showNumber = qScopeGuard([this] { ShowFolderNumber(); });
     const int selected = ui->FoundPaths->SelectedRow();
-    QList<int> ticked;
+    // Where the files of each folder begin.
+    QMap<qsizetype, int> ticked;
     QStringList others;
     for (int row = 0; row < ui->FoundPaths->RowCount(); ++row) {
         if (row == selected || !ui->FoundPaths->IsTicked(row))
             continue;
-        ticked.append(row);
+        ticked.insert(others.size(), row);
         others += ListAudioFiles(suggestions[static_cast<std::size_t>(row)].Folder);
     }
     // When this is stopped or the playlist is full, the folder stays, and no file must be added twice.
@@ -277,8 +278,10 @@ bool FilterForm::ApplyChoice()
         main.NameStep(u"Restore "_s + CountedItems(restored));
     main.PlaylistDirty = main.PlaylistDirty || restored > 0 || !others.isEmpty();
     const int added = AppendFiles(main.ListView1, others, run.AsProgress());
-    for (const int row : added == 0 && run.Stopped() ? ticked : QList<int>())
-        ui->FoundPaths->SetTicked(row, true);
+    if (run.Stopped()) {
+        for (auto rest = ticked.lowerBound(added); rest != ticked.end(); ++rest)
+            ui->FoundPaths->SetTicked(*rest, true);
+    }
     main.ListView1_Click();
     if (run.Stopped())
         Report(ui->lbReport, u"Stopped: Restored "_s + QString::number(RestoredCount) + u" Items so far...");

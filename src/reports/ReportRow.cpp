@@ -100,7 +100,12 @@ const QString &ReportRow::FolderCell()
 
 QString ReportRow::RelativeTo(const QString &text) const
 {
-    return !root.isEmpty() && text.startsWith(root) ? text.sliced(root.size()) : text;
+    if (root.isEmpty() || !text.startsWith(root))
+        return text;
+    qsizetype start = root.size();
+    while (start < text.size() && text[start] == u'\\')
+        ++start;
+    return text.sliced(start);
 }
 
 QString ReportRow::Link() const

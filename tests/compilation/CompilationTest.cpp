@@ -5,6 +5,7 @@
 #include "support/FormDriver.h"
 
 #include <QBuffer>
+#include <QComboBox>
 #include <QLabel>
 #include <QMimeData>
 #include <QPainter>
@@ -201,6 +202,11 @@ private Q_SLOTS:
             QCOMPARE(w.Text("Label7").endsWith(u"lick 'Next>' to try again..."_s), fails);
             QCOMPARE(w.Listed() + w.Content(other) == "a b.wma " + other.toLatin1() + "mine", fails);
             QCOMPARE(w.Cells("DragToBurn").isEmpty() && w.Setting("Init").isEmpty(), fails);
+            // What was entered is there for another try.
+            w.Setting("Init") = u"1"_s;
+            w.Setting("CA") = u"0"_s;
+            w.Next(1);
+            QCOMPARE(w.Ticked("chkCreateTable"), fails);
         }
     }
 
@@ -306,6 +312,16 @@ private Q_SLOTS:
         QVERIFY(w.Picture() != eighth && !isWhole());
         w.Next(3);
         QVERIFY(w.Picture() == eighth && w.Text("IconChooser") == u"8");
+
+        // The number that was chosen before takes the place of a picture that is remembered.
+        w.F.Write(u"own.ICO"_s, icon);
+        w.Setting("IC") = u"8"_s;
+        w.Open();
+        w.Enter("CDROMLoc", u"2"_s);
+        w.Next(2);
+        const QByteArray remembered = w.Picture();
+        Q_EMIT w.At<QComboBox>("IconChooser")->activated(8);
+        QVERIFY(remembered != eighth && w.Picture() == eighth);
 
         // Four entries, which are read back. A header, the lowest row of 16 pixels, and the first row of the mask.
         QCOMPARE(icon.first(22) + icon.mid(70, 16), "\0\0\1\0\4\0\x10\x10\0\0\1\0\x20\0\x68\4\0\0\x46\0\0\0"

@@ -195,6 +195,10 @@ private Q_SLOTS:
         for (const QString &cell : {ToHostPath(w.F.Inside(u"sub"_s)), u"It's 100% #1 R&b"_s,
                                     QString(u"&lt;img Src=x&gt;&lt;" + ShownPath(u"\uF00A"_s))})
             QVERIFY2(page.contains(u"'>" + cell + u"</font></td>"), qPrintable(page));
+        // A doubled separator is none of the name.
+        const QString doubled = w.F.Inside(u"\\sub\\b.wma"_s);
+        w.F.Write(u"sub\\b.wma"_s, "1");
+        QVERIFY(w.Written({doubled, w.F.Write(u"c.wma"_s, "1")}).contains(u"<a href=sub/b.wma>"));
         w.Settings.SaveRel = false;
         QVERIFY(w.Written({file}).contains(link));
     }
