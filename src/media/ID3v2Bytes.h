@@ -32,7 +32,7 @@ QByteArray SyncSafeBytes(quint32 value);
 /// Puts a zero byte behind each FF that a decoder could take for the start of audio, and takes it out again.
 QByteArray Unsynchronise(QByteArrayView bytes);
 QByteArray Resynchronise(QByteArrayView bytes);
-/// False for bytes that have an FF without such a zero, whatever is said of them.
+/// False for bytes in which an FF lacks the zero that it would need, whatever is said of them.
 bool CanBeUnsynchronised(QByteArrayView bytes);
 
 /// The size of a whole tag from the ten bytes of its header ("ID3") or footer ("3DI"), which look alike but for the

@@ -30,14 +30,14 @@ void MP3File::SetShownFrame(QByteArrayView id, const QString &text)
 
 void MP3File::WriteID3v2(const QString &path)
 {
-    TaggedFile file(path, DiskFactsOf(path));
+    TaggedFile file(path);
     file.PutID3v2(v2);
     file.Write();
 }
 
 void MP3File::WriteID3v1(const QString &path)
 {
-    TaggedFile file(path, DiskFactsOf(path));
+    TaggedFile file(path);
     file.PutID3v1(v1);
     file.Write();
 }
@@ -52,14 +52,14 @@ void MP3File::ReadID3v1(const QString &path, bool withMPEG)
 
 void MP3File::RemoveID3v1(const QString &path)
 {
-    TaggedFile file(path, DiskFactsOf(path));
+    TaggedFile file(path);
     file.DropID3v1();
     file.Write();
 }
 
 void MP3File::RemoveID3v2(const QString &path)
 {
-    TaggedFile file(path, DiskFactsOf(path));
+    TaggedFile file(path);
     file.DropID3v2();
     file.Write();
 }
@@ -110,7 +110,9 @@ void MP3File::ReadStreamOf(const TaggedFile &file, bool wanted)
 
 void MP3File::WriteTags(const QString &path, TagChange id3v1, TagChange id3v2, const std::optional<DiskFacts> &asRead)
 {
-    TaggedFile file(path, asRead.value_or(DiskFactsOf(path)));
+    TaggedFile file(path);
+    if (asRead && !file.Input().Facts().HasSameContent(*asRead))
+        throw MediaError(ShownPath(path) % u" was changed meanwhile."_s);
     if (id3v1 == TagChange::Write)
         file.PutID3v1(v1);
     else

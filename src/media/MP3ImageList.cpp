@@ -69,13 +69,14 @@ PictureParts PartsOf(const QByteArray &content)
             TypeName(FromTagLib(head.mimeType())), static_cast<quint8>(head.type())};
 }
 
-bool IsSame(const ID3v2Tag &tag, const TagFrame &frame, const QByteArray &data, const QString &description)
+bool IsSame(const ID3v2Tag &tag, const TagFrame &frame, const QByteArray &data, const QString &description,
+            std::optional<quint8> type)
 {
     const std::optional<QByteArray> content = frame.Id == "APIC" ? tag.Content(frame) : std::nullopt;
     if (!content)
         return false;
     const PictureParts parts = PartsOf(*content);
-    return parts.Data == data && parts.Description == description;
+    return parts.Data == data && parts.Description == description && type.value_or(parts.Type) == parts.Type;
 }
 } // namespace
 
@@ -90,7 +91,7 @@ void MP3ImageList::Add(const QString &path, const QString &description, std::opt
     if (!ReadWholeFile(path, data))
         throw MediaError(ShownPath(path) % u" cannot be read."_s);
     const auto isImage = [this](const TagFrame &frame) { return IsImage(tag, frame); };
-    const auto isSame = [&](const TagFrame &frame) { return IsSame(tag, frame, data, description); };
+    const auto isSame = [&](const TagFrame &frame) { return IsSame(tag, frame, data, description, type); };
     tag.PutBehind(isImage, isSame, "APIC", [&] {
         AttachedPictureFrame head;
         head.setMimeType(ToTagLib(TypeOfData(data)));

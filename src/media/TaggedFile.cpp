@@ -65,7 +65,7 @@ TagPresence FindTags(const QString &path)
     }
 }
 
-TaggedFile::TaggedFile(const QString &filePath, const DiskFacts &asRead) : path(filePath), facts(asRead)
+TaggedFile::TaggedFile(const QString &filePath) : path(filePath)
 {
     if (!file.Open(path))
         throw MediaError(ShownPath(path) % u" cannot be opened."_s);
@@ -210,7 +210,7 @@ void TaggedFile::Write()
         return;
     std::vector<FilePiece> pieces{{front}, {{}, keepFrom, keepEnd - keepFrom}, {back}};
     std::erase_if(pieces, [](const FilePiece &piece) { return piece.Bytes.isEmpty() && piece.Count == 0; });
-    const RebuildState state = RebuildFile(path, facts, pieces);
+    const RebuildState state = RebuildFile(path, file.Facts(), pieces);
     if (state != RebuildState::Done)
         throw MediaError(ShownPath(path) % Reason(state));
 }

@@ -2,7 +2,6 @@
 
 #include "media/ID3v1Tag.h"
 #include "media/ID3v2Tag.h"
-#include "platform/DiskFile.h"
 #include "platform/Files.h"
 
 /// Which tags a file has, as far as its edges tell.
@@ -17,8 +16,7 @@ TagPresence FindTags(const QString &path);
 class TaggedFile
 {
 public:
-    /// To be written, a file must still be as it was read.
-    explicit TaggedFile(const QString &path, const DiskFacts &asRead = {});
+    explicit TaggedFile(const QString &path);
 
     const InputFile &Input() const { return file; }
     /// The tag at the file's front.
@@ -48,7 +46,6 @@ private:
     void RequireSize(const QByteArray &bytes) const;
 
     QString path;
-    DiskFacts facts;
     InputFile file;
     /// The new bytes at either end, and the stretch of the file that stays between them.
     QByteArray front;

@@ -20,6 +20,9 @@ struct DiskFacts {
     std::int64_t Modified = 0;
 
     bool operator==(const DiskFacts &) const = default;
+    /// As far as size and time tell. The other facts of a file that nobody touches are not the same ones for ever on
+    /// every disk.
+    bool HasSameContent(const DiskFacts &other) const { return Size == other.Size && Modified == other.Modified; }
 };
 DiskFacts DiskFactsOf(const QString &path);
 /// Whether the host says for certain that nothing stands at a path; false when it cannot look.

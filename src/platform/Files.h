@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/DiskFile.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -21,14 +23,15 @@ public:
 
     /// False for anything that is not a readable regular file (a folder, a pipe, a device). Never blocks on a pipe.
     bool Open(const QString &path);
-    /// Bytes in the file when it was opened.
-    std::int64_t Size() const { return size; }
+    /// The file when it was opened.
+    const DiskFacts &Facts() const { return facts; }
+    std::int64_t Size() const { return facts.Size; }
     /// Reads up to buffer.size() bytes from offset; returns the bytes read, 0 at or beyond the end, -1 on failure.
     std::ptrdiff_t ReadAt(std::int64_t offset, std::span<unsigned char> buffer) const;
 
 private:
     std::intptr_t handle = -1;
-    std::int64_t size = 0;
+    DiskFacts facts{.Size = 0};
 };
 
 /// Attribute bits as DOS knows them.

@@ -223,11 +223,12 @@ std::optional<std::vector<LeftNote>> ReadNotes(const DiskFile &file)
         const std::int64_t start = at + FrontSize;
         if ((state != Stands && state != Dropped) || headSize < 0 || size < headSize || size > whole - start)
             break;
-        QByteArray head(headSize, Qt::Uninitialized);
-        if (!read(start, head))
-            return std::nullopt;
-        if (state == Stands)
+        if (state == Stands) {
+            QByteArray head(headSize, Qt::Uninitialized);
+            if (!read(start, head))
+                return std::nullopt;
             notes.push_back({at, static_cast<Kind>(kind), head, start + headSize});
+        }
         at = start + size;
     }
     return notes;
@@ -267,6 +268,8 @@ bool GoFormer(QDataStream &head, GivenBack &givenBack)
     if (!ExamineFile(FolderOfPath(path)).IsFolder)
         return false;
     const DiskFacts found = DiskFactsOf(path);
+    if (found.Size < 0 && !IsAbsent(path))
+        return false;
     const bool isAnother = isNoted && found.Size >= 0 && found != givenBack.value(path) &&
                            (found.Size != madeSize || found.Modified != madeTime);
     if (isAnother) {
@@ -292,8 +295,11 @@ bool GoStretches(QDataStream &head, const DiskFile &notes, std::int64_t from)
     DiskFile file;
     if (!file.Open(path))
         return IsGone(path) && FolderNumber(path) == folder;
+    const DiskFacts found = file.Facts();
+    if (found.Size < 0)
+        return false;
     // Another file stands there by now.
-    if (file.Facts().Number != number)
+    if (found.Number != number)
         return true;
     for (const auto &[to, count] : stretches) {
         if (!CopyBytes(notes, from, file, to, count))

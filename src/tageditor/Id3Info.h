@@ -121,6 +121,7 @@ private:
     void LoadID3v2(MP3File &object, bool present, bool pasteFlag);
     void LoadComments(MP3File &object);
     void LoadImages(MP3File &object);
+    quint8 GenreNumber() const;
     /// The number for the tag of what stands in the track field; 0 for none.
     quint8 TrackNumber() const;
     void StoreImages(MP3File &object);
@@ -139,6 +140,8 @@ private:
     void SetAttribute(int attribute, bool on);
 
     void AddCommentRow(const MP3Comment &comment);
+    /// What was typed and has not been put into the list, ahead of an update.
+    void TakeTypedComment();
     void AddImageRow(TagPicture picture);
     /// Removes the selected row and selects the one before it; its place from 0, -1 when none was selected.
     static int RemoveSelectedRow(QTableWidget *list);
@@ -158,6 +161,8 @@ private:
     /// The frames that are shown with the text of one that has a description, which is a matter of the file they come
     /// from: pasted elsewhere they mean the frame without one.
     QSet<QByteArray> describedFrames;
+    /// The one file when its tags were read.
+    DiskFacts shownFile;
     /// The one file's tags could not be read, so that its fields show nothing of it.
     bool unread = false;
     /// The loaded genre's number, as long as the list shows another one because it has no such entry.

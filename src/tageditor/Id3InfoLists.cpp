@@ -98,6 +98,7 @@ void Id3Info::ID3v2AddComment_Click()
     if (!description || description->isEmpty())
         return;
     AddCommentRow({*description, text});
+    texts.Show(ui->ID3v2Comment, text);
     // The only row is the one that the other commands work on.
     if (comments.size() == 1)
         ui->ID3v2LstComments->selectRow(0);
@@ -112,6 +113,17 @@ void Id3Info::ID3v2EditComment_Click()
     const QString text = texts.Text(ui->ID3v2Comment);
     comments[static_cast<std::size_t>(row)].Text = text;
     ui->ID3v2LstComments->setItem(row, 1, Cell(text));
+    texts.Show(ui->ID3v2Comment, text);
+}
+
+void Id3Info::TakeTypedComment()
+{
+    if (!ui->ID3v2Present->isChecked() || !texts.IsEdited(ui->ID3v2Comment))
+        return;
+    if (SelectedRow(ui->ID3v2LstComments) >= 0)
+        ID3v2EditComment_Click();
+    else
+        ID3v2AddComment_Click();
 }
 
 void Id3Info::ID3v2RemoveComment_Click()

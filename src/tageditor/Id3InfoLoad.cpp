@@ -147,6 +147,7 @@ void Id3Info::ShowMP3(int page)
     MP3File object;
     if (IsOneFile()) {
         const QString &path = SelectedPaths.front();
+        shownFile = DiskFactsOf(path);
         if (!GetID3Tag(path, object)) {
             object.ResetFile(path);
             // Empty fields would take away tags that nobody has seen.
@@ -164,9 +165,9 @@ void Id3Info::ShowMP3(int page)
     ui->CmdCopy->setEnabled(object.HasID3v1() || object.HasID3v2());
     ui->FrameMPEGInfo->setEnabled(true);
     ui->FrameMPEGInfo->show();
-    EnablePages(true);
-    ui->Id3MainTab->setCurrentIndex(IsOneFile() ? page : 0);
-    ui->CmdPaste->setEnabled(HasCopy);
+    EnablePages(!unread);
+    ui->Id3MainTab->setCurrentIndex(IsOneFile() && !unread ? page : 0);
+    ui->CmdPaste->setEnabled(HasCopy && !unread);
 }
 
 void Id3Info::ShowOGG()

@@ -44,6 +44,11 @@ quint8 Id3Info::TrackNumber() const
     return whole >= 1 && whole <= 254 ? static_cast<quint8>(whole) : quint8(0);
 }
 
+quint8 Id3Info::GenreNumber() const
+{
+    return unlistedGenre.value_or(static_cast<quint8>(ui->ID3v1Genre->currentData().toUInt()));
+}
+
 void Id3Info::StoreTagFields(MP3File &object, bool copyFlag)
 {
     const bool v1 = ui->ID3v1Present->isChecked();
@@ -60,7 +65,7 @@ void Id3Info::StoreTagFields(MP3File &object, bool copyFlag)
         object.SetYear(texts.Text(ui->ID3v1Year));
         object.SetComment(texts.Text(ui->ID3v1Comment));
         object.SetTrack(track);
-        object.SetGenre(unlistedGenre.value_or(static_cast<quint8>(ui->ID3v1Genre->currentData().toUInt())));
+        object.SetGenre(GenreNumber());
     }
     if (!v2)
         return;
@@ -118,7 +123,7 @@ bool Id3Info::WriteTagFile(const QString &path, MP3File &object, const DiskFacts
 
 bool Id3Info::UpdateFile(const QString &path, MP3File &object, QString &reason)
 {
-    const DiskFacts asRead = DiskFactsOf(path);
+    const DiskFacts asRead = IsOneFile() ? shownFile : DiskFactsOf(path);
     try {
         object.ResetFile(path);
         object.ReadTags(path, false);
@@ -129,7 +134,9 @@ bool Id3Info::UpdateFile(const QString &path, MP3File &object, QString &reason)
         reason = failure.Text();
         return false;
     }
-    return WriteTagFile(path, object, asRead, reason);
+    const bool written = WriteTagFile(path, object, asRead, reason);
+    shownFile = DiskFactsOf(path);
+    return written;
 }
 
 void Id3Info::CmdUpdate_Click()
@@ -139,6 +146,7 @@ void Id3Info::CmdUpdate_Click()
 
 bool Id3Info::Update()
 {
+    TakeTypedComment();
     const Hourglass hourglass(this);
     const auto hideBar = qScopeGuard([this] { ui->ProgressBar1->hide(); });
     ui->ProgressBar1->show();
@@ -187,12 +195,15 @@ TagFields Id3Info::Fields() const
         for (const auto *field : page->findChildren<QComboBox *>())
             fields.Texts.append(field->currentText());
     };
-    if (fields.HasID3v1)
+    if (fields.HasID3v1) {
         take(ui->ID3v1InfoPage);
+        fields.Texts.append(QString::number(GenreNumber()));
+    }
     if (!fields.HasID3v2)
         return fields;
     for (const QWidget *page : {ui->ID3v2InfoPage, ui->ID3v2LyricsPage, ui->ID3v2MiscPage})
         take(page);
+    fields.Texts.append(texts.IsEdited(ui->ID3v2Comment) ? texts.Text(ui->ID3v2Comment) : QString());
     fields.Comments = QList<MP3Comment>(comments.begin(), comments.end());
     for (const TagPicture &picture : Id3v2ImageList)
         fields.Images.append(picture.Image());
@@ -227,15 +238,16 @@ void Id3Info::CmdCopy_Click()
     const Hourglass hourglass(this);
     if (!AnyTagTicked())
         return;
-    // What fails half-way leaves nothing to be pasted.
-    const auto offer = qScopeGuard([this] { ui->CmdPaste->setEnabled(HasCopy); });
     try {
         StoreTagFields(CopyBuffer, true);
-        HasCopy = true;
     } catch (const MediaError &) {
+        // Half of a copy is none.
         HasCopy = false;
+        ui->CmdPaste->setEnabled(false);
         throw;
     }
+    HasCopy = true;
+    ui->CmdPaste->setEnabled(true);
 }
 
 void Id3Info::CmdPaste_Click()
@@ -258,7 +270,8 @@ void Id3Info::ID3v1Duplicate_Click()
     texts.Show(ui->ID3v2Album, texts.Text(ui->ID3v1Album));
     texts.Show(ui->ID3v2Year, texts.Text(ui->ID3v1Year));
     texts.Show(ui->ID3v2Track, texts.Text(ui->ID3v1Track));
-    texts.Show(ui->ID3v2Genre->lineEdit(), ui->ID3v1Genre->currentText());
+    if (!unlistedGenre)
+        texts.Show(ui->ID3v2Genre->lineEdit(), ui->ID3v1Genre->currentText());
     const QString comment = texts.Text(ui->ID3v1Comment);
     if (comment.isEmpty())
         return;

@@ -91,13 +91,16 @@ QString PathOfLine(const QString &line, const QString &folder)
 /// would have twice as many.
 void DropOtherNames(QStringList &paths)
 {
-    QSet<std::pair<std::uint64_t, std::uint64_t>> seen;
-    paths.removeIf([&seen](const QString &path) {
+    QSet<std::pair<std::uint64_t, std::uint64_t>> numbers;
+    QSet<QString> names;
+    paths.removeIf([&](const QString &path) {
         const FolderIdentity folder = IdentifyFolder(path);
-        const std::pair number{folder.Device, folder.Number};
-        const bool isKnown = folder.Valid && seen.contains(number);
-        seen.insert(number);
-        return isKnown;
+        const qsizetype before = numbers.size() + names.size();
+        if (folder.Valid)
+            numbers.insert({folder.Device, folder.Number});
+        else
+            names.insert(FoldedName(path));
+        return numbers.size() + names.size() == before;
     });
 }
 } // namespace

@@ -30,8 +30,9 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
 {
     File &file = files[static_cast<std::size_t>(n)];
     const DiskFacts found = DiskFactsOf(file.Path);
-    // Some disks give a file that has not been touched a new number now and then.
-    const bool isAnother = found.Size >= 0 && (found.Size != file.Facts.Size || found.Modified != file.Facts.Modified);
+    if (found.Size < 0 && !IsAbsent(file.Path))
+        return TakenBack::Failed;
+    const bool isAnother = found.Size >= 0 && !found.HasSameContent(file.Facts);
     if (isAnother)
         file.Former.Forget();
     if (file.IsTakenBack || isAnother)

@@ -183,6 +183,8 @@ public:
     {
         scenario.Prepare(stage);
         before = Look();
+        for (auto file = before.begin(); file != before.end(); ++file)
+            times[file.key()] = std::filesystem::last_write_time(PathOf(file.key()));
         hasLink = before.contains(u"3/b.mp3"_s) && std::filesystem::equivalent(Linked("a"), Linked("b"));
         clean = Run(Fault::None, 0);
         afterwards = Look();
@@ -237,6 +239,8 @@ private:
         return disk;
     }
 
+    std::filesystem::path PathOf(const QString &name) const { return stage.F.Temporary.filePath(name).toStdString(); }
+
     /// Puts the files back as they were before.
     void Restore() const
     {
@@ -248,6 +252,7 @@ private:
         for (auto file = before.begin(); file != before.end(); ++file) {
             if (disk.value(file.key()) != *file || !disk.contains(file.key()))
                 WriteAnew(stage.F.Temporary.filePath(file.key()), *file);
+            std::filesystem::last_write_time(PathOf(file.key()), times[file.key()]);
         }
         if (hasLink && !std::filesystem::equivalent(Linked("a"), Linked("b"))) {
             std::filesystem::remove(Linked("b"));
@@ -425,6 +430,7 @@ private:
     const Scenario &scenario;
     Stage stage;
     Disk before;
+    QHash<QString, std::filesystem::file_time_type> times;
     Disk afterwards;
     Outcome clean;
     bool faultLasts = false;

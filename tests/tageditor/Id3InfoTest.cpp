@@ -226,6 +226,7 @@ private Q_SLOTS:
         e.ExpectQuestion(PromptAnswer::Cancel);
         e.Click("CmdClose");
         QVERIFY(!ends);
+        e.F.Prompts.Meanwhile = [] {};
         e.ExpectQuestion(PromptAnswer::Cancel);
         QVERIFY(!e.F.Window->EndWithHost(true) && e.Form->isVisible());
         // What was entered waits for a second try.
@@ -251,8 +252,46 @@ private Q_SLOTS:
         e.Take(u"b.mp3"_s);
         e.Open({1});
         QCOMPARE(e.Commands() + e.Text("lbLostTags"), u"NextThe tags of this file could not be read."_s);
+        QVERIFY(!e.Enabled("ID3v1Present") && !e.Enabled("ID3v2Present"));
         e.Click("CmdNext");
         QCOMPARE(e.Commands() + e.Text("lbLostTags"), u"Prev Copy Update"_s);
+        e.Click("ID3v1Present");
+        e.Click("CmdCopy");
+        e.Click("CmdUpdate");
+        e.Click("CmdPrev");
+        QCOMPARE(e.Commands(), u"Next"_s);
+    }
+
+    void ChangedFilesStay()
+    {
+        TagEditor e;
+        const QString path = e.OpenUntagged();
+        e.Click("ID3v2Present");
+        e.Enter("ID3v2Title", u"mine"_s);
+        MP3File theirs;
+        theirs.SetFrame("TPE1", u"theirs"_s);
+        theirs.WriteID3v2(path);
+        const QByteArray before = e.F.Read(u"a.mp3"_s);
+        e.ClickAndRead("CmdUpdate", failed);
+        QVERIFY(e.F.Prompts.LastDetails.endsWith(u"was changed meanwhile.") && e.F.Read(u"a.mp3"_s) == before);
+        // Who has been told may do it all the same.
+        QCOMPARE(e.Text("ID3v2Title"), u"mine"_s);
+        e.Click("CmdUpdate");
+        QCOMPARE(Tags(path)->GetFrame("TIT2"), u"mine"_s);
+    }
+
+    void TypedCommentsAreTaken()
+    {
+        TagEditor e;
+        const QString path = e.OpenUntagged();
+        e.Click("ID3v2Present");
+        e.Enter("ID3v2Comment", u"new"_s);
+        e.ClickAndGive("CmdUpdate", u"Enter description."_s, u"d"_s);
+        e.Enter("ID3v2Comment", u"newer"_s);
+        e.ExpectQuestion(PromptAnswer::Yes);
+        e.Click("CmdClose");
+        const auto comments = Tags(path)->Comments().Items();
+        QVERIFY(comments.size() == 1 && comments[0].Text == u"newer" && comments[0].Description == u"d");
     }
 
     void TellsWhatTagsGo()

@@ -1,6 +1,7 @@
 #include "platform/DiskFile.h"
 
 #include "platform/Drives.h"
+#include "platform/linux/FactsFrom.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -21,14 +22,14 @@ int Descriptor(std::intptr_t handle)
     return static_cast<int>(handle);
 }
 
+} // namespace
+
 DiskFacts FactsFrom(const struct stat &facts)
 {
     constexpr std::int64_t nanoseconds = 1'000'000'000;
     return {facts.st_dev, facts.st_ino, facts.st_nlink, facts.st_size,
             facts.st_mtim.tv_sec * nanoseconds + facts.st_mtim.tv_nsec};
 }
-
-} // namespace
 
 DiskFacts DiskFactsOf(const QString &path)
 {

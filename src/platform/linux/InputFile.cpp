@@ -1,6 +1,7 @@
 #include "platform/Files.h"
 
 #include "platform/Drives.h"
+#include "platform/linux/FactsFrom.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -34,20 +35,20 @@ bool InputFile::Open(const QString &path)
     if (handle >= 0)
         ::close(static_cast<int>(handle));
     handle = -1;
-    size = 0;
+    facts = {.Size = 0};
     const QByteArray bytes = ToHostBytes(path);
     if (bytes.isEmpty())
         return false;
     const int file = OpenRetrying(bytes.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (file < 0)
         return false;
-    struct stat facts;
-    if (::fstat(file, &facts) != 0 || !S_ISREG(facts.st_mode)) {
+    struct stat found;
+    if (::fstat(file, &found) != 0 || !S_ISREG(found.st_mode)) {
         ::close(file);
         return false;
     }
     handle = file;
-    size = facts.st_size;
+    facts = FactsFrom(found);
     return true;
 }
 
@@ -65,7 +66,7 @@ std::ptrdiff_t InputFile::ReadAt(std::int64_t offset, std::span<unsigned char> b
             return -1;
         done += static_cast<std::size_t>(count);
         // A file server may answer in pieces; at the known end no further read is needed.
-        if (count == 0 || offset + static_cast<std::int64_t>(done) >= size)
+        if (count == 0 || offset + static_cast<std::int64_t>(done) >= facts.Size)
             break;
     }
     return static_cast<std::ptrdiff_t>(done);

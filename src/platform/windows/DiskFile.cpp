@@ -33,6 +33,8 @@ OVERLAPPED PlaceOf(std::int64_t offset)
     return place;
 }
 
+} // namespace
+
 DiskFacts FactsFrom(HANDLE file)
 {
     BY_HANDLE_FILE_INFORMATION facts;
@@ -44,8 +46,6 @@ DiskFacts FactsFrom(HANDLE file)
         static_cast<std::int64_t>(joined(facts.nFileSizeHigh, facts.nFileSizeLow)),
         static_cast<std::int64_t>(joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime))};
 }
-
-} // namespace
 
 DiskFacts DiskFactsOf(const QString &path)
 {

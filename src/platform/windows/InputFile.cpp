@@ -39,19 +39,19 @@ bool InputFile::Open(const QString &path)
     if (handle != -1)
         CloseHandle(HandleOf(handle));
     handle = -1;
-    size = 0;
+    facts = {.Size = 0};
     const HANDLE file =
         CreateFileW(WidePath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return false;
-    LARGE_INTEGER bytes{};
-    if (GetFileType(file) != FILE_TYPE_DISK || !GetFileSizeEx(file, &bytes)) {
+    const DiskFacts found = GetFileType(file) == FILE_TYPE_DISK ? FactsFrom(file) : DiskFacts();
+    if (found.Size < 0) {
         CloseHandle(file);
         return false;
     }
     handle = std::bit_cast<std::intptr_t>(file);
-    size = bytes.QuadPart;
+    facts = found;
     return true;
 }
 
@@ -66,7 +66,7 @@ std::ptrdiff_t InputFile::ReadAt(std::int64_t offset, std::span<unsigned char> b
         if (count < 0)
             return -1;
         done += static_cast<std::size_t>(count);
-        if (count == 0 || place + count >= size)
+        if (count == 0 || place + count >= facts.Size)
             break;
     }
     return static_cast<std::ptrdiff_t>(done);

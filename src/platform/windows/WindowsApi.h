@@ -51,3 +51,5 @@ private:
 
 /// Opens a file or folder for questions about it only, through its links.
 HANDLE OpenForFacts(const std::wstring &path);
+/// Without a size where they cannot be told.
+DiskFacts FactsFrom(HANDLE file);

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "platform/DiskFile.h"
+
+struct stat;
+
+DiskFacts FactsFrom(const struct stat &facts);
