@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/DiskFile.h"
+
 #include <QString>
 
 #include <string>
