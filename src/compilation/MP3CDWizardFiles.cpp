@@ -100,8 +100,10 @@ bool MP3CDWizard::ShowIconFile(const QString &path)
 
 void MP3CDWizard::IconChooser_Click(int index)
 {
-    if (index != CustomPicture)
+    if (index != CustomPicture) {
+        IconFile.clear();
         return;
+    }
     const auto path = main.World().Prompts.OpenFile({u"Custom"_s, u"Icons (*.ico)|*.ico|"_s, u"rpt"_s, u"*.ico"_s});
     if (path && ShowIconFile(*path))
         IconFile = *path;

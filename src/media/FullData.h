@@ -8,7 +8,7 @@ struct VorbisTag;
 bool FullData();
 void SetFullData(bool on);
 
-/// What a file that is no MP3 holds, read by TagLib by its content.
+/// What a file that is no MP3 holds, read by TagLib.
 struct AudioData {
     /// Milliseconds.
     int Length = 0;

@@ -122,7 +122,7 @@ public:
     enum class TagChange { Write, Remove };
     /// WriteID3v1 or RemoveID3v1, then WriteID3v2 or RemoveID3v2, in one writing of the file where both can be done.
     /// When the second cannot, the first is done all the same, and MediaError is raised.
-    /// With asRead, also raised for a file that is another one, or has been written to, since then.
+    /// With asRead, also raised for a file whose size or time is another one since then.
     void WriteTags(const QString &path, TagChange id3v1, TagChange id3v2, const std::optional<DiskFacts> &asRead = {});
 
 private:

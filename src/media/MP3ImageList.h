@@ -34,8 +34,8 @@ public:
     explicit MP3ImageList(ID3v2Tag &held) : tag(held) {}
 
     /// Puts a picture with a file's content behind the others; without a type the first one is the front cover, others
-    /// are "other". The file can be deleted right after. The data and description of a picture that the tag had before
-    /// Clear bring back its frame as it was. Raises MediaError for a file that cannot be read.
+    /// are "other". The file can be deleted right after. The data, description and type of a picture that the tag had
+    /// before Clear bring back its frame as it was. Raises MediaError for a file that cannot be read.
     void Add(const QString &path, const QString &description, std::optional<quint8> type = {});
     /// From 1; an empty picture for a place that does not exist.
     MP3Image Item(qint16 index) const;

@@ -105,7 +105,7 @@ QString WithSuffix(const QString &path, const QString &suffix)
 {
     const QString end = u'.' + suffix;
     const bool isKnown = suffix.isEmpty() || path.endsWith(end, Qt::CaseInsensitive) ||
-                         !QMimeDatabase().suffixForFileName(path).isEmpty();
+                         QMimeDatabase().suffixForFileName(path).size() > 1 || ExamineFile(path).Exists;
     return isKnown ? path : path + end;
 }
 

@@ -124,12 +124,11 @@ void RenameForm::cmdUndo_Click()
     const Hourglass hourglass(this);
     Report(u"Restoring Filenames..."_s);
     UndoOutcome outcome;
-    bool stopped = false;
     {
         LongRun run(ui->ProgressBar1, nullptr);
         outcome = UndoRename(UndoOldPaths, UndoNewPaths, run.AsProgress());
-        stopped = run.Stopped();
     }
+    const int untried = LeftToUndo() - outcome.Failed;
     const std::vector<int> rows = FollowFiles(main.ListView1, outcome.From, outcome.To);
     main.PlaylistDirty = main.PlaylistDirty || !rows.empty();
     // Rows that Undo would bring back have lost their files.
@@ -140,10 +139,10 @@ void RenameForm::cmdUndo_Click()
     ui->cmdUndo->setEnabled(LeftToUndo() > 0);
     ui->ProgressBar1->reset();
     QString report = u"Done: %1/%2 Items were Restored"_s.arg(outcome.Restored()).arg(outcome.Attempted);
-    if (stopped)
-        report += u", ended after %1 of %2"_s.arg(outcome.Restored()).arg(outcome.Restored() + LeftToUndo());
+    if (untried > 0)
+        report += u", ended after %1 of %2"_s.arg(outcome.Attempted).arg(outcome.Attempted + untried);
     Report(report);
-    if (outcome.Failed == 0 && !stopped)
+    if (outcome.Failed == 0 && untried == 0)
         Timer1.start();
     RefreshFiles();
 }

@@ -374,4 +374,6 @@ private:
     // As they were stored at the start.
     QStringList storedRecentFiles;
     QStringList storedShortcuts;
+    /// Those whose folder was not there at the start: they are not shown, and come back with their disk.
+    QStringList awayShortcuts;
 };

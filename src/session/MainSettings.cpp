@@ -153,9 +153,8 @@ void Main::SaveShortcuts()
     const QStringList stored = StoredShortcuts();
     QStringList all;
     for (const QString &path : ShortcutList + stored) {
-        // One on a disk that is away is not shown, and comes back with it.
-        const bool isShown = ShortcutList.contains(path) || !AnalysePath(FolderOf(path)).IsFolder;
-        const bool isGone = storedShortcuts.contains(path) && (!stored.contains(path) || !isShown);
+        const bool isKept = ShortcutList.contains(path) || awayShortcuts.contains(path);
+        const bool isGone = storedShortcuts.contains(path) && (!stored.contains(path) || !isKept);
         if (!isGone && !all.contains(path))
             all.append(path);
     }
@@ -261,6 +260,8 @@ void Main::LoadState()
     for (const QString &path : std::as_const(storedShortcuts)) {
         if (PathExists(path))
             AddShortcut(path);
+        else if (!AnalysePath(FolderOf(path)).IsFolder)
+            awayShortcuts.append(path);
     }
     BookmarkFilePath = recent.Text(u"W"_s);
     SetFullData(host.Settings.Read(optionsSection, fullDataKey) == "1"_L1);

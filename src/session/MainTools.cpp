@@ -23,6 +23,7 @@ void Main::MToolsShortCutDel_Click()
     for (qsizetype index = ShortcutList.size(); index >= 1; --index)
         delete commands.take(ElementName("MToolsShortCutAdd", static_cast<int>(index)));
     ShortcutList.clear();
+    awayShortcuts.clear();
 }
 
 void Main::ShortcutClick(int index)

@@ -140,8 +140,8 @@ private:
     void SetAttribute(int attribute, bool on);
 
     void AddCommentRow(const MP3Comment &comment);
-    /// What was typed and has not been put into the list, ahead of an update.
-    void TakeTypedComment();
+    /// Puts what was typed for a comment into the list, ahead of an update; false when it gets no description.
+    bool TakeTypedComment();
     void AddImageRow(TagPicture picture);
     /// Removes the selected row and selects the one before it; its place from 0, -1 when none was selected.
     static int RemoveSelectedRow(QTableWidget *list);

@@ -98,10 +98,7 @@ void Id3Info::ID3v2AddComment_Click()
     if (!description || description->isEmpty())
         return;
     AddCommentRow({*description, text});
-    texts.Show(ui->ID3v2Comment, text);
-    // The only row is the one that the other commands work on.
-    if (comments.size() == 1)
-        ui->ID3v2LstComments->selectRow(0);
+    ui->ID3v2LstComments->selectRow(ui->ID3v2LstComments->rowCount() - 1);
     ui->ID3v2Comment->setFocus();
 }
 
@@ -116,14 +113,15 @@ void Id3Info::ID3v2EditComment_Click()
     texts.Show(ui->ID3v2Comment, text);
 }
 
-void Id3Info::TakeTypedComment()
+bool Id3Info::TakeTypedComment()
 {
     if (!ui->ID3v2Present->isChecked() || !texts.IsEdited(ui->ID3v2Comment))
-        return;
+        return true;
     if (SelectedRow(ui->ID3v2LstComments) >= 0)
         ID3v2EditComment_Click();
     else
         ID3v2AddComment_Click();
+    return !texts.IsEdited(ui->ID3v2Comment);
 }
 
 void Id3Info::ID3v2RemoveComment_Click()

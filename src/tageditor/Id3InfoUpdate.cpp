@@ -116,6 +116,8 @@ bool Id3Info::WriteTagFile(const QString &path, MP3File &object, const DiskFacts
         object.WriteTags(path, change(ui->ID3v1Present), change(ui->ID3v2Present), asRead);
         return true;
     } catch (const MediaError &failure) {
+        // Who has been told may try again, and one of two tags may be there already.
+        shownFile = DiskFactsOf(path);
         reason = failure.Text();
         return false;
     }
@@ -134,9 +136,7 @@ bool Id3Info::UpdateFile(const QString &path, MP3File &object, QString &reason)
         reason = failure.Text();
         return false;
     }
-    const bool written = WriteTagFile(path, object, asRead, reason);
-    shownFile = DiskFactsOf(path);
-    return written;
+    return WriteTagFile(path, object, asRead, reason);
 }
 
 void Id3Info::CmdUpdate_Click()
@@ -146,7 +146,8 @@ void Id3Info::CmdUpdate_Click()
 
 bool Id3Info::Update()
 {
-    TakeTypedComment();
+    if (!TakeTypedComment())
+        return false;
     const Hourglass hourglass(this);
     const auto hideBar = qScopeGuard([this] { ui->ProgressBar1->hide(); });
     ui->ProgressBar1->show();

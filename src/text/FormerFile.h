@@ -18,6 +18,8 @@ public:
     void NoteMade(const DiskFacts &made) { wayBack.NoteMade(made); }
     /// What has been written stays.
     void Forget() { wayBack.Drop(); }
+    /// It cannot be given back now: what is noted is tried again.
+    void Abandon() { wayBack.Abandon(); }
 
     /// Whether a file stood there.
     bool Existed() const { return existed; }

@@ -30,8 +30,10 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
 {
     File &file = files[static_cast<std::size_t>(n)];
     const DiskFacts found = DiskFactsOf(file.Path);
-    if (found.Size < 0 && !IsAbsent(file.Path))
+    if (found.Size < 0 && !IsAbsent(file.Path)) {
+        file.Former.Abandon();
         return TakenBack::Failed;
+    }
     const bool isAnother = found.Size >= 0 && !found.HasSameContent(file.Facts);
     if (isAnother)
         file.Former.Forget();

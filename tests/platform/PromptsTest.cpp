@@ -81,7 +81,11 @@ private Q_SLOTS:
             static_cast<QDialog &>(dialog).accept();
         });
         QCOMPARE(QtPrompts().SaveFile(prompt), std::optional(In(u"fresh.m3u"_s)));
-        for (const auto &[typed, made] : {std::pair{u"Vol. 2"_s, u"Vol. 2.m3u"_s}, {u"a.txt"_s, u"a.txt"_s}}) {
+        QVERIFY(Write(u"Vol. 3"_s, "x"));
+        for (const auto &[typed, made] : {std::pair{u"Vol. 2"_s, u"Vol. 2.m3u"_s},
+                                          {u"R.E.M"_s, u"R.E.M.m3u"_s},
+                                          {u"Vol. 3"_s, u"Vol. 3"_s},
+                                          {u"a.txt"_s, u"a.txt"_s}}) {
             WithDialog<QFileDialog>([&](QFileDialog &dialog) {
                 dialog.selectFile(typed);
                 static_cast<QDialog &>(dialog).accept();

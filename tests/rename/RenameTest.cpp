@@ -410,7 +410,6 @@ private Q_SLOTS:
         QCOMPARE(r.Process(), u"Done: 2/2 Items were Processed cmdUndo"_s);
         r.ClickAndStop("cmdUndo");
         QCOMPARE(r.Report(), u"Done: 0/0 Items were Restored, ended after 0 of 2 cmdUndo"_s);
-        // A run that changes nothing leaves the way back of the one before.
         QCOMPARE(r.Do("cmdUndo"), u"Done: 2/2 Items were Restored"_s);
     }
 };

@@ -135,11 +135,19 @@ private Q_SLOTS:
         f.Window->RestoreSession({});
         QVERIFY(!f.Window->Command("MToolsSaveSetting")->isChecked());
         QVERIFY(f.Window->width() != 600);
+        // The disk comes back meanwhile.
+        f.Write(u"away\\x.url"_s, "x");
         f.Window->close();
         // What has gone vanishes with the next save, and the rest closes ranks.
         QCOMPARE(f.Settings[u"SH/1"_s], shortcut);
-        // What may be on a disk that is away comes back with it.
+        // What was on a disk that was away comes back with it.
         QCOMPARE(f.Settings[u"SH/2"_s] + f.Settings[u"SH/3"_s], f.Inside(u"away\\x.url"_s));
+        f.Settings[u"SH/3"_s] = f.Inside(u"gone\\x.url"_s);
+        f.Restart();
+        f.Window->RestoreSession({});
+        f.Trigger("MToolsShortCutDel");
+        f.Window->close();
+        QCOMPARE(f.Settings[u"SH/1"_s] + f.Settings[u"SH/2"_s] + f.Settings[u"SH/3"_s], QString());
     }
 
     void SessionComesBack()

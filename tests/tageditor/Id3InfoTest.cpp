@@ -285,13 +285,21 @@ private Q_SLOTS:
         TagEditor e;
         const QString path = e.OpenUntagged();
         e.Click("ID3v2Present");
+        e.Enter("ID3v2Comment", u"first"_s);
+        const QByteArray before = e.F.Read(u"a.mp3"_s);
+        e.ClickAndGive("CmdUpdate", u"Enter description."_s, {});
+        QVERIFY(e.F.Read(u"a.mp3"_s) == before && e.Text("ID3v2Comment") == u"first");
+        e.ClickAndGive("CmdUpdate", u"Enter description."_s, u"1"_s);
         e.Enter("ID3v2Comment", u"new"_s);
-        e.ClickAndGive("CmdUpdate", u"Enter description."_s, u"d"_s);
-        e.Enter("ID3v2Comment", u"newer"_s);
+        e.ClickAndGive("ID3v2AddComment", u"Enter description."_s, u"2"_s);
+        // It is the one that was added last which is corrected.
+        e.Enter("ID3v2Comment", u"second"_s);
         e.ExpectQuestion(PromptAnswer::Yes);
         e.Click("CmdClose");
-        const auto comments = Tags(path)->Comments().Items();
-        QVERIFY(comments.size() == 1 && comments[0].Text == u"newer" && comments[0].Description == u"d");
+        QString told;
+        for (const MP3Comment &comment : Tags(path)->Comments().Items())
+            told += comment.Description + comment.Text;
+        QCOMPARE(told, u"1first2second"_s);
     }
 
     void TellsWhatTagsGo()

@@ -45,7 +45,10 @@ bool InputFile::Open(const QString &path)
                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return false;
-    const DiskFacts found = GetFileType(file) == FILE_TYPE_DISK ? FactsFrom(file) : DiskFacts();
+    DiskFacts found = GetFileType(file) == FILE_TYPE_DISK ? FactsFrom(file) : DiskFacts();
+    LARGE_INTEGER size{};
+    if (found.Size < 0 && GetFileType(file) == FILE_TYPE_DISK && GetFileSizeEx(file, &size))
+        found.Size = size.QuadPart;
     if (found.Size < 0) {
         CloseHandle(file);
         return false;
