@@ -65,8 +65,8 @@ set(CPACK_PACKAGE_HOMEPAGE_URL "https://vantrel.example/playlist-editor")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "desktop editor for M3U playlists")
 set(CPACK_PACKAGE_DESCRIPTION
 "Opens, builds, reorders and saves M3U playlists of MP3, OGG Vorbis, WAV and
-WMA files. Every item shows its length, size and folder, and for MP3 files the
-data of the audio stream; items whose files are gone are kept and shown as
+WMA files. Every item shows its size and folder, and for MP3 files the length
+and the data of the audio stream; items whose files are gone are kept and shown as
 missing. Playlists written on Windows open where their disks are mounted.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
