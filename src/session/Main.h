@@ -74,7 +74,7 @@ public:
     bool ConfirmSaveFirst();
     /// The host's session ends (log-off): asks and stores as closing the window does, which then asks no more until a
     /// command has run. Without asking when that may not be. False when the user wants to stay, or cannot be asked
-    /// since a question is open, or a command runs with a changed list or in a tool.
+    /// since the question of a close is open, or a command runs with a changed list or with a tool open.
     bool EndWithHost(bool mayAsk);
     /// True if written.
     bool SavePlaylist(bool forceDialog, bool relative);
