@@ -1,5 +1,5 @@
 #include "FuzzTarget.h"
-#include "SoakModel.h"
+#include "SoakForms.h"
 #include "app/Tools.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
@@ -7,15 +7,14 @@
 #include "session/Main.h"
 #include "session/MenuTable.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
 #include <QDrag>
 #include <QDropEvent>
 #include <QElapsedTimer>
-#include <QLineEdit>
+#include <QImage>
 #include <QMimeData>
 #include <QTest>
 
@@ -33,23 +32,26 @@ class Soak
 public:
     explicit Soak(unsigned seed) : draws(seed)
     {
-        for (int i = 0; i < 40; ++i)
-            WriteSong();
         window = std::make_unique<Main>(MakeHost(), Tools());
         window->show();
+        QByteArray lines;
+        for (int i = 0; i < 9; ++i)
+            lines += AnySong().toUtf8() + "\r\n";
+        Require(WriteWholeFile(Inside(u"0.bm"_s), lines), "bookmarks are written");
+        Require(QImage(8, 8, QImage::Format_RGB32).save(ToHostPath(Inside(u"0.bmp"_s))), "a picture is written");
     }
 
     /// Opens a list of so many rows and gives it so many commands.
     void RunList(int rows, int commands)
     {
         Tell(QByteArray::number(rows) + " rows");
-        QByteArray lines;
-        for (int i = 0; i < rows; ++i)
-            lines += (Draw(3) == 0 ? u"d:\\%1\\%2.mp3"_s.arg(Draw(30)).arg(Draw(9999)) : AnySong()).toUtf8() + "\r\n";
-        Require(WriteWholeFile(Inside(u"0.m3u"_s), lines), "a list is written");
+        WriteSongs();
+        WriteList(rows);
         window->PlaylistDirty = false;
-        Trigger("MFileOpen");
-        Require(window->ListView1.Count() == rows, "every line is a row");
+        now = ListOf(*window);
+        toOpen = Inside(u"0.m3u"_s);
+        Command("MFileOpen");
+        toOpen.clear();
         while (commands-- > 0)
             Step();
     }
@@ -67,31 +69,90 @@ private:
     /// A file that may be there.
     QString AnySong()
     {
-        const QStringList types{u"mp3"_s, u"wma"_s, u"ogg"_s, u"wav"_s};
-        return Inside(u"%1\\%2.%3"_s.arg(Draw(5)).arg(Draw(20)).arg(AnyOf(types)));
+        const QStringList types{u"mp3"_s, u"mp3"_s, u"mp3"_s, u"wma"_s, u"ogg"_s, u"wav"_s};
+        return Inside(u"%1\\song of %2.%3"_s.arg(Draw(5)).arg(Draw(8)).arg(AnyOf(types)));
     }
+    QString AnyFolder() { return Draw(3) == 0 ? FuzzFolder() : Inside(QString::number(Draw(5))); }
 
     void WriteSong()
     {
-        const QString path = AnySong();
-        EnsureFolder(path.section(u'\\', 0, -2));
-        const QByteArray frame = QByteArray("\xff\xfb\x90\x64", 4) + QByteArray(413, '\0');
-        Require(WriteWholeFile(path, frame.repeated(1 + Draw(200))), "a song is written");
+        struct Kind {
+            QByteArray Header;
+            int FrameSize;
+        };
+        static const std::vector<Kind> kinds{{QByteArray("\xff\xfb\x90\x64", 4), 417},
+                                             {QByteArray("\xff\xfb\xb0\xc4", 4), 626},
+                                             {QByteArray("\xff\xfb\x94\x04", 4), 384}};
+        const Kind kind = AnyOf(kinds);
+        const QByteArray frame = kind.Header.leftJustified(kind.FrameSize, '\0');
+        Require(WriteWholeFile(AnySong(), frame.repeated(1 + Draw(200))), "a song is written");
+    }
+
+    /// In place of those that tools have left, renamed or changed.
+    void WriteSongs()
+    {
+        for (int i = 0; i < 5; ++i) {
+            const QString folder = Inside(QString::number(i));
+            Require(QDir(ToHostPath(folder)).removeRecursively() && EnsureFolder(folder), "a folder is made anew");
+        }
+        for (int i = 0; i < 60; ++i)
+            WriteSong();
+    }
+
+    void WriteList(int rows)
+    {
+        QStringList entries;
+        for (int i = 0; i < rows; ++i)
+            entries += Draw(3) == 0 ? u"d:\\%1\\%2.mp3"_s.arg(Draw(30)).arg(Draw(9999)) : AnySong();
+        const QString path = Inside(u"0.m3u"_s);
+        Require(WriteWholeFile(path, entries.join("\r\n"_L1).toUtf8()), "a list is written");
+        model.Playlists[path] = entries;
+    }
+
+    PromptAnswer Answer(const MessagePrompt &prompt)
+    {
+        const PromptAnswer answer = prompt.Buttons == PromptButtons::Ok ? PromptAnswer::Ok
+                                    : Draw(4) != 0                      ? PromptAnswer::Yes
+                                    : prompt.Buttons == PromptButtons::YesNoCancel && Draw(2) == 0
+                                        ? PromptAnswer::Cancel
+                                        : PromptAnswer::No;
+        model.Answers.Given.push_back(answer);
+        return answer;
+    }
+
+    /// A file of the kind that a prompt asks for.
+    QString FileFor(const FilePrompt &prompt, int number)
+    {
+        const QString extension = prompt.Filter.section("(*."_L1, 1).section(u')', 0, 0);
+        return extension == u'*' ? AnySong() : Inside(QString::number(number) + u'.' + extension);
+    }
+
+    QString FileToOpen(const FilePrompt &prompt)
+    {
+        return model.Answers.Opened = toOpen.isEmpty() ? FileFor(prompt, Draw(4)) : toOpen;
+    }
+
+    std::optional<QString> FileToSave(const FilePrompt &prompt)
+    {
+        if (Draw(4) == 0) {
+            model.Answers.Given.push_back(PromptAnswer::Cancel);
+            return std::nullopt;
+        }
+        return model.Answers.Saved = FileFor(prompt, 1 + Draw(3));
     }
 
     Host MakeHost()
     {
         Host host = HeadlessHost(u"soak"_s);
-        host.Prompts.Message = [this](const MessagePrompt &prompt) {
-            const PromptAnswer refusal = prompt.Buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::No;
-            return Draw(4) == 0 || refusal == PromptAnswer::Ok ? refusal : PromptAnswer::Yes;
-        };
-        host.Prompts.OpenFile = [](const FilePrompt &) { return std::optional(Inside(u"0.m3u"_s)); };
-        host.Prompts.SaveFile = [this](const FilePrompt &) {
-            return Draw(4) == 0 ? std::nullopt : std::optional(Inside(u"%1.m3u"_s.arg(1 + Draw(3))));
-        };
+        host.Prompts.Message = [this](const MessagePrompt &prompt) { return Answer(prompt); };
+        host.Prompts.OpenFile = [this](const FilePrompt &prompt) { return std::optional(FileToOpen(prompt)); };
+        host.Prompts.SaveFile = [this](const FilePrompt &prompt) { return FileToSave(prompt); };
         host.Prompts.OpenFiles = [this](const FilePrompt &) { return QStringList{AnySong(), AnySong()}; };
-        host.Prompts.Folder = [this](const FolderPrompt &) { return std::optional(Inside(QString::number(Draw(5)))); };
+        host.Prompts.Folder = [this](const FolderPrompt &) {
+            return std::optional(model.Answers.Folder = AnyFolder());
+        };
+        host.Prompts.Line = [this](const LinePrompt &) { return std::optional(QString::number(Draw(9))); };
+        host.Prompts.Colour = [this](const QColor &) { return std::optional(QColor::fromHsv(Draw(360), 99, 99)); };
         host.Settings.Read = [this](const QString &section, const QString &key) {
             return settings.value(section + u'/' + key);
         };
@@ -113,107 +174,121 @@ private:
         std::fflush(stdout);
     }
 
-    void Trigger(const QByteArray &name)
-    {
-        Tell(name);
-        ++Commands;
-        window->Command(name)->trigger();
-        QCoreApplication::processEvents();
-    }
-
     void Step()
     {
-        SoakRows before = RowsOf(window->ListView1);
-        const bool dirty = window->PlaylistDirty;
         const int kind = Draw(20);
         if (kind < 2)
             Press();
         else if (kind == 2)
-            Drag(before);
+            Drag();
         else if (kind == 3)
-            DropFiles(before);
-        else if (!Command(kind < 17 ? AnyOf(modelled) : AnyOf(others), before))
-            return;
-        CheckWindow(*window);
-        const SoakRows after = RowsOf(window->ListView1);
-        if (kind >= 2 && Draw(3) == 0 && window->Command("MEditUndo")->isEnabled() && isStep && after != before) {
-            Trigger("MEditUndo");
-            Require(RowsOf(window->ListView1) == before && window->PlaylistDirty == dirty, "undo goes back");
-            CheckWindow(*window);
-            Trigger("MEditRedo");
-            Require(RowsOf(window->ListView1) == after, "redo goes forth");
-            CheckWindow(*window);
-        }
+            DropFiles();
+        else if (kind < 6)
+            Command(AnyOf(tools));
+        else
+            Command(kind < 17 ? AnyOf(changing) : AnyOf(all));
+        if (Draw(6) == 0 && Command("MEditUndo") && Draw(3) != 0)
+            Command("MEditRedo");
     }
 
-    /// False for a command that stands disabled.
-    bool Command(const QByteArray &name, const SoakRows &before)
+    /// False for a command that stands disabled. Rows that are alike could be shuffled without a trace.
+    bool Command(const QByteArray &name)
     {
-        if (!window->Command(name)->isEnabled())
+        if (!window->Command(name)->isEnabled() || (name == "MEditSelShuffle" && HasTwins(now.Rows)))
             return false;
-        const qsizetype forms = OpenForms().size();
-        Trigger(name);
-        // What changes the selection alone is no step, nor is what several commands did.
-        isStep = name != "MEditUndo" && name != "MEditRedo" && OpenForms().size() == forms &&
-                 PathsAndIcons(before) != PathsAndIcons(RowsOf(window->ListView1));
-        CheckCommand(name, before, RowsOf(window->ListView1));
+        Tell(name);
+        ++Commands;
+        model.Answers = {};
+        window->Command(name)->trigger();
+        QCoreApplication::processEvents();
+        const SoakList before = TakeList();
+        model.Follow(name, before, now);
         WorkForms();
+        model.CheckWindow(*window, now);
         return true;
     }
 
-    static SoakRows PathsAndIcons(SoakRows rows)
+    /// Takes the list as it is by now; returns what it was.
+    SoakList TakeList() { return std::exchange(now, ListOf(*window)); }
+
+    static bool HasTwins(const SoakRows &rows)
     {
-        for (SoakRow &row : rows)
-            row.Selected = false;
-        return rows;
+        QSet<QString> paths;
+        for (const SoakRow &row : rows) {
+            if (row.Selected && paths.contains(row.Path))
+                return true;
+            if (row.Selected)
+                paths.insert(row.Path);
+        }
+        return false;
     }
 
     QList<QDialog *> OpenForms() const
     {
-        QList<QDialog *> forms = window->findChildren<QDialog *>();
-        forms.removeIf([](const QDialog *form) { return !form->isVisible(); });
-        return forms;
+        QList<QDialog *> open = window->findChildren<QDialog *>();
+        open.removeIf([](const QDialog *form) { return !form->isVisible(); });
+        return open;
     }
 
-    /// Clicks about in what has opened, and closes it.
+    /// Works about in what has opened, and closes it.
     void WorkForms()
     {
-        for (int i = 0; i < 6 && !OpenForms().isEmpty(); ++i)
-            Work(*OpenForms().last());
-        for (int i = 0; i < 50 && !OpenForms().isEmpty(); ++i) {
-            QTest::keyClick(OpenForms().last(), Qt::Key_Escape);
-            QCoreApplication::processEvents();
-        }
+        for (int i = 0; i < 20 && !OpenForms().isEmpty(); ++i)
+            WorkForm(*OpenForms().last(), [this](QDialog &form) { return forms.Work(form); });
+        for (int i = 0; i < 50 && !OpenForms().isEmpty(); ++i)
+            WorkForm(*OpenForms().last(), [](QDialog &form) {
+                QTest::keyClick(&form, Qt::Key_Escape);
+                return QByteArray("Escape");
+            });
         Require(OpenForms().isEmpty(), "a form closes at Escape");
     }
 
-    void Work(QDialog &form)
+    void WorkForm(QDialog &form, const std::function<QByteArray(QDialog &)> &work)
     {
-        QList<QWidget *> controls = form.findChildren<QWidget *>();
-        controls.removeIf([](const QWidget *control) {
-            return !control->isVisible() || !control->isEnabled() || control->objectName().startsWith("qt_"_L1);
-        });
-        if (controls.isEmpty())
-            return;
-        QWidget *control = AnyOf(controls);
-        Tell("  " + form.objectName().toUtf8() + ' ' + control->objectName().toUtf8());
-        if (qobject_cast<QLineEdit *>(control) != nullptr)
-            QTest::keyClicks(control, QString::number(Draw(300)));
-        else if (auto *list = qobject_cast<QAbstractItemView *>(control))
-            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, QPoint(20, 8 + Draw(60)));
-        else if (qobject_cast<QAbstractButton *>(control) != nullptr)
-            QTest::mouseClick(control, Qt::LeftButton, {}, QPoint(8, control->height() / 2));
-        else
-            QTest::keyClick(control, Qt::Key_Down);
+        const QByteArray name = form.objectName().toUtf8();
+        const int songs = name == "RenameForm" ? CountSongs(FuzzFolder()) : 0;
+        const QByteArray control = work(form);
         QCoreApplication::processEvents();
+        Tell("  " + name + ' ' + control);
+        const SoakList before = TakeList();
+        SoakForms::Follow(name, control, before, now, *window, model.History);
+        Require(songs == 0 || songs == CountSongs(FuzzFolder()), "a renaming loses no file");
     }
 
+    /// Begins a selection with a key or a click alone, and goes on with keys and clicks.
     void Press()
     {
-        const QList<Qt::Key> keys{Qt::Key_Down,  Qt::Key_Up,       Qt::Key_End,   Qt::Key_Home,
-                                  Qt::Key_Space, Qt::Key_PageDown, Qt::Key_PageUp};
         const QList<Qt::KeyboardModifiers> modifiers{Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
-        QTest::keyClick(window->View(), AnyOf(keys), AnyOf(modifiers));
+        if (window->View()->isColumnHidden(0))
+            return; // TEMPORARY
+        SoakSelection selection(now.Rows);
+        PressOne(selection, {Qt::Key_Home, Qt::Key_End}, Qt::NoModifier);
+        for (int i = Draw(6); i > 0; --i)
+            PressOne(
+                selection,
+                {Qt::Key_Down, Qt::Key_Up, Qt::Key_End, Qt::Key_Home, Qt::Key_Space, Qt::Key_PageDown, Qt::Key_PageUp},
+                AnyOf(modifiers));
+        model.CheckWindow(*window, now);
+    }
+
+    void PressOne(SoakSelection &selection, const QList<Qt::Key> &keys, Qt::KeyboardModifiers modifiers)
+    {
+        GridView &view = *window->View();
+        const auto [place, row] = PlaceInList(false);
+        if (row > 0 && Draw(3) == 0) {
+            Tell("click " + QByteArray::number(row) + ' ' + QByteArray::number(modifiers.toInt()));
+            QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, place);
+            selection.Click(row, modifiers);
+        } else {
+            const Qt::Key key = AnyOf(keys);
+            Tell("key " + QByteArray::number(key, 16) + ' ' + QByteArray::number(modifiers.toInt(), 16));
+            const int height = view.visualRect(view.indexAt({2, 0})).height();
+            QTest::keyClick(&view, key, modifiers);
+            selection.Press(key, modifiers, height == 0 ? 0 : static_cast<double>(view.viewport()->height()) / height);
+        }
+        SoakList expected = TakeList();
+        expected.Rows = selection.Rows();
+        RequireList(now, expected, "keys and clicks select as in every list");
     }
 
     /// A place in the upper or lower half of a row that can be seen, whose number comes with it; 0 below the last one.
@@ -228,24 +303,17 @@ private:
         return {{2, lower ? rect.bottom() - 1 : rect.top() + 1}, index.row() + 1};
     }
 
-    /// Drags rows with the mouse from where they are seen to where others are, sometimes with Ctrl; before has then the
-    /// selection that the press makes.
-    void Drag(SoakRows &before)
+    /// Drags rows with the mouse from where they are seen to where others are, sometimes with Ctrl.
+    void Drag()
     {
         const auto [start, pressed] = PlaceInList(true);
         if (pressed == 0)
             return;
-        // A press on what is not selected selects it alone.
-        SoakRow &row = before[static_cast<std::size_t>(pressed - 1)];
-        if (!row.Selected) {
-            for (SoakRow &each : before)
-                each.Selected = &each == &row;
-        }
         const bool lower = Draw(2) == 0;
         const bool again = Draw(2) == 0;
         const auto [target, under] = PlaceInList(lower);
         const int place = under == 0 ? window->ListView1.Count() + 1 : under + (lower ? 1 : 0);
-        Tell("drag before " + QByteArray::number(place) + (again ? ", again" : ""));
+        Tell("drag " + QByteArray::number(pressed) + " before " + QByteArray::number(place) + (again ? ", again" : ""));
         ++Commands;
         window->View()->CarryOut = [&, at = target](QDrag &drag) {
             Drop(*drag.mimeData(), at, again ? Qt::ControlModifier : Qt::NoModifier);
@@ -255,20 +323,34 @@ private:
         for (const int distance : {1, 2})
             QTest::mouseMove(list, start + distance * QPoint(QApplication::startDragDistance() + 1, 0));
         QTest::mouseRelease(list, Qt::LeftButton, {}, start);
-        CheckDrag(place, again, before, RowsOf(window->ListView1));
-        isStep = true;
+        SoakList before = TakeList();
+        PressRow(before.Rows, pressed);
+        model.FollowDrag(place, again, before, now);
+        model.CheckWindow(*window, now);
+    }
+
+    /// A press gives the focus; one on what is not selected selects it alone.
+    static void PressRow(SoakRows &rows, int pressed)
+    {
+        const SoakRow *row = &rows[static_cast<std::size_t>(pressed - 1)];
+        const bool selects = !row->Selected;
+        for (SoakRow &each : rows) {
+            each.Focused = &each == row;
+            each.Selected = selects ? &each == row : each.Selected;
+        }
     }
 
     /// Files, folders and addresses from outside.
-    void DropFiles(const SoakRows &before)
+    void DropFiles()
     {
         Tell("drop");
         ++Commands;
         QMimeData files;
-        files.setUrls({ToUrl(AnySong()), ToUrl(Inside(QString::number(Draw(5)))), QUrl(u"http://radio.example/"_s)});
+        files.setUrls({ToUrl(AnySong()), ToUrl(AnyFolder()), QUrl(u"http://radio.example/"_s)});
         Drop(files, {5, 5}, Qt::NoModifier);
-        CheckCommand("MEditPaste", before, RowsOf(window->ListView1));
-        isStep = true;
+        const SoakList before = TakeList();
+        model.Follow("MEditPaste", before, now);
+        model.CheckWindow(*window, now);
     }
 
     void Drop(const QMimeData &content, QPoint place, Qt::KeyboardModifiers modifiers)
@@ -281,28 +363,50 @@ private:
             QCoreApplication::sendEvent(window->View()->viewport(), event);
     }
 
-    /// The commands of the menus besides; one of them ends the run.
-    static std::vector<QByteArray> OtherCommands()
+    /// The commands of the menus, each element of an array for itself; one of them ends the run.
+    static std::vector<QByteArray> AllCommands()
     {
         std::vector<QByteArray> names;
         for (const MenuEntry &entry : MenuTable()) {
             if (!entry.Tip.isEmpty() && entry.Captions.empty() && QByteArrayView(entry.Name) != "MFileExit")
                 names.emplace_back(entry.Name);
+            for (std::size_t i = 0; i < entry.Captions.size(); ++i)
+                names.push_back(QByteArray(entry.Name) + '(' + QByteArray::number(i) + ')');
         }
         return names;
     }
 
-    const std::vector<QByteArray> modelled = ModelledCommands();
-    const std::vector<QByteArray> others = OtherCommands();
+    const std::vector<QByteArray> changing = SoakModel::Commands();
+    const std::vector<QByteArray> all = AllCommands();
+    const std::vector<QByteArray> tools{"MEditId3",     "MToolsRename",   "MToolsFilter", "MToolsReport",
+                                        "MToolsM3UWiz", "MToolsMP3CDWiz", "MToolsSearch", "MToolsDrives"};
     std::mt19937 draws;
     QMap<QString, QString> settings{{u"Options/Show Tips at Startup"_s, u"0"_s}};
+    SoakModel model;
+    SoakForms forms{[this](int below) { return Draw(below); }};
     std::unique_ptr<Main> window;
-    bool isStep = false;
+    /// What the next prompt for a file to open is answered with; empty for any.
+    QString toOpen;
+    SoakList now;
 };
+
+/// Every tenth list is as long as may be, and every tenth one hardly any; of the others as many are short as long.
+int RowsOf(int list, int most, std::mt19937 &draws)
+{
+    const double size = std::pow(most + 1.0, static_cast<double>(draws()) * 0x1p-32) - 1;
+    return list % 10 == 4 ? most : list % 10 == 9 ? list / 10 % 3 : static_cast<int>(size);
+}
+
+/// So that lists of all lengths take about as long.
+int CommandsOf(int rows, int most)
+{
+    constexpr int longList = 2000;
+    return rows <= longList ? most : std::max(most * longList / rows, 20);
+}
 } // namespace
 
-/// soak SEED LISTS ROWS COMMANDS [SECONDS]: so many lists of 0 to so many rows, with so many commands each; with a time
-/// it goes on with further lists until that is over.
+/// soak SEED LISTS ROWS COMMANDS [SECONDS]: so many lists of 0 to so many rows, with so many commands each, fewer for
+/// long ones; with a time it goes on with further lists until that is over.
 int main(int count, char **arguments)
 {
     QApplication application(count, arguments);
@@ -317,9 +421,8 @@ int main(int count, char **arguments)
     clock.start();
     int lists = 0;
     for (; lists < given[2].toInt() || clock.elapsed() < time; ++lists) {
-        // As many short lists as long ones.
-        const double size = std::pow(given[3].toDouble() + 1, static_cast<double>(draws()) * 0x1p-32) - 1;
-        soak.RunList(static_cast<int>(size), given[4].toInt());
+        const int rows = RowsOf(lists, given[3].toInt(), draws);
+        soak.RunList(rows, CommandsOf(rows, given[4].toInt()));
     }
     std::printf("%d lists, %lld commands, seed %u\n", lists, soak.Commands, seed);
     return 0;

@@ -131,14 +131,14 @@ std::optional<RebuildState> RebuildByCopy(const QString &path, DiskFile &old, co
     RebuildState state = WritePieces(old, replaced.Copy(), plan, cloned);
     if (state == RebuildState::Done && !replaced.Settle())
         state = StateOfFault();
+    // An open file is not replaced everywhere.
+    old.Close();
     const DiskFacts found = DiskFactsOf(path);
     const bool isThere = found.Size >= 0 || state == RebuildState::Done;
     if (state != RebuildState::DiskFull && isThere && found != facts)
         return RebuildState::Changed;
     if (state != RebuildState::Done)
         return state;
-    // An open file is not replaced everywhere.
-    old.Close();
     if (replaced.TakePlace())
         return RebuildState::Done;
     switch (LastFault()) {

@@ -325,16 +325,16 @@ bool Go(const LeftNote &note, const DiskFile &notes, GivenBack &givenBack)
     return true;
 }
 
-/// Goes all ways back of a process, the last one first, unless it is alive.
-void GoAll(const QString &path)
+/// Goes all ways back of a process, the last one first, unless it is alive. False when some could not be gone.
+bool GoAll(const QString &path)
 {
     DiskFile file;
     if (!file.Open(path) || !file.HoldAlone())
-        return;
+        return LastFault() == FileFault::Held || IsAbsent(path);
     GivenBack givenBack;
     const auto notes = ReadNotes(file);
     if (!notes)
-        return;
+        return false;
     QList<std::int64_t> gone;
     for (auto note = notes->rbegin(); note != notes->rend(); ++note) {
         if (Go(*note, file, givenBack))
@@ -343,9 +343,11 @@ void GoAll(const QString &path)
     // Those are not gone a second time when others must be tried again.
     for (const std::int64_t at : std::as_const(gone))
         file.WriteAt(at, QByteArrayView(&Dropped, 1));
+    if (gone.size() < static_cast<qsizetype>(notes->size()))
+        return false;
     // Still held: who has just made it sees that it is gone.
-    if (gone.size() == static_cast<qsizetype>(notes->size()))
-        DeleteFile(path);
+    DeleteFile(path);
+    return true;
 }
 
 template <typename... Values>
@@ -422,14 +424,15 @@ void WayBack::GoAbandoned()
     });
 }
 
-void KeepWaysBack(const QString &folder)
+bool KeepWaysBack(const QString &folder)
 {
+    WayBack::GoAbandoned();
     OwnNotes().Enter(folder);
     FolderEntries entries;
     if (folder.isEmpty() || !ListFolder(folder, entries))
-        return;
-    for (const QString &name : std::as_const(entries.Files)) {
-        if (name.startsWith(NotesPrefix))
-            GoAll(folder + u'\\' + name);
-    }
+        return true;
+    bool allGone = true;
+    for (const QString &name : std::as_const(entries.Files))
+        allGone = (!name.startsWith(NotesPrefix) || GoAll(folder + u'\\' + name)) && allGone;
+    return allGone;
 }

@@ -48,5 +48,6 @@ private:
 };
 
 /// Where ways back are noted from now on; empty for nowhere. Those that processes have left there which have ended are
-/// gone first; one that cannot be gone now, since the disk is not there, is kept.
-void KeepWaysBack(const QString &folder);
+/// gone first, and what this one has abandoned; one that cannot be gone now, since the disk is not there, is kept, and
+/// false is returned.
+bool KeepWaysBack(const QString &folder);

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 void Main::RestoreSession(const QString &commandLine)
 {
     keepsSession = true;
-    KeepWaysBack(host.ApplicationFolder);
+    const bool isTidy = KeepWaysBack(host.ApplicationFolder);
     SetFormState(false);
     ReadWholeFile(SessionFile(), sessionContent);
     ShowBookmarkMenu(DetectPlayer());
@@ -24,6 +24,8 @@ void Main::RestoreSession(const QString &commandLine)
     // A list that gave nothing does not take the place of the last session's.
     if (ListView1.Count() == 0)
         RestoreRows();
+    if (!isTidy)
+        Answer(u"Not all that the last run left half done could be taken back; the next start tries it again"_s);
     TipTimer.start(0);
 }
 

@@ -1,13 +1,16 @@
 #include "faults/Faults.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
-#include <string_view>
+#include <filesystem>
 
+#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -21,9 +24,7 @@ namespace
 struct Watch {
     bool IsArmed = false;
     std::string Folder;
-    Fault Kind = Fault::None;
-    std::size_t At = 0;
-    std::function<void()> Meanwhile;
+    FaultPlan Plan;
     std::string Calls;
 };
 
@@ -36,9 +37,10 @@ Watch &TheWatch()
 bool IsWatched(const char *path)
 {
     const Watch &watch = TheWatch();
-    // The program works in the folder, so a relative path lies in it.
-    return watch.IsArmed && path != nullptr &&
-           (path[0] != '/' || std::string_view(path).substr(0, watch.Folder.size()) == watch.Folder);
+    if (!watch.IsArmed || path == nullptr)
+        return false;
+    const std::string whole = path[0] == '/' ? path : (std::filesystem::current_path() / path).string();
+    return whole.compare(0, watch.Folder.size(), watch.Folder) == 0;
 }
 
 std::string PathOf(const char *path)
@@ -82,7 +84,7 @@ enum class Verdict { Pass, Fail, Half, HalfThenKill, HalfThenFull };
 
 bool IsPast(Fault kind)
 {
-    return TheWatch().Kind == kind && TheWatch().Calls.size() >= TheWatch().At;
+    return TheWatch().Plan.Kind == kind && TheWatch().Calls.size() >= TheWatch().Plan.At;
 }
 
 Verdict Refuse(int fault)
@@ -106,9 +108,9 @@ Verdict Judge(Subject subject, char letter, bool takesRoom)
         return Verdict::Pass;
     Watch &watch = TheWatch();
     watch.Calls += letter;
-    const bool isIt = watch.Calls.size() == watch.At;
+    const bool isIt = watch.Calls.size() == watch.Plan.At;
     const bool writes = letter == 'w';
-    switch (watch.Kind) {
+    switch (watch.Plan.Kind) {
     case Fault::None:
         break;
     case Fault::Error:
@@ -140,10 +142,11 @@ Verdict Judge(Subject subject, char letter, bool takesRoom)
     case Fault::Meanwhile:
         if (isIt) {
             watch.IsArmed = false;
-            watch.Meanwhile();
+            watch.Plan.Meanwhile();
             watch.IsArmed = true;
         }
         break;
+    case Fault::Held:
     case Fault::Filled:
     case Fault::Sealed:
         break;
@@ -164,6 +167,18 @@ bool CannotRead(Subject subject)
     return IsPast(Fault::Gone) && IsWatched(subject) && Refuse(EIO) == Verdict::Fail;
 }
 
+/// What not every file system can do; uncounted where this one cannot.
+template <typename Subject>
+bool IsUnable(Subject subject, int fault)
+{
+    return TheWatch().Plan.IsPlain && IsWatched(subject) && Refuse(fault) == Verdict::Fail;
+}
+
+bool IsOpenForWriting(int file)
+{
+    return (::fcntl(file, F_GETFL) & O_ACCMODE) != O_RDONLY;
+}
+
 template <typename Function>
 Function *Real(Function * /*ours*/, const char *name)
 {
@@ -176,9 +191,9 @@ ssize_t Write(int file, std::size_t count, Call call)
     const Verdict verdict = Judge(file, 'w', true);
     if (verdict == Verdict::Fail)
         return -1;
-    if (verdict == Verdict::Pass || count < 2)
+    if (verdict == Verdict::Pass)
         return call(count);
-    const ssize_t done = call(count / 2);
+    const ssize_t done = call(std::max<std::size_t>(count / 2, 1));
     if (verdict == Verdict::HalfThenKill)
         KillSelf();
     return done;
@@ -192,15 +207,15 @@ bool Opens(const char *path, int flags)
 
 } // namespace
 
-void ArmFaults(const std::string &folder, Fault fault, int at, const std::function<void()> &meanwhile)
+void ArmFaults(const std::string &folder, const FaultPlan &plan)
 {
-    TheWatch() = {true, folder, fault, static_cast<std::size_t>(at), meanwhile, {}};
+    TheWatch() = {true, folder, plan, {}};
 }
 
 std::string DisarmFaults()
 {
     TheWatch().IsArmed = false;
-    TheWatch().Kind = Fault::None;
+    TheWatch().Plan = {};
     return TheWatch().Calls;
 }
 
@@ -221,7 +236,7 @@ FAULTY(int, openat64, (int folder, const char *path, int flags, mode_t mode), (f
        !Opens(path, flags))
 FAULTY(int, rename, (const char *from, const char *to), (from, to), Fails(to, true))
 FAULTY(int, renameat2, (int from, const char *name, int to, const char *other, unsigned flags),
-       (from, name, to, other, flags), Fails(other, true))
+       (from, name, to, other, flags), (flags != 0 && IsUnable(other, EINVAL)) || Fails(other, true))
 FAULTY(int, link, (const char *from, const char *to), (from, to), Fails(to, true))
 FAULTY(int, linkat, (int from, const char *name, int to, const char *other, int flags), (from, name, to, other, flags),
        Fails(other, true))
@@ -234,9 +249,17 @@ FAULTY(int, ftruncate, (int file, off_t size), (file, size), Fails(file, false))
 FAULTY(int, ftruncate64, (int file, off_t size), (file, size), Fails(file, false))
 FAULTY(int, fsync, (int file), (file), Fails(file, true))
 FAULTY(int, fdatasync, (int file), (file), Fails(file, true))
-FAULTY(int, fallocate, (int file, int mode, off_t offset, off_t size), (file, mode, offset, size), Fails(file, true))
+FAULTY(int, fallocate, (int file, int mode, off_t offset, off_t size), (file, mode, offset, size),
+       IsUnable(file, EOPNOTSUPP) || Fails(file, true))
+FAULTY(int, sync_file_range, (int file, off_t offset, off_t size, unsigned flags), (file, offset, size, flags),
+       Fails(file, true))
+FAULTY(int, ioctl, (int file, unsigned long request, void *argument), (file, request, argument),
+       request == FICLONE && (IsUnable(file, EOPNOTSUPP) || Fails(file, true)))
+FAULTY(int, chmod, (const char *path, mode_t mode), (path, mode), Fails(path, false))
 FAULTY(int, fchmod, (int file, mode_t mode), (file, mode), Fails(file, false))
 FAULTY(int, fchown, (int file, uid_t user, gid_t group), (file, user, group), Fails(file, false))
+FAULTY(int, setxattr, (const char *path, const char *name, const void *value, std::size_t size, int flags),
+       (path, name, value, size, flags), Fails(path, true))
 FAULTY(int, fsetxattr, (int file, const char *name, const void *value, std::size_t size, int flags),
        (file, name, value, size, flags), Fails(file, true))
 FAULTY(int, futimens, (int file, const struct timespec *times), (file, times), Fails(file, false))
@@ -251,6 +274,10 @@ FAULTY(int, statx, (int folder, const char *path, int flags, unsigned mask, void
 FAULTY(int, access, (const char *path, int mode), (path, mode), CannotRead(path))
 FAULTY(int, faccessat, (int folder, const char *path, int mode, int flags), (folder, path, mode, flags),
        CannotRead(path))
+FAULTY(ssize_t, readlink, (const char *path, char *target, std::size_t size), (path, target, size), CannotRead(path))
+FAULTY(ssize_t, listxattr, (const char *path, char *names, std::size_t size), (path, names, size), CannotRead(path))
+FAULTY(ssize_t, getxattr, (const char *path, const char *name, void *value, std::size_t size),
+       (path, name, value, size), CannotRead(path))
 FAULTY(ssize_t, read, (int file, void *bytes, std::size_t count), (file, bytes, count), CannotRead(file))
 FAULTY(ssize_t, pread, (int file, void *bytes, std::size_t count, off_t offset), (file, bytes, count, offset),
        CannotRead(file))
@@ -284,6 +311,8 @@ ssize_t FaultyCopy(int from, off_t *read, int to, off_t *write, std::size_t coun
 ssize_t FaultyCopy(int from, off_t *read, int to, off_t *write, std::size_t count, unsigned flags)
 {
     static const auto real = Real(&FaultyCopy, "copy_file_range");
+    if (IsUnable(to, EOPNOTSUPP))
+        return -1;
     return Write(to, count, [&](std::size_t most) { return real(from, read, to, write, most, flags); });
 }
 
@@ -298,9 +327,19 @@ int FaultyClose(int file) __asm__("close");
 int FaultyClose(int file)
 {
     static const auto real = Real(&FaultyClose, "close");
-    const bool fails = CannotRead(file);
+    // What could not be written before may be told now; the file is closed all the same.
+    const bool fails = IsOpenForWriting(file) ? Fails(file, true) : CannotRead(file);
+    const int fault = errno;
     const int result = real(file);
+    errno = fails ? fault : errno;
     return fails ? -1 : result;
+}
+
+DIR *FaultyOpenDir(const char *path) __asm__("opendir");
+DIR *FaultyOpenDir(const char *path)
+{
+    static const auto real = Real(&FaultyOpenDir, "opendir");
+    return CannotRead(path) ? nullptr : real(path);
 }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -24,6 +25,9 @@ enum class Fault {
     /// Another program does something in front of a call.
     Meanwhile,
 
+    /// Another program holds files open and locked; the test sees to it.
+    Held,
+
     // What happens to the disk itself.
 
     /// The folder of a call's file loses the right to be written in front of it.
@@ -36,8 +40,18 @@ enum class Fault {
     Sealed,
 };
 
-/// Counts the calls from now on, and lets the fault happen at one of them, from 1; meanwhile is what another program
-/// does.
-void ArmFaults(const std::string &folder, Fault fault, int at, const std::function<void()> &meanwhile = {});
+struct FaultPlan {
+    Fault Kind = Fault::None;
+    /// The call that is met, from 1.
+    std::size_t At = 0;
+    /// The file system can only do what every one can: it shares no blocks, copies nothing within itself, reserves
+    /// nothing, and renames only over what is there.
+    bool IsPlain = false;
+    /// What another program does.
+    std::function<void()> Meanwhile;
+};
+
+/// Counts the calls below a folder from now on, and lets the plan's fault happen.
+void ArmFaults(const std::string &folder, const FaultPlan &plan);
 /// What was counted, a letter for each call: "w" for one that writes, else "c". Nothing happens from now on.
 std::string DisarmFaults();

@@ -1,10 +1,14 @@
 #include "faults/Scenarios.h"
 
+#include "faults/Faults.h"
 #include "playlist/FileRecord.h"
 
 #include <QCryptographicHash>
 
 #include <filesystem>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -123,7 +127,7 @@ void PrepareLinkedTags(Stage &s)
 void PrepareRename(Stage &s)
 {
     for (const char *name : {"a_1", "b_2", "c_3"})
-        s.TakeSong(u"3\\"_s + QLatin1StringView(name) + u".mp3", name);
+        s.TakeSong(u"3\\"_s + QLatin1StringView(name) + u".mp3", QByteArray(name).repeated(name[2] - '0'));
     s.OpenTool("MToolsRename", "RenameForm", {1, 2, 3});
 }
 
@@ -183,6 +187,31 @@ void PrepareBookmarks(Stage &s)
     s.F.Window->BookmarkFilePath = s.F.Write(u"5.bm"_s, "bookmarks");
     s.F.Write(u"5.bm.bak"_s, "bookmarks of old");
 }
+/// Kills another process in the midst of what is done, and starts anew.
+void Kill(Stage &s, const char *button, std::size_t at)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ArmFaults(QFile::encodeName(s.F.Temporary.path()).toStdString(), {Fault::Kill, at, false, {}});
+        s.Click(button);
+        ::_exit(0);
+    }
+    ::waitpid(child, nullptr, 0);
+    s.Form = nullptr;
+    s.F.Restart();
+}
+
+void PrepareLeftDisc(Stage &s)
+{
+    PrepareFailingCompilation(s);
+    Kill(s, "CmdNext", 80);
+}
+
+void PrepareLeftTags(Stage &s)
+{
+    PrepareLinkedTags(s);
+    Kill(s, "CmdUpdate", 15);
+}
 } // namespace
 
 const std::vector<Scenario> &Scenarios()
@@ -190,24 +219,80 @@ const std::vector<Scenario> &Scenarios()
     const auto next = [](Stage &s) { s.Click("CmdNext"); };
     const auto look = [](Stage &s) { s.Click("PrevReportSet"); };
     const auto undo = [](Stage &s) { s.Click("cmdUndo"); };
+    const auto update = [](Stage &s) { s.Click("CmdUpdate"); };
+    const auto start = [](Stage &s) { s.F.Window->RestoreSession({}); };
+    static const char *disc = "3/4/MP3Index.htm,3/4/vtlmp3fb.exe,3/4/playlist.m3u,3/4/autorun.inf";
+    const std::vector<Claim> discClaims{{"completed successfully", disc, 4},
+                                        {"created\n.*completed successfully", "3/4/setup.ico", 1},
+                                        {"could not be saved\n", "3/4/setup.ico", 0},
+                                        {"any files created were removed", disc, 0},
+                                        {"any files created were removed", "3/4/setup.ico", 0}};
+    const std::vector<Claim> saveClaims{{"Saved 2", "1.m3u", 1}, {"Unable to write", "1.m3u", 0}};
+    const std::vector<Claim> reportClaims{{"Report kept as", "4.htm", 1},
+                                          {"Report not kept|No report written", "4.htm", 0},
+                                          {"Could not take back", "3/tmp.htm", 1},
+                                          {"^(?!.*Could not take back)", "3/tmp.htm", 0}};
     static const std::vector<Scenario> scenarios{
-        {"save", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSave"); }}, "", "", "1.m3u"},
-        {"save relative", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSaveRel"); }}, "", "", "1.m3u"},
+        {"save", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSave"); }}, "", "", "1.m3u", 0, saveClaims},
+        {"save relative", PrepareList, {[](Stage &s) { s.F.Trigger("MFileSaveRel"); }}, "", "", "1.m3u", 0, saveClaims},
         {"session end", PrepareSession, {[](Stage &s) { s.Leave(); }}},
-        {"tags of several files", PrepareTags, {[](Stage &s) { s.Click("CmdUpdate"); }}, "", "", "", 3},
-        {"tags in place", PrepareLinkedTags, {[](Stage &s) { s.Click("CmdUpdate"); }}, "", "a.mp3 b.mp3"},
-        {"rename and undo", PrepareRename, {[](Stage &s) { s.Click("CmdProcess"); }, undo}},
-        {"autocreate and undo", PrepareAutocreate, {next, undo}, "", "", "5y-3.m3u"},
-        {"report kept", PrepareReport, {next}, "tmp.htm", "", "tmp.htm 4.htm"},
-        {"previews", PreparePreviews, {look, look, next}, "", "", "tmp.htm"},
-        {"compilation", PrepareCompilation, {next}, "", "", "playlist.m3u autorun.inf"},
+        {"tags of several files",
+         PrepareTags,
+         {update},
+         "",
+         "",
+         "",
+         3,
+         {{"(\\d) files? updated", "3/a.mp3,3/b.mp3,3/c.mp3"}}},
+        {"tags in place", PrepareLinkedTags, {update}, "", "a.mp3 b.mp3", "", 0, {{"(\\d) file", "3/a.mp3"}}},
+        {"rename and undo",
+         PrepareRename,
+         {[](Stage &s) { s.Click("CmdProcess"); }, undo},
+         "",
+         "",
+         "",
+         0,
+         {{"Done: (\\d)/(\\d) Items were Restored", "3/A 1.mp3,3/B 2.mp3,3/C 3.mp3"}}},
+        {"autocreate and undo",
+         PrepareAutocreate,
+         {next, undo},
+         "",
+         "",
+         "5y-3.m3u",
+         0,
+         {{"playlists? deleted(?:, (\\d) failed)?\n", "3/4x/4x-3.m3u,3/5y/5y-3.m3u"},
+          {"0 playlists written", "3/4x/4x-3.m3u,3/5y/5y-3.m3u", 0}}},
+        {"report kept", PrepareReport, {next}, "tmp.htm", "", "tmp.htm 4.htm", 0, reportClaims},
+        {"previews",
+         PreparePreviews,
+         {look, look, next},
+         "",
+         "",
+         "tmp.htm",
+         0,
+         {{"^(?!.*Could not take back)", "3/4/tmp.htm", 0}}},
+        {"compilation", PrepareCompilation, {next}, "", "", "playlist.m3u autorun.inf", 0, discClaims},
         {"failing compilation",
          PrepareFailingCompilation,
          {next},
          "vtlmp3fb.exe setup.ico playlist.m3u autorun.inf",
          "",
-         "setup.ico playlist.m3u autorun.inf"},
-        {"bookmarks", PrepareBookmarks, {[](Stage &s) { s.F.Trigger("MToolsSaveWinamp"); }}, "", "", "5.bm 5.bm.bak"},
+         "setup.ico playlist.m3u autorun.inf",
+         0,
+         discClaims},
+        {"bookmarks",
+         PrepareBookmarks,
+         {[](Stage &s) { s.F.Trigger("MToolsSaveWinamp"); }},
+         "",
+         "",
+         "5.bm 5.bm.bak",
+         0,
+         {{"successfully updated", "5.bm", 1},
+          {"Unable to write to the bookmark", "5.bm", 0},
+          {"just created a backup", "5.bm.bak", 1},
+          {"backup copy of the Bookmarks file could not", "5.bm,5.bm.bak", 0}}},
+        {"start after a disc", PrepareLeftDisc, {start}, "", "", "setup.ico playlist.m3u vtlmp3fb.exe"},
+        {"start after tags in place", PrepareLeftTags, {start}, "", "", "a.mp3 b.mp3"},
     };
     return scenarios;
 }

@@ -26,6 +26,17 @@ private:
     void AnswerPrompts(Prompts &prompts);
 };
 
+/// What the user is told, and what the disk must then say.
+struct Claim {
+    static constexpr int AsTold = -1;
+    /// A regular expression.
+    const char *Told;
+    /// How many of the files, which commas separate, are then neither as before nor as another program has put them: so
+    /// many, or the difference of what the expression has captured.
+    const char *Files;
+    int Changed = AsTold;
+};
+
 struct Scenario {
     const char *Name;
     /// Makes files and windows, up to the first click that counts.
@@ -40,5 +51,6 @@ struct Scenario {
     const char *WrittenOver = "";
     /// Calls between the last look at a file and its replacement, where another program's is not seen.
     int Unseen = 0;
+    std::vector<Claim> Claims = {};
 };
 const std::vector<Scenario> &Scenarios();

@@ -68,9 +68,13 @@ QByteArray TemporaryName(const QByteArray &target)
 
 ReplacedFile::~ReplacedFile()
 {
+    if (copy.isEmpty())
+        return;
     // Where the folder is gone as well, the copy may come back with its disk.
-    if (!copy.isEmpty() && (::unlink(copy.constData()) == 0 || (errno == ENOENT && IsFolder(FolderPrefix(copy)))))
+    if (::unlink(copy.constData()) == 0 || (errno == ENOENT && IsFolder(FolderPrefix(copy))))
         wayBack.Drop();
+    else
+        wayBack.Abandon();
 }
 
 bool ReplacedFile::Begin(const QString &path)

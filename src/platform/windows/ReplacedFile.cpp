@@ -83,6 +83,8 @@ ReplacedFile::~ReplacedFile()
     const bool isAllThereIs = existed && !Exists(WideOf(target)) && Exists(WideOf(copy));
     if (isAllThereIs || DeleteFileW(WideOf(copy).c_str()))
         wayBack.Drop();
+    else
+        wayBack.Abandon();
 }
 
 bool ReplacedFile::Begin(const QString &path)
