@@ -184,11 +184,19 @@ private:
         else if (kind == 3)
             DropFiles();
         else if (kind < 6)
-            Command(AnyOf(tools));
+            OpenTool(AnyOf(tools));
         else
             Command(kind < 17 ? AnyOf(changing) : AnyOf(all));
         if (Draw(6) == 0 && Command("MEditUndo") && Draw(3) != 0)
             Command("MEditRedo");
+    }
+
+    /// Only where the rows of each folder stand together does each get one playlist.
+    void OpenTool(const QByteArray &name)
+    {
+        if (name == "MToolsM3UWiz")
+            Command("MViewSortFolder");
+        Command(name);
     }
 
     /// False for a command that stands disabled. Rows that are alike could be shuffled without a trace.
@@ -234,33 +242,46 @@ private:
     void WorkForms()
     {
         for (int i = 0; i < 20 && !OpenForms().isEmpty(); ++i)
-            WorkForm(*OpenForms().last(), [this](QDialog &form) { return forms.Work(form); });
+            WorkForm(*OpenForms().last());
         for (int i = 0; i < 50 && !OpenForms().isEmpty(); ++i)
-            WorkForm(*OpenForms().last(), [](QDialog &form) {
-                QTest::keyClick(&form, Qt::Key_Escape);
-                return QByteArray("Escape");
-            });
+            CloseForm(*OpenForms().last());
         Require(OpenForms().isEmpty(), "a form closes at Escape");
     }
 
-    void WorkForm(QDialog &form, const std::function<QByteArray(QDialog &)> &work)
+    void WorkForm(QDialog &form)
+    {
+        QWidget *control = forms.Choose(form);
+        if (control == nullptr)
+            return;
+        const QByteArray name = form.objectName().toUtf8();
+        const QByteArray controlName = control->objectName().toUtf8();
+        Tell("  " + name + ' ' + controlName);
+        const int songs = name == "RenameForm" ? CountSongs(FuzzFolder()) : 0;
+        forms.Work(form, *control);
+        FollowForm(name, controlName);
+        Require(songs == 0 || songs == CountSongs(FuzzFolder()), "a renaming loses no file");
+    }
+
+    void CloseForm(QDialog &form)
     {
         const QByteArray name = form.objectName().toUtf8();
-        const int songs = name == "RenameForm" ? CountSongs(FuzzFolder()) : 0;
-        const QByteArray control = work(form);
+        QTest::keyClick(&form, Qt::Key_Escape);
         QCoreApplication::processEvents();
-        Tell("  " + name + ' ' + control);
+        FollowForm(name, "Escape");
+    }
+
+    void FollowForm(const QByteArray &form, const QByteArray &control)
+    {
+        if (const QString answer = window->PanelText(4); !answer.isEmpty())
+            Tell("    " + answer.toUtf8());
         const SoakList before = TakeList();
-        SoakForms::Follow(name, control, before, now, *window, model.History);
-        Require(songs == 0 || songs == CountSongs(FuzzFolder()), "a renaming loses no file");
+        SoakForms::Follow(form, control, before, now, *window, model.History);
     }
 
     /// Begins a selection with a key or a click alone, and goes on with keys and clicks.
     void Press()
     {
         const QList<Qt::KeyboardModifiers> modifiers{Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
-        if (window->View()->isColumnHidden(0))
-            return; // TEMPORARY
         SoakSelection selection(now.Rows);
         PressOne(selection, {Qt::Key_Home, Qt::Key_End}, Qt::NoModifier);
         for (int i = Draw(6); i > 0; --i)
@@ -400,7 +421,7 @@ int RowsOf(int list, int most, std::mt19937 &draws)
 /// So that lists of all lengths take about as long.
 int CommandsOf(int rows, int most)
 {
-    constexpr int longList = 2000;
+    constexpr int longList = 1000;
     return rows <= longList ? most : std::max(most * longList / rows, 20);
 }
 } // namespace

@@ -6,7 +6,6 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -108,22 +107,18 @@ QWidget *SoakForms::Choose(const QDialog &form) const
     return some.isEmpty() ? nullptr : some[draw(static_cast<int>(some.size()))];
 }
 
-QByteArray SoakForms::Work(QDialog &form)
+void SoakForms::Work(const QDialog &form, QWidget &control) const
 {
     if (auto *delay = form.findChild<QAbstractButton *>("Delay"_L1); delay != nullptr && delay->isChecked())
         delay->click();
-    QWidget *control = Choose(form);
-    if (control == nullptr)
-        return {};
-    QByteArray name = control->objectName().toUtf8();
-    Work(*control);
+    Use(control);
     CloseMenu();
-    if (form.findChild<QWidget *>("CmdProcess"_L1) != nullptr)
+    if (form.findChild<QWidget *>("CmdProcess"_L1) != nullptr && qobject_cast<QAbstractButton *>(&control) != nullptr)
         QTest::qWait(20);
-    return name;
+    QCoreApplication::processEvents();
 }
 
-void SoakForms::Work(QWidget &control) const
+void SoakForms::Use(QWidget &control) const
 {
     if (qobject_cast<QLineEdit *>(&control) != nullptr || qobject_cast<QPlainTextEdit *>(&control) != nullptr)
         QTest::keyClicks(&control, QString::number(draw(300)));

@@ -15,15 +15,15 @@ public:
     using Draw = std::function<int(int)>;
 
     explicit SoakForms(Draw source) : draw(std::move(source)) {}
-    /// Works one control of a form, of those that do something rather than the others; returns its name.
-    QByteArray Work(QDialog &form);
+    /// A control to be worked, of those that do something rather than the others; none where there is none.
+    QWidget *Choose(const QDialog &form) const;
+    void Work(const QDialog &form, QWidget &control) const;
     /// Requires that what was done in a form has changed no more of the list than it may.
     static void Follow(const QByteArray &form, const QByteArray &control, const SoakList &before, const SoakList &after,
                        const Main &window, SoakHistory &history);
 
 private:
-    QWidget *Choose(const QDialog &form) const;
-    void Work(QWidget &control) const;
+    void Use(QWidget &control) const;
     void CloseMenu() const;
 
     Draw draw;

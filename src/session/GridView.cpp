@@ -150,6 +150,15 @@ void GridView::scrollTo(const QModelIndex &index, ScrollHint hint)
     horizontalScrollBar()->setValue(horizontal);
 }
 
+QRect GridView::visualRect(const QModelIndex &index) const
+{
+    // A row has its place also where the column is hidden by which it is named.
+    int column = index.column();
+    for (int place = 0; index.isValid() && isColumnHidden(column) && place < header()->count(); ++place)
+        column = header()->logicalIndex(place);
+    return QTreeView::visualRect(index.siblingAtColumn(column));
+}
+
 QModelIndexList GridView::selectedIndexes() const
 {
     for (int row = 1; row <= grid->Count(); ++row) {

@@ -21,6 +21,7 @@ public:
     void MakeVisible(int row);
     /// Scrolls up or down only: a click on a column that is cut must not move the others away.
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+    QRect visualRect(const QModelIndex &index) const override;
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles = {}) override;
     const Grid &Rows() const { return *grid; }
     /// Taken by a drag as its data, when rows are dragged out.

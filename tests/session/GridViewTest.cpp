@@ -101,6 +101,8 @@ private Q_SLOTS:
                                                      Qt::ControlModifier | Qt::ShiftModifier};
         QRandomGenerator draw(20);
         for (int step = 0; step < 3000; ++step) {
+            // A row is found, too, where the column is hidden by which it is named.
+            view.setColumnHidden(0, step >= 2000);
             const auto modifier = modifiers[draw.bounded(4)];
             const int row = 1 + draw.bounded(rowCount + 1);
             const int other = 1 + draw.bounded(rowCount);
