@@ -6,6 +6,7 @@
 #include "media/TagEdges.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <optional>
@@ -218,6 +219,9 @@ bool StreamReader::IsFrame(std::int64_t position, Frame &frame)
     const Bytes bytes = window.At(position, FrameHeaderBytes);
     if (bytes.size() < FrameHeaderBytes || !ParseFrameHeader(bytes.data(), frame.Header))
         return false;
+    // The window moves on.
+    std::array<unsigned char, FrameHeaderBytes> kept{};
+    std::copy_n(bytes.begin(), FrameHeaderBytes, kept.begin());
     frame.Position = position;
     int unpadded = 0;
     if (frame.Header.BitRate != 0) {
@@ -230,7 +234,7 @@ bool StreamReader::IsFrame(std::int64_t position, Frame &frame)
             return false;
         frame.Size = unpadded + (frame.Header.Padded ? frame.Header.Slot : 0);
     }
-    frame.Pattern = FramePattern(window.At(position, FrameHeaderBytes).data(), unpadded);
+    frame.Pattern = FramePattern(kept.data(), unpadded);
     return frame.Header.BitRate != 0 || FillsAudio(frame);
 }
 
@@ -287,6 +291,10 @@ int StreamReader::MeasureFree(std::int64_t position, const FrameHeader &kind)
     constexpr std::size_t Reach = 2 * LongestFree + 16;
     Bytes bytes = window.At(position, Reach);
     bytes = bytes.first(std::min(bytes.size(), Reach));
+    // What cannot be read is not looked at.
+    const auto needed = static_cast<std::size_t>(std::min<std::int64_t>(Reach, End() - position));
+    if (bytes.size() < std::max(needed, ShortestFree + FrameHeaderBytes))
+        return 0;
     const std::size_t limit = std::min(LongestFree, bytes.size() - FrameHeaderBytes);
     int tries = 0;
     for (std::size_t size = ShortestFree; size <= limit; ++size) {

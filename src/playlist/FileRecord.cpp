@@ -49,7 +49,7 @@ QString FileTypeText(quint64 ending)
 qint32 WholeSeconds(double seconds)
 {
     // The rounding mode of a process is halves to even.
-    return static_cast<qint32>(std::min(std::nearbyint(seconds), LongestLength));
+    return static_cast<qint32>(std::clamp(std::nearbyint(seconds), 0.0, LongestLength));
 }
 
 QString SampleRateText(qint64 rate)
