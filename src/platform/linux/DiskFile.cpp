@@ -22,7 +22,29 @@ int Descriptor(std::intptr_t handle)
     return static_cast<int>(handle);
 }
 
+int OpenRetrying(const char *path, int flags)
+{
+    int file = -1;
+    do
+        file = ::open(path, flags | O_CLOEXEC | O_NOCTTY);
+    while (file < 0 && errno == EINTR);
+    return file;
+}
+
 } // namespace
+
+int OpenRegular(const char *path, int flags, struct stat &facts)
+{
+    int file = OpenRetrying(path, flags | O_NONBLOCK);
+    // A server that has lent the file to a client is given the time to call it back; who holds a pipe is not.
+    if (file < 0 && errno == EWOULDBLOCK && ::stat(path, &facts) == 0 && S_ISREG(facts.st_mode))
+        file = OpenRetrying(path, flags);
+    if (file >= 0 && (::fstat(file, &facts) != 0 || !S_ISREG(facts.st_mode))) {
+        ::close(file);
+        file = -1;
+    }
+    return file;
+}
 
 DiskFacts FactsFrom(const struct stat &facts)
 {
@@ -66,14 +88,8 @@ bool DiskFile::Open(const QString &path)
 {
     const QByteArray bytes = ToHostBytes(path);
     Close();
-    int file = -1;
-    do {
-        file = ::open(bytes.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    } while (file < 0 && errno == EINTR);
-    handle = file;
     struct stat facts;
-    if (file >= 0 && (::fstat(file, &facts) != 0 || !S_ISREG(facts.st_mode)))
-        Close();
+    handle = OpenRegular(bytes.constData(), O_RDWR, facts);
     return IsOpen();
 }
 

@@ -11,6 +11,8 @@
 namespace
 {
 
+constexpr const char *AccessList = "system.posix_acl_access";
+
 /// Value of an extended attribute; nothing when it cannot be read.
 std::optional<QByteArray> ReadAttribute(const char *path, const char *name)
 {
@@ -37,9 +39,13 @@ bool CopyExtendedAttributes(const char *from, int to)
     if (read < 0)
         return false;
     names.truncate(read);
-    for (const QByteArray &name : names.split('\0')) {
+    const QList<QByteArray> all = names.split('\0');
+    // A new file has got the one that its folder gives to new ones.
+    if (!all.contains(AccessList))
+        ::fremovexattr(to, AccessList);
+    for (const QByteArray &name : all) {
         const bool users = name.startsWith("user.");
-        if (!users && name != "system.posix_acl_access")
+        if (!users && name != AccessList)
             continue;
         const auto value = ReadAttribute(from, name.constData());
         const bool copied = value && ::fsetxattr(to, name.constData(), value->constData(),

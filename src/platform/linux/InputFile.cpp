@@ -10,20 +10,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace
-{
-
-int OpenRetrying(const char *path, int flags)
-{
-    int file = -1;
-    do
-        file = ::open(path, flags);
-    while (file < 0 && errno == EINTR);
-    return file;
-}
-
-} // namespace
-
 InputFile::~InputFile()
 {
     if (handle >= 0)
@@ -39,14 +25,10 @@ bool InputFile::Open(const QString &path)
     const QByteArray bytes = ToHostBytes(path);
     if (bytes.isEmpty())
         return false;
-    const int file = OpenRetrying(bytes.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    struct stat found;
+    const int file = OpenRegular(bytes.constData(), O_RDONLY, found);
     if (file < 0)
         return false;
-    struct stat found;
-    if (::fstat(file, &found) != 0 || !S_ISREG(found.st_mode)) {
-        ::close(file);
-        return false;
-    }
     handle = file;
     facts = FactsFrom(found);
     return true;

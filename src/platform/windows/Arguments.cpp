@@ -1,10 +1,9 @@
 #include "platform/Arguments.h"
 
 #include "platform/Drives.h"
+#include "platform/windows/WindowsApi.h"
 
 #include <QString>
-
-#include <windows.h>
 
 #include <shellapi.h>
 
@@ -24,8 +23,5 @@ QString PathOfArgument(const QByteArray &argument)
     if (argument.isEmpty())
         return {};
     const std::wstring text = QString::fromUtf8(argument).toStdWString();
-    const DWORD size = GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
-    std::wstring full(size, L'\0');
-    full.resize(GetFullPathNameW(text.c_str(), size, full.data(), nullptr));
-    return FromHostPath(QString::fromStdWString(full.empty() ? text : full));
+    return FromHostPath(QString::fromStdWString(FullPath(text)));
 }

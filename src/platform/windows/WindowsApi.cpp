@@ -10,6 +10,14 @@ std::wstring ShortWidePath(const QString &path)
     return wide;
 }
 
+std::wstring FullPath(const std::wstring &path)
+{
+    const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+    std::wstring full(size, L'\0');
+    full.resize(GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
+    return full.empty() ? path : full;
+}
+
 std::wstring WidePath(const QString &path)
 {
     // Folders are limited more tightly than files, by the room for a short name.
@@ -17,6 +25,9 @@ std::wstring WidePath(const QString &path)
     std::wstring wide = ShortWidePath(path);
     if (wide.size() < mostPlain || wide.starts_with(L"\\\\?\\"))
         return wide;
+    // Behind the prefix nothing resolves them.
+    if (wide.find(L"\\.") != std::wstring::npos || wide.find(L"\\\\", 1) != std::wstring::npos)
+        wide = FullPath(wide);
     if (wide.starts_with(L"\\\\"))
         return L"\\\\?\\UNC" + wide.substr(1);
     return HasDrive(path) ? L"\\\\?\\" + wide : wide;

@@ -21,6 +21,8 @@
 #undef SetCurrentDirectory
 #undef SetFileAttributes
 
+/// A path from its root, without "." and "..".
+std::wstring FullPath(const std::wstring &path);
 /// A path as the wide functions take it: a bare drive is its root, and a long path gets the prefix that lifts the
 /// limit of 260 characters.
 std::wstring WidePath(const QString &path);

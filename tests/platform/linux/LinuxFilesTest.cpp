@@ -23,6 +23,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -192,6 +193,13 @@ private Q_SLOTS:
             QCOMPARE(Value("user.other"), hasValues ? other : QByteArray());
         }
         QCOMPARE(Content(u"a"_s), QByteArray("new old"));
+        // What the folder gives to new files is not for one that had been without.
+        const QByteArray access("\2\0\0\0\1\0\7\0\xff\xff\xff\xff\2\0\7\0\1\0\0\0\4\0\5\0\xff\xff\xff\xff"
+                                "\x10\0\7\0\xff\xff\xff\xff\x20\0\0\0\xff\xff\xff\xff",
+                                44);
+        if (::setxattr(directory->path().toUtf8().constData(), "system.posix_acl_default", access.constData(), 44, 0) ==
+            0)
+            QVERIFY(Write(u"a"_s, "new old") && Value("system.posix_acl_access").isEmpty() && Mode() == 0751);
         // A disk may have one mode for all files and refuse to set even that.
         QVERIFY(Write(u"fixed"_s, "old") && SetMode("fixed", 0600));
         knowsModes = false;
@@ -207,6 +215,38 @@ private Q_SLOTS:
         QCOMPARE(Mode(), 0551);
         QVERIFY(SetFileAttributes(In(u"a"_s), AttributeNormal) && SetMode("a", 0464));
         QCOMPARE(FileAttributes(In(u"a"_s)), static_cast<int>(AttributeReadOnly));
+    }
+
+    void LentFilesAreCalledBack()
+    {
+        QVERIFY(Write(u"a"_s, "old"));
+        int told[2] = {};
+        QVERIFY(::pipe(told) == 0);
+        static int lent = -1;
+        lent = ::open(Host("a").constData(), O_RDONLY | O_CLOEXEC);
+        const pid_t borrower = ::fork();
+        if (borrower == 0) {
+            ::signal(SIGIO, [](int) { ::fcntl(lent, F_SETLEASE, F_UNLCK); });
+            const char isLent = ::fcntl(lent, F_SETLEASE, F_RDLCK) == 0 ? 1 : 0;
+            if (::write(told[1], &isLent, 1) == 1) {
+                for (;;)
+                    ::pause();
+            }
+            ::_exit(1);
+        }
+        ::close(lent);
+        char isLent = 0;
+        const bool isTold = ::read(told[0], &isLent, 1) == 1;
+        const RebuildState state = Prepend(u"a"_s, "new ");
+        ::kill(borrower, SIGKILL);
+        ::waitpid(borrower, nullptr, 0);
+        ::close(told[0]);
+        ::close(told[1]);
+        QVERIFY(isTold);
+        QCOMPARE(state, RebuildState::Done);
+        QCOMPARE(Content(u"a"_s), QByteArray("new old"));
+        if (isLent == 0)
+            QSKIP("The file system of the temporary folder lends no files");
     }
 
     void AttributesOfFileServers()

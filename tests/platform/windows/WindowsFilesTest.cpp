@@ -66,6 +66,7 @@ private Q_SLOTS:
         const QString file = deep + u"\\a.mp3";
         QVERIFY(WriteWholeFile(file, "old") && WriteWholeFile(file, "content"));
         QCOMPARE(ExamineFile(file).Size, 7);
+        QCOMPARE(ExamineFile(deep + u"\\.\\..\\\\"_s + part + u"\\a.mp3").Size, 7);
         FolderEntries entries;
         QVERIFY(ListFolder(deep, entries));
         QCOMPARE(entries.Files, QStringList{u"a.mp3"_s});
