@@ -191,9 +191,11 @@ void Id3Info::ID3v2ImageSave_Click()
     const int row = SelectedRow(ui->ID3v2LstImages);
     if (row < 0 || ui->ID3v2Image->Picture().isNull())
         return;
-    const auto path = main.World().Prompts.SaveFile({u"Save Image"_s, bitmapFilter, u"bmp"_s, {}});
-    if (path && !main.CheckExists(*path))
-        WriteWholeFile(*path, Id3v2ImageList[static_cast<std::size_t>(row)].Bitmap());
+    const Prompts &prompts = main.World().Prompts;
+    const auto path = prompts.SaveFile({u"Save Image"_s, bitmapFilter, u"bmp"_s, {}});
+    if (path && !main.CheckExists(*path) &&
+        !WriteWholeFile(*path, Id3v2ImageList[static_cast<std::size_t>(row)].Bitmap()))
+        prompts.Message({u"Could not save the file!"_s, PromptIcon::Warning});
 }
 
 void Id3Info::ID3v2ImageOpen_Click()

@@ -7,6 +7,7 @@
 #include "session/Main.h"
 #include "tageditor/SetAttributes.h"
 #include "text/FormatText.h"
+#include "text/FormerFile.h"
 #include "text/PathText.h"
 
 #include "ui_Id3Info.h"
@@ -171,6 +172,17 @@ qsizetype Id3Info::UpdateFiles(QStringList &reasons)
 {
     LongRun run(ui->ProgressBar1, nullptr);
     const Progress progress = run.AsProgress();
+    // Each picture passes through this file; a kill leaves it to the next start.
+    DeleteFilePath(TemporaryBitmap());
+    FormerFile bitmap(TemporaryBitmap());
+    if (!Id3v2ImageList.empty())
+        bitmap.Note();
+    const auto noBitmap = qScopeGuard([&] {
+        if (PathExists(TemporaryBitmap()))
+            bitmap.GiveBack();
+        else
+            bitmap.Forget();
+    });
     const qsizetype count = SelectedPaths.size();
     progress.SetLimits(0, 2 * static_cast<int>(count));
     MP3File object;

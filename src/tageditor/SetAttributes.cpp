@@ -7,8 +7,7 @@ using namespace Qt::StringLiterals;
 bool SetAttributes(const QString &path, const AttributeRequests &requests)
 {
     const int old = FileAttributes(path);
-    // A read-only file can be changed once it is none.
-    if (old < 0 || !SetFileAttributes(path, AttributeNormal))
+    if (old < 0)
         return false;
     const auto requested = [old](const QString &request, int attribute) {
         const bool on = request.isEmpty() ? (old & attribute) != 0 : request == u"SET"_s;
@@ -17,8 +16,5 @@ bool SetAttributes(const QString &path, const AttributeRequests &requests)
     const int fresh = requested(requests.Normal, AttributeNormal) | requested(requests.ReadOnly, AttributeReadOnly) |
                       requested(requests.Archive, AttributeArchive) | requested(requests.System, AttributeSystem) |
                       requested(requests.Hidden, AttributeHidden);
-    if (SetFileAttributes(path, fresh))
-        return true;
-    SetFileAttributes(path, old);
-    return false;
+    return SetFileAttributes(path, fresh);
 }

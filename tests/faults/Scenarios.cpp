@@ -34,6 +34,7 @@ void Stage::AnswerPrompts(Prompts &prompts)
         Said.append(prompt.Text + u' ' + prompt.Details);
         return prompt.Buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Yes;
     };
+    prompts.Line = [](const auto &) { return std::optional(u"cover"_s); };
     prompts.SaveFile = prompts.OpenFile = [this](const FilePrompt &) { return Target; };
 }
 
@@ -112,6 +113,10 @@ void PrepareTags(Stage &s)
     s.Click("ID3v1Present");
     s.Click("ID3v2Present");
     s.Enter("ID3v2Title", QString(9000, u't'));
+    s.Target = s.F.Inside(u"picture.bmp"_s);
+    QImage(2, 2, QImage::Format_RGB888).save(ToHostPath(s.Target));
+    s.Reach("ID3v2LstImages");
+    s.Click("ID3v2ImageAdd");
 }
 
 /// A file with two names is written in place, and its audio moves.
@@ -239,7 +244,7 @@ const std::vector<Scenario> &Scenarios()
         {"tags of several files",
          PrepareTags,
          {update},
-         "",
+         "tmp.bmp",
          "",
          "",
          3,

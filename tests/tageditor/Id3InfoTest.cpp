@@ -541,6 +541,7 @@ private Q_SLOTS:
                        PromptAnswer::No);
         QCOMPARE(e.F.Read(u"a.gif"_s), gif);
         e.ClickAndGive("ID3v2ImageSave", QString(), e.F.Inside(u"new.bmp"_s));
+        e.ClickAndGive("ID3v2ImageSave", QString(), e.F.Inside(u"no folder\\new.bmp"_s), u"Could not save the file!"_s);
         QCOMPARE(QImage::fromData(e.F.Read(u"new.bmp"_s), "BMP").pixelColor(0, 0), QColor(Qt::red));
         e.Click("ID3v2ImageOpen");
         const QString temporary = e.F.Inside(u"app\\tmp.bmp"_s);
