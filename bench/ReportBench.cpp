@@ -2,6 +2,7 @@
 #include "BenchSupport.h"
 #include "BenchTree.h"
 #include "MediaFiles.h"
+#include "PeakMemory.h"
 
 #include "media/MP3File.h"
 #include "platform/Drives.h"
@@ -117,21 +118,6 @@ void PlainReportGrowth(benchmark::State &state)
     const QStringList few = ListedPaths().first(FewRows);
     Compare(state, 1.1, {[&] { reporter.Write(few, false); }, FewRows},
             {[&] { reporter.Write(ListedPaths(), false); }, FullList});
-}
-
-/// The most memory that the process has had since the last call, in megabytes.
-double PeakMegabytes()
-{
-    QFile status(u"/proc/self/status"_s);
-    double peak = 0;
-    if (status.open(QIODevice::ReadOnly)) {
-        const QByteArray text = status.readAll();
-        peak = text.mid(text.indexOf("VmHWM:") + 6, 20).trimmed().split(' ').first().toDouble() / 1024;
-    }
-    QFile references(u"/proc/self/clear_refs"_s);
-    if (references.open(QIODevice::WriteOnly))
-        references.write("5");
-    return peak;
 }
 
 /// "ratio" is here the megabytes that a report of all rows takes more than one of few.

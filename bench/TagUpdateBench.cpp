@@ -2,6 +2,8 @@
 #include "BenchSupport.h"
 #include "BenchWindow.h"
 #include "MediaFiles.h"
+#include "PeakMemory.h"
+#include "media/MP3File.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -64,5 +66,43 @@ void TagUpdateGrowth(benchmark::State &state)
     Compare(state, 1.2, updating(FewFiles), updating(ManyFiles));
 }
 
+/// "ratio" is here the megabytes that the editor takes, from its opening to the end of an update, over those of the
+/// file's picture.
+void LargePictureMemory(benchmark::State &state)
+{
+    MediaFolder files(1, [](int, std::minstd_rand &) { return MediaShape{4000, 30000, true, true}; });
+    const QString picture = files.Paths[0] + u".bmp";
+    QImage image(4096, 4096, QImage::Format_RGB888);
+    image.fill(Qt::darkCyan);
+    image.save(ToHostPath(picture));
+    const double size = static_cast<double>(image.sizeInBytes()) / (1 << 20);
+    image = {};
+    {
+        MP3File file;
+        file.ResetFile(files.Paths[0]);
+        file.ReadTags(files.Paths[0], false);
+        file.Images().Add(picture, {});
+        file.WriteTags(files.Paths[0], MP3File::TagChange::Write, MP3File::TagChange::Write);
+    }
+    std::vector<double> ratios;
+    for ([[maybe_unused]] auto round : state) {
+        BenchWindow window;
+        window.Window.AddFile(files.Paths[0], 0);
+        window.Window.Command("MEditSelAll")->trigger();
+        window.Settle();
+        PeakMegabytes();
+        const double before = PeakMegabytes();
+        window.Window.Command("MEditId3")->trigger();
+        auto *editor = window.Window.findChild<QDialog *>(u"Id3Info"_s);
+        editor->findChild<QLineEdit *>(u"ID3v2Title"_s)->setText(QString::number(ratios.size()));
+        editor->findChild<QAbstractButton *>(u"CmdUpdate"_s)->click();
+        ratios.push_back((PeakMegabytes() - before) / size);
+    }
+    state.counters["ratio"] = Median(ratios);
+    state.counters["bound"] = 4;
+    state.SetLabel(Median(ratios) > 4 ? "OVER ITS BOUND" : "within its bound");
+}
+
+BENCHMARK(LargePictureMemory)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(TagUpdateGrowth)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
 } // namespace
