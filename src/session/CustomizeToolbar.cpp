@@ -1,5 +1,6 @@
 #include "session/CustomizeToolbar.h"
 
+#include "session/EnterKey.h"
 #include "session/Toolbar.h"
 
 #include "ui_CustomizeToolbar.h"
@@ -28,6 +29,12 @@ CustomizeToolbar::CustomizeToolbar(Toolbar &customized, QWidget *owner) : QDialo
 }
 
 CustomizeToolbar::~CustomizeToolbar() = default;
+
+void CustomizeToolbar::keyPressEvent(QKeyEvent *event)
+{
+    if (!ClicksFocusedButton(*this, *event))
+        QDialog::keyPressEvent(event);
+}
 
 void CustomizeToolbar::Fill()
 {

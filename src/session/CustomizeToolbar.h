@@ -24,6 +24,9 @@ public:
 Q_SIGNALS:
     void Changed();
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     void Fill();
     void Apply(QListWidgetItem *changed);

@@ -1,5 +1,6 @@
 #include "session/ToolForm.h"
 
+#include "session/EnterKey.h"
 #include "session/Main.h"
 
 #include <QAbstractButton>
@@ -77,6 +78,12 @@ void ToolForm::hideEvent(QHideEvent *event)
 {
     QDialog::hideEvent(event);
     main.KeepAnswer();
+}
+
+void ToolForm::keyPressEvent(QKeyEvent *event)
+{
+    if (!ClicksFocusedButton(*this, *event))
+        QDialog::keyPressEvent(event);
 }
 
 void ToolForm::reject()

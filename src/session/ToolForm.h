@@ -8,6 +8,7 @@
 
 class Main;
 class QAbstractButton;
+class QKeyEvent;
 class QLabel;
 
 /// The window of a tool. It is modal over the main window, stays loaded when it is closed, and is closed by its close
@@ -41,6 +42,7 @@ protected:
     static void Report(QLabel *line, const QString &text);
 
     void reject() override;
+    void keyPressEvent(QKeyEvent *event) override;
     void hideEvent(QHideEvent *event) override;
 
     Main &main;

@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
 
@@ -64,6 +65,27 @@ public:
 
     /// Looks at every page of the window's tabs.
     void Look() { Turn(window.findChildren<QTabWidget *>()); }
+    /// Presses Enter on each push button that is shown, when nothing is to be clicked in the window any more.
+    void Enter()
+    {
+        QStringList pressed;
+        const QList<QPushButton *> buttons = window.findChildren<QPushButton *>();
+        for (QPushButton *button : buttons) {
+            QObject::disconnect(button, &QPushButton::clicked, nullptr, nullptr);
+            QObject::connect(button, &QPushButton::clicked, &window, [&pressed, button] { pressed += NameOf(button); });
+        }
+        for (QPushButton *button : buttons) {
+            if (!button->isVisible() || !button->isEnabled())
+                continue;
+            pressed.clear();
+            button->setFocus();
+            QTest::keyClick(button, Qt::Key_Return);
+            if (pressed != QStringList(NameOf(button)))
+                Fault(u"Enter on "_s + NameOf(button) + u" presses " + pressed.join(u' '));
+        }
+        for (QPushButton *button : buttons)
+            QObject::disconnect(button, &QPushButton::clicked, nullptr, nullptr);
+    }
     QStringList Faults;
 
 private:
@@ -243,6 +265,7 @@ private Q_SLOTS:
         QTest::keyClick(d.F.Bar("MFileNew"), Qt::Key_F2);
         Inspection customize(*d.F.Window->findChild<QDialog *>(u"CustomizeToolbar"_s));
         customize.Look();
+        customize.Enter();
         QCOMPARE(customize.Faults.join(u'\n'), QString());
     }
 
@@ -284,6 +307,7 @@ private Q_SLOTS:
             TakeStep(driver, step);
             inspection.Look();
         }
+        inspection.Enter();
         QCOMPARE(inspection.Faults.join(u'\n'), known);
     }
 };
