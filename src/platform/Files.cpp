@@ -37,6 +37,11 @@ bool ListFolder(const QString &folder, FolderEntries &entries)
     return FolderReader(folder).List(entries);
 }
 
+bool IsGone(const QString &path)
+{
+    return IsAbsent(path) && ExamineFile(path.first(path.lastIndexOf(u'\\') + 1)).IsFolder;
+}
+
 bool ReadWholeFile(const QString &path, QByteArray &content)
 {
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();

@@ -60,6 +60,8 @@ struct FileFacts {
     std::int64_t Size = 0;
 };
 FileFacts ExamineFile(const QString &path);
+/// Whether a file is not there for certain, though its folder is.
+bool IsGone(const QString &path);
 
 /// The whole content; false when it cannot be opened or read. At most 2 GiB.
 bool ReadWholeFile(const QString &path, QByteArray &content);

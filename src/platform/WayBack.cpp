@@ -44,12 +44,6 @@ QString FolderOfPath(const QString &path)
     return path.first(path.lastIndexOf(u'\\') + 1);
 }
 
-/// Whether a file is not there, though its folder is.
-bool IsGone(const QString &path)
-{
-    return IsAbsent(path) && ExamineFile(FolderOfPath(path)).IsFolder;
-}
-
 /// By which a folder is told from the one that stands at its path while its disk is away.
 quint64 FolderNumber(const QString &path)
 {

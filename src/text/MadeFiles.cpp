@@ -1,7 +1,6 @@
 #include "text/MadeFiles.h"
 
 #include "platform/Files.h"
-#include "text/PathText.h"
 
 #include <algorithm>
 
@@ -31,7 +30,7 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
     File &file = files[static_cast<std::size_t>(n)];
     const DiskFacts found = DiskFactsOf(file.Path);
     if (found.Size < 0 && !IsAbsent(file.Path)) {
-        file.Former.Abandon();
+        Abandon(file);
         return TakenBack::Failed;
     }
     const bool isAnother = found.Size >= 0 && !found.HasSameContent(file.Facts);
@@ -40,8 +39,7 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
     if (file.IsTakenBack || isAnother)
         return TakenBack::Failed;
     // One that the run had made there before gets its content back, but in a file of another number.
-    std::vector<File *> earlier = file.Former.Existed() ? MadeAs(file.Replaced) : std::vector<File *>();
-    std::erase_if(earlier, [&](const File *each) { return each->Path != file.Path; });
+    const std::vector<File *> earlier = ReplacedBy(file);
     for (File *each : earlier)
         each->Former.NoteMade({});
     file.IsTakenBack = file.Former.GiveBack();
@@ -51,6 +49,8 @@ MadeFiles::TakenBack MadeFiles::TakeBack(qsizetype n)
             places.insert(each->Facts.Number, static_cast<std::size_t>(each - files.data()));
         }
         each->Former.NoteMade(each->Facts);
+        if (!file.IsTakenBack)
+            Abandon(*each);
     }
     if (!file.IsTakenBack)
         return TakenBack::Failed;
@@ -61,13 +61,13 @@ QStringList MadeFiles::TakeAllBack()
 {
     QStringList failed;
     for (qsizetype n = Count(); n-- > 0;) {
-        const bool isGone = !files[static_cast<std::size_t>(n)].Former.Existed() && !ExamineFile(Path(n)).Exists &&
-                            ExamineFile(FolderOf(Path(n))).IsFolder;
+        const bool isGone = !files[static_cast<std::size_t>(n)].Former.Existed() && IsGone(Path(n));
         if (TakeBack(n) == TakenBack::Failed && !isGone)
             failed.append(Path(n));
     }
     files.clear();
     places.clear();
+    failed.removeDuplicates();
     return failed;
 }
 
@@ -88,4 +88,18 @@ std::vector<MadeFiles::File *> MadeFiles::MadeAs(const DiskFacts &facts)
             made.push_back(&files[*place]);
     }
     return made;
+}
+
+std::vector<MadeFiles::File *> MadeFiles::ReplacedBy(const File &file)
+{
+    std::vector<File *> earlier = file.Former.Existed() ? MadeAs(file.Replaced) : std::vector<File *>();
+    std::erase_if(earlier, [&](const File *each) { return each >= &file || each->Path != file.Path; });
+    return earlier;
+}
+
+void MadeFiles::Abandon(File &file)
+{
+    file.Former.Abandon();
+    for (File *each : ReplacedBy(file))
+        Abandon(*each);
 }

@@ -50,6 +50,10 @@ private:
     };
     /// The files of the run that are this one.
     std::vector<File *> MadeAs(const DiskFacts &facts);
+    /// Those that the run had made at the same path, and that the file has replaced.
+    std::vector<File *> ReplacedBy(const File &file);
+    /// It cannot be given back now, nor what the run had made there before, which is only to be given back behind it.
+    void Abandon(File &file);
 
     AfterKill afterKill;
     std::vector<File> files;

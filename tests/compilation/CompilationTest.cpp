@@ -230,6 +230,7 @@ private Q_SLOTS:
     void ReportAndBrowser()
     {
         Wizard w;
+        w.F.Window->RestoreSession({});
         w.Put(u"tmp.htm"_s, "mine");
         w.Fill(2);
         QVERIFY(w.PreviewHasFolders() && w.Content("tmp.htm").contains("<title>2 - Created: 03:04:05 [01-02-2026] "));
@@ -269,6 +270,13 @@ private Q_SLOTS:
         w.Enter("CDROMLoc", u"2"_s);
         w.Next(1);
         w.ClickAndRead("CmdNext", u"Could not load the Report Settings used in the previous session, using default."_s);
+        QVERIFY(w.PreviewHasFolders() && w.PreviewHasFolders());
+        // What cannot be taken back waits for the next look.
+        const QString looked = w.Folder + u"\\tmp.htm";
+        QVERIFY(SetFileAttributes(looked, AttributeReadOnly));
+        w.ClickAndRead("CmdNext", u"Could not take back the file: "_s + ToHostPath(looked));
+        QVERIFY(SetFileAttributes(looked, AttributeNormal));
+        w.Click("CmdBack");
         QVERIFY(w.PreviewHasFolders());
         w.F.Window.reset();
         QCOMPARE(w.Content("tmp.htm"), "mine"_ba);
