@@ -12,6 +12,9 @@ void Main::ShowMenus(bool on)
 {
     Check("MHidOptionMenuVisible", on);
     menuBar()->setVisible(on);
+    // A right click on the toolbar is the way back to them.
+    if (!on && Toolbar1->isHidden())
+        MViewToolbar_Click();
 }
 
 void Main::MHidOptionMenuVisible_Click()

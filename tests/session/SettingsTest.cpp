@@ -57,11 +57,14 @@ private Q_SLOTS:
         QCOMPARE(stored[u"RF/1"_s], u"1: "_s + f.Inside(u"sub\\l.m3u"_s));
         QCOMPARE(stored[u"RF/Wkdir"_s], f.Inside(u"sub"_s));
 
+        // Without either bar there would be no way back.
+        f.Settings[u"VE/TA"_s] = u"0"_s;
         f.Restart();
         f.Window->RestoreSession({});
         f.Window->show();
         QCOMPARE(CurrentDirectory(), f.Inside(u"sub"_s));
-        QVERIFY(!f.Window->menuBar()->isVisible() && f.Bar("Toolbar1")->y() > f.Window->View()->y());
+        QVERIFY(!f.Window->menuBar()->isVisible() && f.Bar("Toolbar1")->isVisible() &&
+                f.Bar("Toolbar1")->y() > f.Window->View()->y());
         QVERIFY(!f.Bar("Toolbar1")->findChild<QToolButton *>(u"MFileNew"_s)->autoRaise() &&
                 !f.Bar("StatusBar1")->isVisible());
         QVERIFY(f.Window->View()->isColumnHidden(ColumnID - 1) && f.Window->windowOpacity() < 0.9);

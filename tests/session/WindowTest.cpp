@@ -794,9 +794,12 @@ private Q_SLOTS:
         f.Trigger("MHidOptionColumnVisAll");
         QCOMPARE(view->columnWidth(ColumnPath - 1), 650);
         QVERIFY(!view->isColumnHidden(ColumnMode - 1) && checked("MHidOptionColumnVis(8)"));
+        // Without the menus the toolbar is the only way back to them.
+        f.Trigger("MViewToolbar");
         for (const bool on : {false, true}) {
             f.Trigger("MHidOptionMenuVisible");
             QVERIFY(f.Window->menuBar()->isVisible() == on && checked("MHidOptionMenuVisible") == on);
+            QVERIFY(toolbar->isVisible() && checked("MViewToolbar"));
             f.Trigger("MHidOptionToolbarFlat");
             QVERIFY(toolbar->findChild<QToolButton *>(u"MFileNew"_s)->autoRaise() == on);
         }
