@@ -105,6 +105,7 @@ private:
     void ShowLines(const QString &first, const QString &second);
     /// Ticks the attribute boxes: fully for what all files have, partly for what some have.
     void ShowAttributes(int ofAll, int ofAny, bool enabled);
+    void LookAtAttributes();
     void CountLostTags();
     /// What the window shows of the selection but for the fields.
     void ShowBesideFields();

@@ -54,7 +54,7 @@ void Id3Info::CountLostTags()
 void Id3Info::ShowBesideFields()
 {
     main.ListView1_Click();
-    ShowAttributes(attributesOfAll, attributesOfAny, true);
+    LookAtAttributes();
     CountLostTags();
 }
 
@@ -219,6 +219,18 @@ void Id3Info::ShowAttributes(int ofAll, int ofAny, bool enabled)
     };
     show(ui->FileInfoReadOnly, AttributeReadOnly);
     show(ui->FileInfoArchive, AttributeArchive);
+}
+
+void Id3Info::LookAtAttributes()
+{
+    attributesOfAll = AttributeReadOnly | AttributeArchive;
+    attributesOfAny = 0;
+    for (const QString &path : std::as_const(SelectedPaths)) {
+        const int attributes = std::max(FileAttributes(path), 0);
+        attributesOfAll &= attributes;
+        attributesOfAny |= attributes;
+    }
+    ShowAttributes(attributesOfAll, attributesOfAny, true);
 }
 
 void Id3Info::ShowFileInfo(const QString &path)

@@ -157,10 +157,10 @@ bool Id3Info::Update()
     const bool whole = reached == SelectedPaths.size();
     main.RefreshRows(SelectedIndexes.first(reached), SelectedPaths.first(reached));
     TellFailures(reasons);
-    // What was entered for the files that are still to be written stays in the fields.
-    if (whole && (reasons.isEmpty() || !CollectSelection()))
+    // What was entered for the files that are still to be written stays in the fields, also while their disk is away.
+    if (whole && (reasons.isEmpty() || Fields() == readFields))
         Form_Activate();
-    else if (whole)
+    else
         ShowBesideFields();
     const qsizetype updated = reached - reasons.size();
     const QString files = Counted(updated, u"file"_s) + u" updated";
@@ -325,17 +325,11 @@ void Id3Info::SetAttribute(int attribute, bool on)
     const QString request = on ? u"SET"_s : u"CLR"_s;
     AttributeRequests requests;
     (attribute == AttributeReadOnly ? requests.ReadOnly : requests.Archive) = request;
-    attributesOfAll = AttributeReadOnly | AttributeArchive;
-    attributesOfAny = 0;
-    for (const QString &path : std::as_const(SelectedPaths)) {
+    for (const QString &path : std::as_const(SelectedPaths))
         SetAttributes(path, requests);
-        const int attributes = std::max(FileAttributes(path), 0);
-        attributesOfAll &= attributes;
-        attributesOfAny |= attributes;
-    }
     main.ListView1.Steps().End();
     // What could not be changed is shown as it is.
-    ShowAttributes(attributesOfAll, attributesOfAny, true);
+    LookAtAttributes();
 }
 
 void Id3Info::FileInfoReadOnly_Click()

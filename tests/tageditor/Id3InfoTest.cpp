@@ -278,6 +278,14 @@ private Q_SLOTS:
         QCOMPARE(e.Text("ID3v2Title"), u"mine"_s);
         e.Click("CmdUpdate");
         QCOMPARE(Tags(path)->GetFrame("TIT2"), u"mine"_s);
+        // A disk that is away for a moment takes nothing of what was entered with it.
+        e.Enter("ID3v2Title", u"again"_s);
+        const QString away = e.F.Inside(u"away"_s);
+        QVERIFY(RenameFile(path, away));
+        e.ClickAndRead("CmdUpdate", failed);
+        QVERIFY(RenameFile(away, path));
+        e.Click("CmdUpdate");
+        QCOMPARE(Tags(path)->GetFrame("TIT2"), u"again"_s);
     }
 
     void TypedCommentsAreTaken()
