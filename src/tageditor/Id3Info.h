@@ -141,7 +141,10 @@ private:
     void SetAttribute(int attribute, bool on);
 
     void AddCommentRow(const MP3Comment &comment);
-    /// Puts what was typed for a comment into the list, ahead of an update; false when it gets no description.
+    /// Puts what was typed over the shown comment into its row.
+    void StoreShownComment();
+    /// Puts what was typed for a comment into the list, before the comments are used; false when it gets no
+    /// description.
     bool TakeTypedComment();
     void AddImageRow(TagPicture picture);
     /// Removes the selected row and selects the one before it; its place from 0, -1 when none was selected.
@@ -189,5 +192,7 @@ private:
 
     /// The n-th comment and picture to the n-th row of their lists.
     std::vector<MP3Comment> comments;
+    /// The row whose text the field shows, from 0; -1 for none.
+    int shownComment = -1;
     std::vector<TagPicture> Id3v2ImageList;
 };

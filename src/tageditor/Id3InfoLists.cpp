@@ -86,7 +86,20 @@ void Id3Info::AddCommentRow(const MP3Comment &comment)
 void Id3Info::ID3v2LstComments_Click()
 {
     const int row = SelectedRow(ui->ID3v2LstComments);
+    if (row != shownComment)
+        StoreShownComment();
+    shownComment = row;
     texts.Show(ui->ID3v2Comment, row < 0 ? QString() : comments[static_cast<std::size_t>(row)].Text);
+}
+
+void Id3Info::StoreShownComment()
+{
+    if (shownComment < 0 || !texts.IsEdited(ui->ID3v2Comment))
+        return;
+    const QString text = texts.Text(ui->ID3v2Comment);
+    comments[static_cast<std::size_t>(shownComment)].Text = text;
+    ui->ID3v2LstComments->setItem(shownComment, 1, Cell(text));
+    texts.Show(ui->ID3v2Comment, text);
 }
 
 void Id3Info::ID3v2AddComment_Click()
@@ -98,27 +111,23 @@ void Id3Info::ID3v2AddComment_Click()
     if (!description || description->isEmpty())
         return;
     AddCommentRow({*description, text});
-    ui->ID3v2LstComments->selectRow(ui->ID3v2LstComments->rowCount() - 1);
+    // What was typed is the new one's, not that of the row it was typed over.
+    shownComment = ui->ID3v2LstComments->rowCount() - 1;
+    ui->ID3v2LstComments->selectRow(shownComment);
     ui->ID3v2Comment->setFocus();
 }
 
 void Id3Info::ID3v2EditComment_Click()
 {
-    const int row = SelectedRow(ui->ID3v2LstComments);
-    if (row < 0)
-        return;
-    const QString text = texts.Text(ui->ID3v2Comment);
-    comments[static_cast<std::size_t>(row)].Text = text;
-    ui->ID3v2LstComments->setItem(row, 1, Cell(text));
-    texts.Show(ui->ID3v2Comment, text);
+    StoreShownComment();
 }
 
 bool Id3Info::TakeTypedComment()
 {
     if (!ui->ID3v2Present->isChecked() || !texts.IsEdited(ui->ID3v2Comment))
         return true;
-    if (SelectedRow(ui->ID3v2LstComments) >= 0)
-        ID3v2EditComment_Click();
+    if (shownComment >= 0)
+        StoreShownComment();
     else
         ID3v2AddComment_Click();
     return !texts.IsEdited(ui->ID3v2Comment);
@@ -130,6 +139,7 @@ void Id3Info::ID3v2RemoveComment_Click()
     if (row < 0)
         return;
     comments.erase(comments.begin() + row);
+    shownComment = -1;
     ID3v2LstComments_Click();
 }
 

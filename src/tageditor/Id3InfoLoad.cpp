@@ -360,6 +360,7 @@ void Id3Info::LoadID3v2(MP3File &object, bool present, bool pasteFlag)
     show(ui->ID3v2Situation, object.Situation(), CopySituation);
     ui->ID3v2LstImages->setRowCount(0);
     Id3v2ImageList.clear();
+    shownComment = -1;
     ui->ID3v2LstComments->setRowCount(0);
     comments.clear();
     EnableImageCommands(false);

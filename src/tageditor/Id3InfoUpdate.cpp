@@ -249,7 +249,7 @@ void Id3Info::TellFailures(const QStringList &reasons)
 void Id3Info::CmdCopy_Click()
 {
     const Hourglass hourglass(this);
-    if (!AnyTagTicked())
+    if (!AnyTagTicked() || !TakeTypedComment())
         return;
     try {
         StoreTagFields(CopyBuffer, true);
@@ -286,7 +286,7 @@ void Id3Info::ID3v1Duplicate_Click()
     if (!unlistedGenre)
         texts.Show(ui->ID3v2Genre->lineEdit(), ui->ID3v1Genre->currentText());
     const QString comment = texts.Text(ui->ID3v1Comment);
-    if (comment.isEmpty())
+    if (comment.isEmpty() || !TakeTypedComment())
         return;
     AddCommentRow({{}, comment});
     ui->ID3v2LstComments->selectRow(ui->ID3v2LstComments->rowCount() - 1);
@@ -315,7 +315,7 @@ void Id3Info::ID3v2Duplicate_Click()
             break;
         }
     }
-    if (!comments.empty())
+    if (TakeTypedComment() && !comments.empty())
         texts.Show(ui->ID3v1Comment, comments.front().Text);
 }
 

@@ -308,6 +308,25 @@ private Q_SLOTS:
         for (const MP3Comment &comment : Tags(path)->Comments().Items())
             told += comment.Description + comment.Text;
         QCOMPARE(told, u"1first2second"_s);
+
+        // What is typed over one stays its text when another one is shown, copied in or taken away.
+        const auto listed = [&e] { return e.Cells("ID3v2LstComments").join(u' '); };
+        e.Open({1});
+        e.Enter("ID3v2Comment", u"one"_s);
+        e.SelectRow("ID3v2LstComments", 1);
+        e.Enter("ID3v2Comment", u"two"_s);
+        QTest::keyClick(e.At("ID3v2LstComments"), Qt::Key_Up);
+        QCOMPARE(listed() + e.Text("ID3v2Comment"), u"1|one 2|twoone"_s);
+        e.Enter("ID3v2Comment", u"uno"_s);
+        e.Click("ID3v1Present");
+        e.Enter("ID3v1Comment", u"old"_s);
+        e.Click("ID3v1Duplicate");
+        e.Click("ID3v2RemoveComment");
+        QCOMPARE(listed() + e.Text("ID3v2Comment"), u"1|uno 2|twotwo"_s);
+        e.Enter("ID3v2Comment", u"due"_s);
+        e.Click("CmdCopy");
+        e.Click("CmdPaste");
+        QCOMPARE(listed(), u"1|uno 2|due"_s);
     }
 
     void TellsWhatTagsGo()
