@@ -105,9 +105,8 @@ void MP3CDWizard::IconChooser_Click(int index)
         return;
     }
     const auto path = main.World().Prompts.OpenFile({u"Custom"_s, u"Icons (*.ico)|*.ico|"_s, u"rpt"_s, u"*.ico"_s});
-    if (path && ShowIconFile(*path))
-        IconFile = *path;
-    else
+    IconFile = path && ShowIconFile(*path) ? *path : QString();
+    if (IconFile.isEmpty())
         ui->IconChooser->setCurrentIndex(UsualPicture);
 }
 

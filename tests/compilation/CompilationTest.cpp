@@ -301,6 +301,13 @@ private Q_SLOTS:
         const auto isWhole = [&w] { return w.Content("setup.ico").endsWith("tail"); };
         w.Fill(2);
         const QByteArray eighth = w.Picture();
+        // The file that was chosen before is forgotten when the choice of another one is given up.
+        QCOMPARE(choose(own), u"Custom"_s);
+        w.F.Prompts.ExpectPath(u"*.ico"_s, {});
+        Q_EMIT w.At<QComboBox>("IconChooser")->activated(0);
+        w.Click("CmdBack");
+        w.Next(1);
+        QVERIFY(w.Picture() == eighth);
         QVERIFY(choose({}) == u"8" && choose(w.F.Write(u"no.ico"_s, "no picture")) == u"8" && w.Picture() == eighth);
         QTest::keyClick(w.At("IconChooser"), Qt::Key_Down);
         w.Next(2);
