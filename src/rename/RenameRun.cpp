@@ -49,20 +49,22 @@ bool AnyMissing(const QStringList &paths, const Progress &progress)
 {
     // From so many files on a list of their folder takes less than a look at each.
     constexpr qsizetype worthListing = 8;
-    FolderEntries entries;
-    QString listed;
+    QHash<QString, QStringList> listed;
     progress.SetLimits(0, static_cast<int>(paths.size()));
     for (qsizetype i = 0; i < paths.size() && !progress.Stopped(); ++i) {
         const QString &path = paths[i];
         const qsizetype nameStart = FileNameStart(path);
-        const QStringView folder = QStringView(path).first(nameStart);
-        if (folder != listed && i + worthListing <= paths.size() &&
-            QStringView(paths[i + worthListing - 1]).startsWith(folder)) {
-            listed = folder.toString();
-            ListFolder(listed, entries);
+        const QString folder = path.first(nameStart);
+        auto names = listed.constFind(folder);
+        if (names == listed.cend() && i + worthListing <= paths.size() &&
+            paths[i + worthListing - 1].startsWith(folder)) {
+            FolderEntries entries;
+            ListFolder(folder, entries);
+            names = listed.insert(folder, entries.Files);
         }
-        const bool isListed = folder == listed && std::binary_search(entries.Files.cbegin(), entries.Files.cend(),
-                                                                     QStringView(path).sliced(nameStart), NameBefore);
+        const bool isListed =
+            names != listed.cend() &&
+            std::binary_search(names->cbegin(), names->cend(), QStringView(path).sliced(nameStart), NameBefore);
         if (!isListed && !PathExists(path))
             return true;
         progress.SetValue(static_cast<int>(i) + 1);
