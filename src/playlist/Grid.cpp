@@ -57,9 +57,12 @@ RowNumbers Numbers(int first, int count)
 }
 } // namespace
 
-PlaylistFull::PlaylistFull()
-    : std::runtime_error("The playlist is full: it holds 32767 items, and no more can be added.\n"
-                         "The items that did not fit were left out.")
+PlaylistFull::PlaylistFull(Added added)
+    : std::runtime_error(added == Added::WhatFits
+                             ? "The playlist is full: it holds 32767 items, and no more can be added.\n"
+                               "The items that did not fit were left out."
+                             : "The playlist holds 32767 items at most, and so many more do not fit.\n"
+                               "None of them was added.")
 {
 }
 
@@ -267,7 +270,7 @@ void Grid::AddSelectedAgain(int before)
     if (copies.empty())
         return;
     if (copies.size() > static_cast<std::size_t>(MaxRows - Count()))
-        throw PlaylistFull();
+        throw PlaylistFull(PlaylistFull::Added::Nothing);
     const int count = static_cast<int>(copies.size());
     if (BeginChange())
         history.Add({RowChange::Addition, Numbers(before, count)});

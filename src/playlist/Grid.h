@@ -30,11 +30,12 @@ enum Column {
 };
 inline constexpr int ColumnCount = ColumnOriginalOrder;
 
-/// Raised by whatever would add row 32,768; the rows that fit have been added.
+/// Raised by whatever would add row 32,768.
 class PlaylistFull : public std::runtime_error
 {
 public:
-    PlaylistFull();
+    enum class Added { WhatFits, Nothing };
+    explicit PlaylistFull(Added added = Added::WhatFits);
 };
 
 /// The one store of the playlist. Rows are addressed from 1. Whoever changes many rows goes through one of the bulk
