@@ -310,6 +310,8 @@ private:
     bool WriteSession();
     /// Puts FileArray into the session file for a player, once what another program has stored there is kept.
     bool StorePreview();
+    /// True when one of them was opened; Escape ends it.
+    bool OpenEachElsewhere(const QStringList &paths);
     /// Keeps the list that another program has stored as its session meanwhile, in a file whose path it returns; empty
     /// when there is none, or nothing that FileArray lacks. Nothing when it cannot be kept: it must then stay.
     std::optional<QString> KeepOtherSession() const;

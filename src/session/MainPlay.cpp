@@ -27,16 +27,23 @@ void Main::PrevM3U(PreviewMode mode)
                               PromptIcon::Warning});
         return;
     }
-    bool opened = false;
     const QStringList paths = StorePreview() ? QStringList{SessionFile()} : FileArray;
+    // A run would drop the release of the double click that has led here.
+    const bool opened = paths.size() == 1 ? host.Shell.OpenElsewhere(paths.front()) : OpenEachElsewhere(paths);
+    if (!opened)
+        Answer(u"No player is registered for playlists"_s);
+}
+
+bool Main::OpenEachElsewhere(const QStringList &paths)
+{
+    bool opened = false;
     LongRun run(nullptr, nullptr);
     const Progress progress = run.AsProgress();
     for (qsizetype i = 0; i < paths.size() && !run.Stopped(); ++i) {
         opened |= host.Shell.OpenElsewhere(paths[i]);
         progress.SetValue(static_cast<int>(i) + 1);
     }
-    if (!opened)
-        Answer(u"No player is registered for playlists"_s);
+    return opened;
 }
 
 bool Main::StorePreview()
