@@ -114,17 +114,21 @@ private:
     QMultiHash<quint64, Target> targets;
 };
 
+/// Separators in the path of a folder that cannot be told from others: on a server, links of its own may lead back up
+/// without end.
+constexpr qsizetype deepestUntold = 64;
+
 /// The folders that a walk has been in.
 class Visited
 {
 public:
-    /// False for a folder that the walk has been in, and for one that holds no files of the user.
+    /// False for a folder that the walk has been in, for one that holds no files of the user, and, where the disk does
+    /// not tell which folder it is, for one that lies too deep.
     bool Enter(const QString &folder, const FolderReader &open)
     {
         const FolderIdentity identity = open.Identify();
-        // No link is followed, so that a walk ends all the same.
         if (!identity.Valid)
-            return HoldsUserFiles(folder);
+            return folder.count(u'\\') <= deepestUntold && HoldsUserFiles(folder);
         Device &device = devices[identity.Device];
         if (device.Folders.isEmpty())
             device.HoldsUserFiles = HoldsUserFiles(folder);
