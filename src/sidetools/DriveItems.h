@@ -1,17 +1,36 @@
 #pragma once
 
+#include "session/InPieces.h"
+#include "text/EntryFinder.h"
+
 #include <QChar>
 #include <QString>
+#include <QStringList>
+
+#include <functional>
 
 class Grid;
 
-struct DriveItems {
-    /// Rows on the drive.
-    int All = 0;
-    /// Those whose file would be there.
-    int Found = 0;
-};
+/// Counts what a folder would bring back of the rows that lie on a drive if it stood for the drive.
+class DriveItems
+{
+public:
+    /// Each time that more is known, whenChanged is called.
+    DriveItems(const Grid &playlist, std::function<void()> whenChanged);
 
-/// What a folder (inside form) would bring back of the rows that lie on the drive of a letter if it stood for the
-/// drive.
-DriveItems CountDriveItems(const Grid &grid, QChar letter, const QString &folder);
+    /// Starts anew with the drive of a letter and a folder (inside form).
+    void Count(QChar driveLetter, const QString &driveFolder);
+    void Stop() { pieces.Stop(); }
+    /// How many of how many, as far as is known.
+    QString Text() const;
+
+private:
+    const Grid &grid;
+    QChar letter;
+    QString folder;
+    /// The paths of the rows on the drive, without it.
+    QStringList paths;
+    EntryFinder finder;
+    qsizetype found = 0;
+    InPieces pieces;
+};

@@ -2,9 +2,7 @@
 
 #include "platform/Drives.h"
 #include "platform/PlaylistLines.h"
-#include "session/Hourglass.h"
 #include "session/Main.h"
-#include "sidetools/DriveItems.h"
 #include "ui_frmDrives.h"
 
 using namespace Qt::StringLiterals;
@@ -14,7 +12,8 @@ namespace
 constexpr auto drivesSection = "Drives"_L1;
 } // namespace
 
-frmDrives::frmDrives(Main &mainWindow) : ToolForm(mainWindow)
+frmDrives::frmDrives(Main &mainWindow)
+    : ToolForm(mainWindow), items(main.ListView1, [this] { ui->lblItems->setText(items.Text()); })
 {
     ui = std::make_unique<Ui::frmDrives>();
     ui->setupUi(this);
@@ -61,6 +60,12 @@ void frmDrives::ShowDrives()
         ui->lstDrives->addTopLevelItem(new QTreeWidgetItem({drive, ToHostPath(drive + u'\\')}));
 }
 
+void frmDrives::CmdClose_Click()
+{
+    items.Stop();
+    ToolForm::CmdClose_Click();
+}
+
 void frmDrives::lstDrives_Click()
 {
     const QTreeWidgetItem *item = ui->lstDrives->currentItem();
@@ -73,10 +78,8 @@ void frmDrives::lstDrives_Click()
 
 void frmDrives::ShowItems()
 {
-    const Hourglass hourglass(this);
     const QString folder = FromHostPath(ui->txtFolder->text());
-    const DriveItems items = CountDriveItems(main.ListView1, Letter()[0], folder);
-    ui->lblItems->setText(u"%1: %2 of %3 items found"_s.arg(Letter()).arg(items.Found).arg(items.All));
+    items.Count(Letter()[0], folder);
     ui->cmdSet->setEnabled(HasDrive(folder));
     ui->cmdRemove->setEnabled(!main.World().Settings.Read(drivesSection, Letter()).isEmpty());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/ToolForm.h"
+#include "sidetools/DriveItems.h"
 
 #include <memory>
 
@@ -21,6 +22,7 @@ public:
 private:
     // Handlers, by control and event.
     void Form_Activate() override;
+    void CmdClose_Click() override;
     void lstDrives_Click();
     void cmdBrowse_Click();
     void cmdSet_Click();
@@ -34,4 +36,5 @@ private:
     void Map(const QString &folder);
 
     std::unique_ptr<Ui::frmDrives> ui;
+    DriveItems items;
 };

@@ -213,8 +213,10 @@ void Id3Info::CmdRefresh_Click()
 
 void Id3Info::CmdClose_Click()
 {
-    if (ConfirmUpdateFirst())
-        ToolForm::CmdClose_Click();
+    if (!ConfirmUpdateFirst())
+        return;
+    lostTags.Stop();
+    ToolForm::CmdClose_Click();
 }
 
 void Id3Info::CmdListen_Click()

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "session/InPieces.h"
+
 #include <QStringList>
-#include <QTimer>
 
 #include <functional>
 
-/// Counts which tags the selected files have, a few files at a time, so that the window stays at hand.
+/// Counts which tags the selected files have.
 class LostTags
 {
 public:
@@ -14,16 +15,15 @@ public:
 
     /// Starts anew with these files, and looks at the first ones at once.
     void Count(const QStringList &files);
+    void Stop() { pieces.Stop(); }
     /// What an update takes away: from how many files which tag, of the two that it removes. Empty for nothing.
     QString Text(bool removesID3v1, bool removesID3v2) const;
 
 private:
-    void CountSome();
+    void CountIn(const QString &path);
 
-    std::function<void()> changed;
     QStringList paths;
-    qsizetype read = 0;
     qint64 withID3v1 = 0;
     qint64 withID3v2 = 0;
-    QTimer timer;
+    InPieces pieces;
 };

@@ -37,6 +37,17 @@ private Q_SLOTS:
                  QString(u"b:|" + ToHostPath(f.Inside(u"1"_s)) + u"/ z:|/ b: 1 of 2 items found cmdSet cmdRemove"));
         d.Click("cmdRemove");
         QVERIFY(f.Window->ListView1.Item(1).Ghosted && state() == u"z:|/ b: 1 of 2 items found cmdSet");
+        // Many are counted a few at a time, until the window is closed.
+        f.Window->AddPath(f.Write(u"l.m3u"_s, QByteArray("b:\\rock\\A.wma\n").repeated(50)), false);
+        d.Enter("txtFolder", u"/"_s);
+        d.Enter("txtFolder", ToHostPath(f.Inside(u"1"_s)));
+        QCOMPARE(d.Text("lblItems"), u"b: 15 of 52 items found so far"_s);
+        QTRY_COMPARE(d.Text("lblItems"), u"b: 51 of 52 items found"_s);
+        d.Enter("txtFolder", u"/"_s);
+        d.Enter("txtFolder", ToHostPath(f.Inside(u"1"_s)));
+        d.Click("cmdClose");
+        QCoreApplication::processEvents();
+        QCOMPARE(d.Text("lblItems"), u"b: 15 of 52 items found so far"_s);
     }
 
     void ExchangesBookmarks()

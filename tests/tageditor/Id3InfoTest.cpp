@@ -359,6 +359,11 @@ private Q_SLOTS:
         e.Open(rows);
         QCOMPARE(e.Text("lbLostTags"), u"Update removes the ID3v1 tag of 16 files so far."_s);
         QTRY_COMPARE(e.Text("lbLostTags"), u"Update removes the ID3v1 tag of 20 files."_s);
+        e.Click("CmdClose");
+        e.Open(rows);
+        e.Click("CmdClose");
+        QCoreApplication::processEvents();
+        QCOMPARE(e.Text("lbLostTags"), u"Update removes the ID3v1 tag of 16 files so far."_s);
     }
 
     void TellsWhatCouldNotBeWritten()
