@@ -120,8 +120,8 @@ bool HoldsUserFiles(const QString &folder);
 /// Whether a name matches a mask of "*" and "?", without regard to case. "*.*" is every name, as on Windows.
 bool MatchesMask(QStringView name, QStringView mask);
 
-/// Renames or moves within the host. Never overwrites, in one step, without a look beforehand; a change of case alone
-/// succeeds also where the file system ignores case. False on any failure, and for a name that Windows would change.
+/// Renames within one file system. Never overwrites, and does not look beforehand; a change of case alone succeeds
+/// also where the file system ignores case. False on any failure, and for a name that Windows would change.
 bool RenameFile(const QString &from, const QString &to);
 /// Deletes a file or a link; false for a folder and on any failure.
 bool DeleteFile(const QString &path);

@@ -2,10 +2,8 @@
 
 #include "platform/Drives.h"
 #include "platform/WayBack.h"
-#include "platform/linux/ExtendedAttributes.h"
 #include "platform/linux/TemporaryName.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 
@@ -81,34 +79,6 @@ bool Respell(const QByteArray &source, const QByteArray &target)
     return done;
 }
 
-/// Gives a copied file the rights, times and extended attributes of its source.
-bool CopyFacts(const char *from, const struct stat &facts, const char *to)
-{
-    const int file = ::open(to, O_WRONLY | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    const std::array<timespec, 2> times{facts.st_atim, facts.st_mtim};
-    const bool done = CopyExtendedAttributes(from, file) && ::fchmod(file, facts.st_mode & 07777U) == 0 &&
-                      ::futimens(file, times.data()) == 0;
-    ::close(file);
-    return done;
-}
-
-/// Moves a regular file to another file system, where nothing stands yet.
-bool MoveAcross(const QString &from, const QString &to)
-{
-    const QByteArray source = ToHostBytes(from);
-    const QByteArray target = ToHostBytes(to);
-    struct stat facts;
-    if (::lstat(source.constData(), &facts) != 0 || !S_ISREG(facts.st_mode) || !Reserve(target))
-        return false;
-    if (CopyFile(from, to) && CopyFacts(source.constData(), facts, target.constData()) &&
-        ::unlink(source.constData()) == 0)
-        return true;
-    ::unlink(target.constData());
-    return false;
-}
-
 } // namespace
 
 FileFacts ExamineFile(const QString &path)
@@ -129,8 +99,6 @@ bool RenameFile(const QString &from, const QString &to)
         return false;
     if (RenameKeeping(source, target))
         return true;
-    if (errno == EXDEV)
-        return MoveAcross(from, to);
     return errno == EEXIST && source != target && from.compare(to, Qt::CaseInsensitive) == 0 && Respell(source, target);
 }
 

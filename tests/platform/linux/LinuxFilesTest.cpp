@@ -344,20 +344,6 @@ private Q_SLOTS:
         QCOMPARE(Listed(), (QStringList{u"a"_s, u"b"_s, u"sub"_s}));
     }
 
-    void MovesBetweenFileSystems()
-    {
-        const QTemporaryDir other(u"/dev/shm/vantrel-XXXXXX"_s);
-        const QString target = FromHostPath(other.path());
-        if (!other.isValid() || IdentifyFolder(target).Device == IdentifyFolder(folder).Device)
-            QSKIP("There is no second file system");
-        QVERIFY(Write(u"a"_s, "content") && WriteWholeFile(target + u"\\there", "old") && SetMode("a", 0440));
-        QVERIFY(!RenameFile(In(u"a"_s), target + u"\\there") && RenameFile(In(u"a"_s), target + u"\\moved"));
-        QCOMPARE(Listed(), QStringList());
-        QCOMPARE(ExamineFile(target + u"\\moved").Size, 7);
-        QVERIFY((FileAttributes(target + u"\\moved") & AttributeReadOnly) != 0);
-        QCOMPARE(ExamineFile(target + u"\\there").Size, 3);
-    }
-
     void PreviewsGoToAnotherProgram()
     {
         const QString entries =
