@@ -35,9 +35,8 @@ int CountAudioFiles(const QStringList &names);
 /// Whether the paths lie in more than one folder, by exact text.
 bool InSeveralFolders(const QStringList &paths);
 
-/// Whether one of the files is missing; those of a folder with many of them are looked up in its list, which is
-/// read once. When stopped:
-/// one of those that had their turn.
+/// Whether one of the files is missing; those of a folder with many of them are looked up in its list, which is read
+/// once. When stopped: one of those that had their turn.
 bool AnyMissing(const QStringList &paths, const Progress &progress);
 
 /// What a run has done: the path that each item has now, as far as the run came.
