@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/DiskFile.h"
 #include "platform/Host.h"
 #include "playlist/Grid.h"
 #include "playlist/Preview.h"
@@ -344,6 +345,8 @@ private:
     QHash<QByteArray, QMenu *> menus;
     QSet<const QAction *> unavailable;
     /// Paths of the recent files, the first one the newest; empty texts behind the last.
+    /// The playlist's file when it was last read or written.
+    DiskFacts playlistAsLeft;
     QStringList recentFiles;
     /// Lets the first tip wait until the start is done.
     QTimer TipTimer;

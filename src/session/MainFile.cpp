@@ -26,6 +26,7 @@ FilePrompt PlaylistPrompt(const QString &promptTitle, const QString &proposal)
 void Main::SetCurrentPlaylist(const QString &path)
 {
     CurrentPlaylistPath = path;
+    playlistAsLeft = DiskFactsOf(path);
     setWindowTitle(title + ShownPath(path));
 }
 
@@ -212,8 +213,11 @@ bool Main::CheckExists(const QString &path)
 {
     if (!PathExists(path))
         return false;
+    const bool isChanged = path == CurrentPlaylistPath && DiskFactsOf(path) != playlistAsLeft;
     return host.Prompts.Message({ShownPath(path) + u" exists, do you want to replace it?", PromptIcon::Question,
-                                 PromptButtons::YesNoCancel}) != PromptAnswer::Yes;
+                                 PromptButtons::YesNoCancel,
+                                 isChanged ? u"Another program has changed it meanwhile."_s : QString()}) !=
+           PromptAnswer::Yes;
 }
 
 void Main::TellNotTakenBack(const QStringList &paths)

@@ -6,7 +6,6 @@
 #include <QDirIterator>
 #include <QRegularExpression>
 #include <QSet>
-#include <QStorageInfo>
 
 #include <algorithm>
 #include <array>
@@ -117,13 +116,22 @@ private:
         ::close(folder);
     }
 
-    void Fill(int freePages)
+    void Fill(int freePages) const
     {
+        constexpr off_t page = 4096;
         QFile file(filler);
-        const QStorageInfo disk(folder);
-        if (!file.open(QIODevice::WriteOnly) ||
-            ::fallocate(file.handle(), 0, 0, disk.bytesAvailable() - 4096 * (freePages + 1)) != 0)
+        if (!file.open(QIODevice::WriteOnly))
             qFatal("cannot fill the disk");
+        // What has been deleted is free when that is on the disk.
+        FlushDisk();
+        off_t size = 0;
+        for (off_t more = off_t{1} << 30; more >= page; more /= 2) {
+            while (::fallocate(file.handle(), 0, size, more) == 0)
+                size += more;
+        }
+        if (::ftruncate(file.handle(), size - freePages * page) != 0)
+            qFatal("cannot fill the disk");
+        FlushDisk();
     }
 
     void Own(unsigned user) const
@@ -604,7 +612,7 @@ private Q_SLOTS:
             const bool isFilled = mode.Kind == Fault::Filled;
             int runs = 0;
             int enough = 0;
-            for (int at = first; isFilled ? enough < 3 : at <= calls.size(); at += step) {
+            for (int at = first; isFilled ? enough < 3 || at <= 12 : at <= calls.size(); at += step) {
                 if (writesOnly && calls[at - 1] != 'w')
                     continue;
                 ++runs;
@@ -649,10 +657,13 @@ private Q_SLOTS:
         FormerFile former(one.F.Write(u"held"_s, "former"));
         QVERIFY(former.Note());
         one.F.Write(u"held"_s, "new");
+        one.Target = one.F.Inside(u"shared.m3u"_s);
+        one.F.Trigger("MFileSaveAs");
         const QByteArray told = InChild([&] {
             one.F.Restart();
             one.F.Window->RestoreSession({});
             const QString said = one.Said.join(u'|') + one.F.Rows();
+            one.F.Trigger("MFileSaveAs");
             change(one, u"b"_s);
             one.F.Window->SetTipsAtStartup(true);
             one.Leave();
@@ -661,6 +672,10 @@ private Q_SLOTS:
         QCOMPARE(told, "a");
         QCOMPARE(one.F.Read(u"held"_s), "new");
         former.Forget();
+        // What the other one has saved is not replaced without a word.
+        one.F.Trigger("MFileSave");
+        QCOMPARE(one.Said, QStringList{one.F.Inside(u"shared.m3u exists, do you want to replace it? "_s) +
+                                       u"Another program has changed it meanwhile."});
         change(one, u"c"_s);
         one.Leave();
         one.F.Restart();

@@ -143,7 +143,14 @@ private Q_SLOTS:
             f.Prompts.Expect(replace, PromptAnswer::Yes);
             f.Trigger("MFileSave");
             QCOMPARE(f.Read(u"out.m3u"_s), ToHostBytes(f.Inside(u"b.wma"_s)) + "\r\n");
+            QCOMPARE(f.Prompts.LastDetails, QString());
         }
+        // What somebody has written there since is not replaced unawares.
+        f.Write(u"out.m3u"_s, "theirs");
+        f.Prompts.Expect(replace, PromptAnswer::No);
+        f.Trigger("MFileSave");
+        QCOMPARE(f.Prompts.LastDetails, u"Another program has changed it meanwhile."_s);
+        QCOMPARE(f.Read(u"out.m3u"_s), "theirs"_ba);
     }
 
     void ProposesNames()
