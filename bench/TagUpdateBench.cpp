@@ -4,6 +4,7 @@
 #include "MediaFiles.h"
 #include "PeakMemory.h"
 #include "media/MP3File.h"
+#include "platform/Drives.h"
 
 #include <QAbstractButton>
 #include <QAction>
