@@ -1,5 +1,6 @@
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "platform/FolderLock.h"
 #include "platform/WayBack.h"
 #include "playlist/M3UFile.h"
 #include "session/Main.h"
@@ -49,9 +50,12 @@ void Main::TipTimer_Timer()
 
 bool Main::DetectPlayer()
 {
-    if (!PathExists(SessionFile())) {
-        EnsureFolder(host.ApplicationFolder);
-        WriteLinesToFile(SessionFile(), {u"#"_s});
+    EnsureFolder(host.ApplicationFolder);
+    {
+        // Another program may store its session in this moment.
+        const FolderLock lock(host.ApplicationFolder);
+        if (!PathExists(SessionFile()))
+            WriteLinesToFile(SessionFile(), {u"#"_s});
     }
     const QString player = host.Shell.AssociatedProgram(SessionFile());
     const QString name = player.toLower();
