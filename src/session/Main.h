@@ -344,9 +344,9 @@ private:
     QHash<QByteArray, QAction *> commands;
     QHash<QByteArray, QMenu *> menus;
     QSet<const QAction *> unavailable;
-    /// Paths of the recent files, the first one the newest; empty texts behind the last.
     /// The playlist's file when it was last read or written.
     DiskFacts playlistAsLeft;
+    /// Paths of the recent files, the first one the newest; empty texts behind the last.
     QStringList recentFiles;
     /// Lets the first tip wait until the start is done.
     QTimer TipTimer;

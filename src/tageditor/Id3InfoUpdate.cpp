@@ -172,16 +172,17 @@ qsizetype Id3Info::UpdateFiles(QStringList &reasons)
 {
     LongRun run(ui->ProgressBar1, nullptr);
     const Progress progress = run.AsProgress();
-    // Each picture passes through this file; a kill leaves it to the next start.
-    DeleteFilePath(TemporaryBitmap());
-    FormerFile bitmap(TemporaryBitmap());
-    if (!Id3v2ImageList.empty())
-        bitmap.Note();
+    std::optional<FormerFile> bitmap;
+    if (!Id3v2ImageList.empty()) {
+        // Each picture passes through this file; a kill leaves it to the next start.
+        DeleteFilePath(TemporaryBitmap());
+        bitmap.emplace(TemporaryBitmap()).Note();
+    }
     const auto noBitmap = qScopeGuard([&] {
-        if (PathExists(TemporaryBitmap()))
-            bitmap.GiveBack();
-        else
-            bitmap.Forget();
+        if (bitmap && PathExists(TemporaryBitmap()))
+            bitmap->GiveBack();
+        else if (bitmap)
+            bitmap->Forget();
     });
     const qsizetype count = SelectedPaths.size();
     progress.SetLimits(0, 2 * static_cast<int>(count));
