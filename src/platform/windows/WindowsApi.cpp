@@ -25,8 +25,8 @@ std::wstring WidePath(const QString &path)
     std::wstring wide = ShortWidePath(path);
     if (wide.size() < mostPlain || wide.starts_with(L"\\\\?\\"))
         return wide;
-    // Behind the prefix nothing resolves them.
-    if (wide.find(L"\\.") != std::wstring::npos || wide.find(L"\\\\", 1) != std::wstring::npos)
+    // Behind the prefix nothing resolves parts that lead upwards.
+    if (wide.find(L"\\..") != std::wstring::npos)
         wide = FullPath(wide);
     if (wide.starts_with(L"\\\\"))
         return L"\\\\?\\UNC" + wide.substr(1);
