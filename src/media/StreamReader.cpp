@@ -33,6 +33,9 @@ constexpr int MostFreeKilobits = 640;
 constexpr int FreeTries = 4;
 // More streams of free format than this are not followed through one file.
 constexpr int FreeWalks = 4;
+// Places that only look like a frame of free format are no longer measured behind so many; junk that is not made for it
+// has one in a hundred kilobytes.
+constexpr int FreeMisses = 4096;
 constexpr std::int64_t ID3v1Bytes = 128;
 
 struct Frame {
@@ -111,6 +114,7 @@ private:
     std::int64_t begin = 0;
     std::optional<std::int64_t> end;
     int freeWalks = 0;
+    int freeMisses = 0;
     // The first frame of all, which may carry a header, and the first one with sound.
     Frame front;
     Frame first;
@@ -229,9 +233,11 @@ bool StreamReader::IsFrame(std::int64_t position, Frame &frame)
         if (!IsFollowed(frame))
             return false;
     } else {
-        unpadded = MeasureFree(position, frame.Header);
-        if (unpadded == 0)
+        unpadded = freeMisses < FreeMisses ? MeasureFree(position, frame.Header) : 0;
+        if (unpadded == 0) {
+            ++freeMisses;
             return false;
+        }
         frame.Size = unpadded + (frame.Header.Padded ? frame.Header.Slot : 0);
     }
     frame.Pattern = FramePattern(kept.data(), unpadded);
