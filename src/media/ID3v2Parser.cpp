@@ -14,6 +14,9 @@ constexpr quint8 unsynchronisedFlag = 0x80;
 constexpr quint8 extendedFlag = 0x40;
 constexpr quint8 experimentalFlag = 0x20;
 
+/// What is done with a tag takes the time of the square of them; hardly any tag has a hundred.
+constexpr int mostFrames = 4096;
+
 bool IsIdCharacter(char character)
 {
     return (character >= 'A' && character <= 'Z') || (character >= '0' && character <= '9');
@@ -139,6 +142,8 @@ bool ID3v2Parser::ReadFrame()
     const qsizetype size = FrameSize();
     if (size > body.size() - position - headerBytes)
         return cut ? false : Fail(u"has an ID3v2 tag with a frame longer than the tag"_s);
+    if (++frameCount > mostFrames)
+        return Fail(u"has an ID3v2 tag with more frames than can be kept"_s);
     const QByteArray id = body.sliced(position, version == 2 ? 3 : 4);
     const auto flags =
         version == 2 ? quint16{0} : static_cast<quint16>(BigEndian(QByteArrayView(body).sliced(position + 8, 2)));

@@ -34,4 +34,5 @@ private:
     /// Everything between header and footer, in the source where no unsynchronisation is taken off.
     QByteArray body;
     qsizetype position = 0;
+    int frameCount = 0;
 };

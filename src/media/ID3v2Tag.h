@@ -7,6 +7,9 @@
 #include <optional>
 #include <vector>
 
+/// The size of a tag has 28 bits.
+constexpr qint64 MostID3v2Bytes = (qint64{1} << 28) - 1;
+
 /// One frame of an ID3v2 tag as it lies there.
 struct TagFrame {
     /// Four characters.

@@ -64,7 +64,8 @@ struct PictureParts {
 PictureParts PartsOf(const QByteArray &content)
 {
     const qsizetype place = PicturePlace(content);
-    const AttachedPictureFrame head(PlainFrame("APIC", content.first(place)));
+    // TagLib reads nothing of a frame of less than five bytes, so one of the picture's goes along.
+    const AttachedPictureFrame head(PlainFrame("APIC", content.first(std::min(place + 1, content.size()))));
     return {QByteArrayView(content).sliced(place), FromTagLib(head.description()),
             TypeName(FromTagLib(head.mimeType())), static_cast<quint8>(head.type())};
 }

@@ -14,8 +14,6 @@ namespace
 {
 // The first read of a tag, which takes in most of them whole.
 constexpr qint64 firstReadBytes = 4096;
-// The size of a tag has 28 bits.
-constexpr qint64 mostTagBytes = (qint64{1} << 28) - 1;
 
 /// The room that a tag takes: the old one where it fits well, so that the audio can stay where it is. Otherwise some
 /// room is left for later changes, and the audio keeps its place within a block of the disk, so that a file system
@@ -173,7 +171,7 @@ void TaggedFile::PutID3v2(const ID3v2Tag &tag)
     const qint64 oldSize = old.size();
     old.clear();
     const qint64 room = RoomFor(tag.Size(), oldSize);
-    if (room > mostTagBytes)
+    if (room > MostID3v2Bytes)
         throw MediaError(ShownPath(path) % u" cannot take a tag of more than 256 MB."_s);
     front = tag.Bytes(room);
     keepFrom = oldSize;

@@ -1,5 +1,6 @@
 #include "tageditor/Id3Info.h"
 
+#include "media/ID3v2Tag.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "session/Main.h"
@@ -86,8 +87,7 @@ void Id3Info::AddCommentRow(const MP3Comment &comment)
 void Id3Info::ID3v2LstComments_Click()
 {
     const int row = SelectedRow(ui->ID3v2LstComments);
-    if (row != shownComment)
-        StoreShownComment();
+    StoreShownComment();
     shownComment = row;
     texts.Show(ui->ID3v2Comment, row < 0 ? QString() : comments[static_cast<std::size_t>(row)].Text);
 }
@@ -230,7 +230,12 @@ bool Id3Info::WriteTemporaryBitmap(const QByteArray &content) const
 void Id3Info::StoreImages(MP3File &object)
 {
     object.Images().Clear();
+    qint64 size = 0;
     for (TagPicture &picture : Id3v2ImageList) {
+        // What no tag can take shall not fill the memory before that is found.
+        size += picture.Stored().size();
+        if (size > MostID3v2Bytes)
+            throw MediaError(u"the pictures are more than 256 MB as bitmaps"_s);
         // Without its picture a tag is not written at all.
         if (!WriteTemporaryBitmap(picture.Stored()))
             throw MediaError(u"a picture could not be handed over: "_s + ShownPath(TemporaryBitmap()) +

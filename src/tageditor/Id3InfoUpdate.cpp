@@ -31,6 +31,33 @@ std::optional<double> NumberOf(const QString &text)
     const double number = text.trimmed().toDouble(&isNumber);
     return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
+
+/// A file that each picture passes through while this lives, none for an empty path; a kill leaves it to the next
+/// start.
+class PassingFile
+{
+public:
+    explicit PassingFile(const QString &pathOfFile) : path(pathOfFile)
+    {
+        if (path.isEmpty())
+            return;
+        DeleteFilePath(path);
+        former.emplace(path).Note();
+    }
+    ~PassingFile()
+    {
+        if (former && PathExists(path))
+            former->GiveBack();
+        else if (former)
+            former->Forget();
+    }
+    PassingFile(const PassingFile &) = delete;
+    PassingFile &operator=(const PassingFile &) = delete;
+
+private:
+    QString path;
+    std::optional<FormerFile> former;
+};
 } // namespace
 
 quint8 Id3Info::TrackNumber() const
@@ -172,18 +199,7 @@ qsizetype Id3Info::UpdateFiles(QStringList &reasons)
 {
     LongRun run(ui->ProgressBar1, nullptr);
     const Progress progress = run.AsProgress();
-    std::optional<FormerFile> bitmap;
-    if (!Id3v2ImageList.empty()) {
-        // Each picture passes through this file; a kill leaves it to the next start.
-        DeleteFilePath(TemporaryBitmap());
-        bitmap.emplace(TemporaryBitmap()).Note();
-    }
-    const auto noBitmap = qScopeGuard([&] {
-        if (bitmap && PathExists(TemporaryBitmap()))
-            bitmap->GiveBack();
-        else if (bitmap)
-            bitmap->Forget();
-    });
+    const PassingFile bitmap(Id3v2ImageList.empty() ? QString() : TemporaryBitmap());
     const qsizetype count = SelectedPaths.size();
     progress.SetLimits(0, 2 * static_cast<int>(count));
     MP3File object;
@@ -252,6 +268,7 @@ void Id3Info::CmdCopy_Click()
     const Hourglass hourglass(this);
     if (!AnyTagTicked() || !TakeTypedComment())
         return;
+    const PassingFile bitmap(Id3v2ImageList.empty() ? QString() : TemporaryBitmap());
     try {
         StoreTagFields(CopyBuffer, true);
     } catch (const MediaError &) {

@@ -32,5 +32,9 @@ const QByteArray &TagPicture::Stored()
     // A bitmap need not be decoded for this, which takes memory.
     if (held.Data.startsWith("BM"))
         return held.Data;
-    return Bitmap().isEmpty() ? held.Data : *bitmap;
+    const bool isShown = decoded.has_value();
+    const bool isPicture = !Bitmap().isEmpty();
+    if (!isShown)
+        decoded.reset();
+    return isPicture ? *bitmap : held.Data;
 }

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-/// A picture of the editor's list, decoded at most once.
+/// A picture of the editor's list, decoded at most once to be shown.
 class TagPicture
 {
 public:

@@ -250,10 +250,11 @@ public:
             faults.append(u"does not go as ever: "_s + outcome.Told);
         if (mode.Kind == Fault::Meanwhile)
             CheckTheirs(faults);
-        else if (outcome.Ended)
-            CheckTold(mode, outcome, faults);
         // The last seconds before the end of a disk are not on it.
-        if (outcome.Ended && mode.Kind != Fault::Pulled)
+        const bool isToldTruly = outcome.Ended && mode.Kind != Fault::Pulled;
+        if (isToldTruly && mode.Kind != Fault::Meanwhile)
+            CheckTold(mode, outcome, faults);
+        if (isToldTruly)
             CheckClaims(outcome, faults);
         // What is put there in its place, or given away, has others.
         if (mode.Kind != Fault::Meanwhile && mode.Kind != Fault::Rights)
@@ -446,9 +447,6 @@ private:
 
     void CheckTold(const Mode &mode, const Outcome &outcome, QStringList &faults) const
     {
-        // The last seconds before the end of a disk are not on it.
-        if (mode.Kind == Fault::Pulled)
-            return;
         if (outcome.Told == clean.Told && Shown(outcome.Steps.last()) != Shown(afterwards))
             faults.append(u"says that all went well, and the disk is not so"_s);
         // What was read while the disk was gone is no longer so.

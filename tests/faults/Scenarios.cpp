@@ -243,7 +243,7 @@ const std::vector<Scenario> &Scenarios()
         {"session end", PrepareSession, {[](Stage &s) { s.Leave(); }}},
         {"tags of several files",
          PrepareTags,
-         {update},
+         {[](Stage &s) { s.Click("CmdCopy"); }, update},
          "tmp.bmp",
          "",
          "",

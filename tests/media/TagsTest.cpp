@@ -416,6 +416,9 @@ private Q_SLOTS:
         const auto *added =
             dynamic_cast<TagLib::ID3v2::AttachedPictureFrame *>(other.ID3v2Tag()->frameList("APIC").front());
         QCOMPARE(added->type(), TagLib::ID3v2::AttachedPictureFrame::FrontCover);
+        // One without a word on what it is says what it shows all the same.
+        Load(file, Tag(3, Frames(3, "APIC~~\3~\xFF\xD8\xFF")));
+        QVERIFY(file.Images().Item(1).Type == 3 && file.Images().Item(1).Data == "\xFF\xD8\xFF");
         QCOMPARE(QString::fromStdString(added->description().to8Bit(true)), u"Обложка"_s);
     }
 
@@ -569,6 +572,7 @@ private Q_SLOTS:
             {Tag(4, Zeros("~~~\x09\1\x20\5") + title, 0x40), extended, true},
             {Tag(4, Zeros("~~~\x07\1~\1") + title, 0x40).replace(13, 1, "\x7F"), extended, true},
             {Tag(2, Zeros("TT2~~\5~kept"), 0x40), u"compressed"_s, true},
+            {Tag(3, title.repeated(5000)), u"more frames than can be kept"_s, true},
         };
         for (const auto &[tag, reason, removable] : cases) {
             MP3File file;

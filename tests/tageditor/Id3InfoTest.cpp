@@ -317,6 +317,9 @@ private Q_SLOTS:
         e.Enter("ID3v2Comment", u"two"_s);
         QTest::keyClick(e.At("ID3v2LstComments"), Qt::Key_Up);
         QCOMPARE(listed() + e.Text("ID3v2Comment"), u"1|one 2|twoone"_s);
+        e.Enter("ID3v2Comment", u"one!"_s);
+        e.SelectRow("ID3v2LstComments", 0);
+        QCOMPARE(listed() + e.Text("ID3v2Comment"), u"1|one! 2|twoone!"_s);
         e.Enter("ID3v2Comment", u"uno"_s);
         e.Click("ID3v1Present");
         e.Enter("ID3v1Comment", u"old"_s);
