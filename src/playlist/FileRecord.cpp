@@ -109,7 +109,8 @@ QString RowFolders::Of(const QString &path, qsizetype nameStart)
     // A name that is cut out of the folder, or whose colon makes the path absolute. Few folders hold a full stop, and
     // without one no name that has one.
     const bool hasStop = name.size() >= 4 && name[name.size() - 4] == u'.';
-    if (((holdsStop || !hasStop) && part.contains(name)) || (!isAbsolute && IsAbsolute(path)))
+    if (((holdsStop || !hasStop) && name.size() <= LongestName && part.contains(name)) ||
+        (!isAbsolute && IsAbsolute(path)))
         return AbsoluteFolder(path, base);
     if (last.isEmpty())
         last = AbsoluteFolder(path, base);

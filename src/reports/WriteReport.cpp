@@ -127,10 +127,11 @@ bool WriteWholeReport(const QString &fileName, const QStringList &files, ReportS
 {
     DropStockText(settings.Title, u"Report Title");
     DropStockText(settings.Description, u"Report Description");
+    ReplacedText file(settings.IsText() ? ReplacedText::Kind::Plain : ReplacedText::Kind::Page);
+    if (!file.Begin(fileName))
+        return false;
     if (!files.isEmpty())
         progress.SetLimits(0, static_cast<int>(files.size()));
-    ReplacedText file(settings.IsText() ? ReplacedText::Kind::Plain : ReplacedText::Kind::Page);
-    file.Begin(fileName);
     Printer printer(file);
     const bool whole = settings.IsText() ? PrintReport<TextLayout>(printer, files, settings, progress, clock)
                                          : PrintReport<PageLayout>(printer, files, settings, progress, clock);

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QProgressBar>
 
+#include <algorithm>
 #include <utility>
 
 LongRun::LongRun(QProgressBar *valueShownBy, QLabel *textShownBy)
@@ -29,7 +30,7 @@ Progress LongRun::AsProgress()
 void LongRun::SetLimits(int minimum, int maximum)
 {
     if (bar != nullptr)
-        bar->setRange(minimum, maximum);
+        bar->setRange(minimum, std::max(maximum, minimum + 1));
     current = minimum;
     Paint();
 }

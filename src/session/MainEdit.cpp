@@ -115,7 +115,8 @@ bool Main::FindAudioFiles(const QString &folder)
     const Progress progress = run.AsProgress();
     WalkFolder(folder, FileTypes(), FileArray, true, [&](const QString &current) {
         progress.SetText(current);
-        return !run.Stopped();
+        // One more than fits tells that not all do.
+        return !run.Stopped() && FileArray.size() <= Grid::MaxRows - ListView1.Count();
     });
     ShowMessage({});
     if (run.Stopped())

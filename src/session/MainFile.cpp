@@ -44,12 +44,14 @@ void Main::OpenReplacing(const QString &path)
     ListView1.Steps().End();
     ListView1.Clear();
     PlaylistDirty = false;
+    const DiskFacts asRead = DiskFactsOf(NormalisedPath(path));
     try {
         if (AddPath(path, false)) {
             UpdateRecentFiles(NormalisedPath(path));
             // What stands in the grid may not be the whole file, or the file no playlist: a save must not go there.
             const bool isSaveTarget = stopped.isEmpty() && IsPlaylist(GetExtension(path).toLower());
             SetCurrentPlaylist(isSaveTarget ? NormalisedPath(path) : QString());
+            playlistAsLeft = asRead;
         }
         PlaylistDirty = false;
         AnswerOpened(path);
@@ -213,7 +215,7 @@ bool Main::CheckExists(const QString &path)
 {
     if (!PathExists(path))
         return false;
-    const bool isChanged = path == CurrentPlaylistPath && DiskFactsOf(path) != playlistAsLeft;
+    const bool isChanged = path == CurrentPlaylistPath && !DiskFactsOf(path).HasSameContent(playlistAsLeft);
     return host.Prompts.Message({ShownPath(path) + u" exists, do you want to replace it?", PromptIcon::Question,
                                  PromptButtons::YesNoCancel,
                                  isChanged ? u"Another program has changed it meanwhile."_s : QString()}) !=

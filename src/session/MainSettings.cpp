@@ -1,4 +1,5 @@
 #include "media/FullData.h"
+#include "platform/DiskFile.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/FolderLock.h"
@@ -169,7 +170,7 @@ std::optional<QString> Main::KeepOtherSession() const
     QByteArray content;
     QStringList others;
     if (!ReadWholeFile(SessionFile(), content))
-        return ExamineFile(SessionFile()).Exists ? std::nullopt : std::optional(QString());
+        return IsAbsent(SessionFile()) ? std::optional(QString()) : std::nullopt;
     const bool isSession = host.Settings.Read(sessionSection, markKey) == SessionMark(content);
     if (content == sessionContent || !isSession || !ReadSessionFile(SessionFile(), others))
         return QString();
@@ -260,7 +261,7 @@ void Main::LoadState()
     for (const QString &path : std::as_const(storedShortcuts)) {
         if (PathExists(path))
             AddShortcut(path);
-        else if (!AnalysePath(FolderOf(path)).IsFolder)
+        else if (!IsGone(path))
             awayShortcuts.append(path);
     }
     BookmarkFilePath = recent.Text(u"W"_s);

@@ -1,3 +1,4 @@
+#include "platform/DiskFile.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/FolderLock.h"
@@ -54,7 +55,7 @@ bool Main::DetectPlayer()
     {
         // Another program may store its session in this moment.
         const FolderLock lock(host.ApplicationFolder);
-        if (!PathExists(SessionFile()))
+        if (IsAbsent(SessionFile()))
             WriteLinesToFile(SessionFile(), {u"#"_s});
     }
     const QString player = host.Shell.AssociatedProgram(SessionFile());

@@ -4,6 +4,7 @@
 #include "session/Main.h"
 
 #include <QAbstractButton>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QScrollArea>
@@ -82,6 +83,10 @@ void ToolForm::hideEvent(QHideEvent *event)
 
 void ToolForm::keyPressEvent(QKeyEvent *event)
 {
+    const bool acts = event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // A key that is still held behind the run that it has ended or begun is not meant for what comes then.
+    if (acts && event->isAutoRepeat())
+        return;
     if (!ClicksFocusedButton(*this, *event))
         QDialog::keyPressEvent(event);
 }

@@ -87,8 +87,9 @@ QString FindCommonRoot(const QStringList &paths)
     }
     // The first piece that one of the folders lacks ends the root, whatever the pieces behind it are.
     const QStringList pieces = longest.split(u'\\');
+    QSet<QString> common;
     qsizetype depth = 0;
-    while (depth < pieces.size() && IsInEach(folders, pieces[depth]))
-        ++depth;
+    while (depth < pieces.size() && (common.contains(pieces[depth]) || IsInEach(folders, pieces[depth])))
+        common.insert(pieces[depth++]);
     return pieces.first(depth).join(u'\\');
 }

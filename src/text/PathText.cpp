@@ -47,14 +47,15 @@ QString GetFolderPart(const QString &path)
     const qsizetype nameStart = FileNameStart(path);
     const QStringView name = QStringView(path).sliced(nameStart);
     const QString folder = path.left(nameStart);
-    return name.size() < nameStart ? RemoveText(folder, name) : folder;
+    return name.size() < nameStart && name.size() <= LongestName ? RemoveText(folder, name) : folder;
 }
 
 bool IsFolderPart(const QString &folder, const QString &path)
 {
     const qsizetype start = FileNameStart(path);
     const QStringView name = QStringView(path).sliced(start);
-    return start == folder.size() && path.startsWith(folder) && (name.isEmpty() || FindText(folder, name, 0) < 0);
+    return start == folder.size() && path.startsWith(folder) &&
+           (name.isEmpty() || name.size() > LongestName || FindText(folder, name, 0) < 0);
 }
 
 QString FolderOf(const QString &path)

@@ -4,13 +4,16 @@
 
 // Splitting, normalising and testing of inside paths. Comparison of text is exact in all of them.
 
+/// UTF-16 units; no host has a file with a longer name.
+constexpr qsizetype LongestName = 255;
 /// Where the file name of a path starts: behind the last backslash.
 qsizetype FileNameStart(QStringView path);
 /// What stands behind the last backslash; the whole text if it holds none.
 QString GetFileName(const QString &path);
 /// From the last full stop of a file name on, with the full stop; empty if the name has none.
 QString GetExtension(const QString &name);
-/// The path with every occurrence of its file name removed, so a folder ending in a backslash.
+/// The path with every occurrence of its file name removed, so a folder ending in a backslash. One that no file can
+/// have is removed at the end alone.
 QString GetFolderPart(const QString &path);
 /// Whether that is the folder part of the path, which need not be made for it.
 bool IsFolderPart(const QString &folder, const QString &path);

@@ -3,6 +3,8 @@
 #include "support/FormDriver.h"
 
 #include <QComboBox>
+#include <QKeyEvent>
+#include <QProgressBar>
 
 using namespace Qt::StringLiterals;
 
@@ -401,6 +403,13 @@ private Q_SLOTS:
         r.Click("Warning");
         r.ClickAndStop("CmdProcess");
         QCOMPARE(r.Report(), u"Stopped: No Item was renamed... CmdProcess"_s);
+        // A key that is still held does nothing to the window behind the run.
+        r.At("CmdClose")->setFocus();
+        for (const int key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter}) {
+            QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+            QCoreApplication::sendEvent(r.Form, &held);
+            QVERIFY(r.Form->isVisible());
+        }
         r.F.Window->AddFile(r.F.Inside(u"gone"_s), 0);
         r.Open({1, 2, 3});
         r.F.Prompts.Meanwhile = [&r] { r.StopSoon(); };
@@ -411,6 +420,10 @@ private Q_SLOTS:
         r.ClickAndStop("cmdUndo");
         QCOMPARE(r.Report(), u"Done: 0/0 Items were Restored, ended after 0 of 2 cmdUndo"_s);
         QCOMPARE(r.Do("cmdUndo"), u"Done: 2/2 Items were Restored"_s);
+        // Without anything to do the bar does not look busy for ever.
+        r.Open({});
+        r.Page(3);
+        QVERIFY(r.At<QProgressBar>("ProgressBar1")->maximum() > 0);
     }
 };
 

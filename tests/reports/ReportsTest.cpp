@@ -218,11 +218,13 @@ private Q_SLOTS:
         const QByteArray head = "\xEF\xBB\xBF<head><html><title>" + QByteArray(200, ' ') + "</title></head><body>\r\n";
         const QByteArray end = "'>夜🎵</font></td>\r\n</tr>\r\n\r\n</table></center></body></html>\r\n";
         QVERIFY(page.startsWith(head) && page.endsWith(end));
-        // What cannot be written leaves the old file: something stands there, but no report of this run.
+        // What cannot be written leaves the old file, and no other is looked at: something stands there, but no report
+        // of this run.
         const QString path = w.F.Inside(u"report"_s);
         SetFileAttributes(path, AttributeReadOnly);
-        QVERIFY(!WriteWholeReport(path, {}, w.Settings, w.Run, w.F.Window->World().Clock) &&
-                WriteReport(path, {}, w.Settings, w.Run, w.F.Window->World().Clock));
+        w.Run.SetValue = [](int) { QFAIL("A file was looked at."); };
+        QVERIFY(!WriteWholeReport(path, files, w.Settings, w.Run, w.F.Window->World().Clock) &&
+                WriteReport(path, files, w.Settings, w.Run, w.F.Window->World().Clock));
         QVERIFY(w.F.Read(u"report"_s) == page && w.F.Listing({}) == u"report");
     }
 

@@ -1,4 +1,5 @@
 #include "support/FormDriver.h"
+#include "support/HostNames.h"
 
 #include "media/FullData.h"
 #include "session/FormLayout.h"
@@ -145,6 +146,16 @@ private Q_SLOTS:
         QCOMPARE(f.Settings[u"SH/1"_s], shortcut);
         // What was on a disk that was away comes back with it.
         QCOMPARE(f.Settings[u"SH/2"_s] + f.Settings[u"SH/3"_s], f.Inside(u"away\\x.url"_s));
+        // Nor does one go at which nobody can look.
+        if (NamesHoldAnything()) {
+            const QString loop = f.Inside(u"loop.url"_s);
+            QVERIFY(QFile::link(u"loop.url"_s, ToHostPath(loop)));
+            f.Settings[u"SH/3"_s] = loop;
+            f.Restart();
+            f.Window->RestoreSession({});
+            f.Window->close();
+            QCOMPARE(f.Settings[u"SH/3"_s], loop);
+        }
         f.Settings[u"SH/3"_s] = f.Inside(u"gone\\x.url"_s);
         f.Restart();
         f.Window->RestoreSession({});

@@ -14,7 +14,12 @@ private Q_SLOTS:
     void SplitsPaths()
     {
         // Path, name, extension, folder; the folder loses the name's text wherever it stands.
+        const QString most(255, u'n');
+        // No file has a name like this.
+        const QString more = most + u'n';
         const QStringList cases[] = {
+            {most + u'\\' + most, most, QString(), u"\\"_s},
+            {more + u'\\' + more, more, QString(), more + u'\\'},
             {u"c:\\a\\b.tar.gz"_s, u"b.tar.gz"_s, u".gz"_s, u"c:\\a\\"_s},
             {u"name"_s, u"name"_s, QString(), QString()},
             {u"c:\\a.b\\"_s, QString(), QString(), u"c:\\a.b\\"_s},
@@ -24,6 +29,7 @@ private Q_SLOTS:
         };
         for (const QStringList &parts : cases) {
             const QString name = GetFileName(parts[0]);
+            QCOMPARE(IsFolderPart(parts[3], parts[0]), parts[0] == parts[3] + name);
             QCOMPARE((QStringList{parts[0], name, GetExtension(name), GetFolderPart(parts[0])}), parts);
         }
     }
