@@ -2,7 +2,9 @@
 
 #include "platform/HostCodePage.h"
 
+#include <QByteArrayList>
 #include <QStringDecoder>
+#include <QStringList>
 
 #include <algorithm>
 
@@ -21,6 +23,22 @@ QString DecodeWith(QStringDecoder::Encoding encoding, QByteArrayView bytes)
     // A mark has been cut off by now; another one is text.
     QStringDecoder decoder(encoding, QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     return decoder.decode(bytes);
+}
+
+/// Text of which not all is valid UTF-8: line by line where most lines that go beyond ASCII are, so that a line in
+/// another form spoils no other. A line in single bytes can look like UTF-8 by chance, most of a file's cannot.
+QString DecodeMixed(const QByteArray &bytes)
+{
+    const QByteArrayList lines = bytes.split('\n');
+    QStringList texts;
+    qsizetype most = 0;
+    for (const QByteArray &line : lines) {
+        const bool isUtf8 = line.isValidUtf8();
+        if (!isUtf8 || QString::fromUtf8(line).size() < line.size())
+            most += isUtf8 ? 1 : -1;
+        texts.append(isUtf8 ? QString::fromUtf8(line) : DecodeFromHostPage(line));
+    }
+    return most > 0 ? texts.join(u'\n') : DecodeFromHostPage(bytes);
 }
 
 } // namespace
@@ -55,7 +73,7 @@ QString DecodeText(const QByteArray &bytes)
         return DecodeWith(QStringDecoder::Utf16LE, QByteArrayView(bytes).sliced(2));
     if (bytes.startsWith("\xFE\xFF"))
         return DecodeWith(QStringDecoder::Utf16BE, QByteArrayView(bytes).sliced(2));
-    return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : DecodeFromHostPage(bytes);
+    return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : DecodeMixed(bytes);
 }
 
 QByteArray EncodeRecordText(const QString &text)

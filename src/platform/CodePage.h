@@ -8,7 +8,7 @@
 QByteArray EncodeText(const QString &text);
 
 /// Text of a file somebody wrote: by its byte order mark (UTF-8, UTF-16), else UTF-8 if the bytes are valid UTF-8,
-/// else Windows-1252 (on Windows the ANSI code page). Never fails.
+/// else Windows-1252 (on Windows the ANSI code page), line by line where most lines are UTF-8. Never fails.
 QString DecodeText(const QByteArray &bytes);
 
 /// Single bytes of a fixed record and back: the ANSI code page on Windows, Windows-1252 elsewhere; all 256 values

@@ -1,5 +1,6 @@
 #include "platform/HostSettings.h"
 
+#include "platform/DiskFile.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/FolderLock.h"
@@ -100,7 +101,7 @@ bool HostSettings::Store(const QMap<QString, QString> &values)
     const FolderLock lock(folder);
     const QString path = FromHostPath(Place());
     QByteArray content;
-    if (!ReadWholeFile(path, content) && ExamineFile(path).Exists)
+    if (!ReadWholeFile(path, content) && !IsAbsent(path))
         return false;
     QByteArrayList lines = content.replace("\r\n", "\n").split('\n');
     if (lines.last().isEmpty())

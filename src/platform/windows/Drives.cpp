@@ -36,8 +36,6 @@ bool CanMapDrives()
 
 QStringList DriveLetters()
 {
-    // A drive without a disk is passed over in silence.
-    SetErrorMode(SetErrorMode(SEM_FAILCRITICALERRORS) | SEM_FAILCRITICALERRORS);
     const DWORD present = GetLogicalDrives();
     QStringList letters;
     for (char16_t i = 0; i < 26; ++i) {

@@ -66,9 +66,9 @@ bool Replace(const std::wstring &target, const std::wstring &copy)
             return false;
         }
     }
-    // Not every implementation of the first call keeps them.
+    // Not every implementation of the first call keeps them. A backup by the archive bit takes what was written.
     if (attributes != INVALID_FILE_ATTRIBUTES)
-        SetFileAttributesW(target.c_str(), attributes);
+        SetFileAttributesW(target.c_str(), attributes | FILE_ATTRIBUTE_ARCHIVE);
     return true;
 }
 

@@ -2,6 +2,15 @@
 
 #include "platform/PlaylistLines.h"
 
+namespace
+{
+
+// From the start of the process on a drive without a disk is passed over in silence.
+[[maybe_unused]] const UINT formerErrorMode =
+    SetErrorMode(SetErrorMode(SEM_FAILCRITICALERRORS) | SEM_FAILCRITICALERRORS);
+
+} // namespace
+
 std::wstring ShortWidePath(const QString &path)
 {
     std::wstring wide = QString(path).replace(u'/', u'\\').toStdWString();
