@@ -5,10 +5,11 @@
 #include "platform/Files.h"
 #include "platform/FolderLock.h"
 
-#include <QFile>
+#include <QDateTime>
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 
@@ -79,6 +80,16 @@ void PutLine(QByteArrayList &lines, const QByteArray &section, const QByteArray 
     lines.insert(last + 1, key + '=' + value);
 }
 
+/// QSettings reads a file again when its size or its time is another one, so two are not written in one tick of the
+/// file system's clock.
+void WaitForNextTick(const QString &hostPath)
+{
+    constexpr qint64 longestTick = 10;
+    const qint64 age = QFileInfo(hostPath).lastModified().msecsTo(QDateTime::currentDateTime());
+    if (age >= 0 && age < longestTick)
+        QThread::msleep(static_cast<unsigned long>(longestTick - age));
+}
+
 } // namespace
 
 HostSettings::HostSettings(const QString &applicationName)
@@ -109,6 +120,7 @@ bool HostSettings::Store(const QMap<QString, QString> &values)
     for (auto value = values.begin(); value != values.end(); ++value)
         PutLine(lines, NameInFile(value.key().section(u'/', 0, 0)), NameInFile(value.key().section(u'/', 1)),
                 ValueInFile(*value));
+    WaitForNextTick(Place());
     if (!WriteWholeFile(path, lines.join('\n') + '\n'))
         return false;
     Refresh();

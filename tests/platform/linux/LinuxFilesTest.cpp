@@ -418,6 +418,12 @@ private Q_SLOTS:
         QVERIFY(::flock(held, LOCK_EX | LOCK_NB) == 0 && store.Flush());
         ::close(held);
         QCOMPARE(HeadlessHost(u"locked"_s).Settings.Read(u"A"_s, u"b"_s), u"2"_s);
+        // What is stored in one moment is read as it was stored last.
+        for (int i = 3; i < 9; ++i) {
+            store.Write(u"A"_s, u"b"_s, QString::number(i));
+            QVERIFY(store.Flush());
+            QCOMPARE(store.Read(u"A"_s, u"b"_s), QString::number(i));
+        }
     }
 };
 
