@@ -93,6 +93,16 @@ bool HasRoot(const QString &path)
     return HasDrive(path) && (path.size() == 2 || path[2] == u'\\');
 }
 
+/// A path with one separator behind the drive that is the host's root: from the line that more of them are written as,
+/// one would come back.
+QString WithOneSeparator(QString path)
+{
+    const QByteArray &root = Current().Folders[LetterIndex(path[0])];
+    const auto *rest = std::find_if(path.cbegin() + 2, path.cend(), [](QChar unit) { return unit != u'\\'; });
+    const qsizetype separators = rest - path.cbegin() - 2;
+    return root.isEmpty() && !root.isNull() && separators > 1 ? path.remove(3, separators - 1) : path;
+}
+
 } // namespace
 
 void SetDriveMappings(const QMap<QChar, QString> &mappings)
@@ -193,8 +203,9 @@ QString FromPlaylistLine(QStringView line, const QString &folder)
     QString path = exact ? InsideFromLine(rest) : QString();
     if (path.isEmpty())
         path = FromWindowsLine(rest, folder);
-    const bool isName = hasColon && (exact || !(HasDrive(path) || IsOnShare(path)));
-    return isName ? QString(folder + u'\\' + path) : path;
+    if (hasColon && (exact || !(HasDrive(path) || IsOnShare(path))))
+        return folder + u'\\' + path;
+    return HasDrive(path) ? WithOneSeparator(path) : path;
 }
 
 QString ShownPath(QString path)

@@ -116,6 +116,8 @@ private Q_SLOTS:
             {u"\\Music/a.mp3"_s, u"d:\\Music\\a.mp3"_s, u"/mnt/d/Music/a.mp3"_s},
             {u"E:a.mp3"_s, u"e:\\a.mp3"_s, u"/mnt/d/deep/a.mp3"_s},
             {u"Q:"_s, u"q:"_s, u"q:"_s},
+            {u"Z:\\//a\\\\b.mp3"_s, u"z:\\a\\\\b.mp3"_s, u"/a//b.mp3"_s},
+            {u"d:\\\\a.mp3"_s, u"d:\\\\a.mp3"_s, u"/mnt/d//a.mp3"_s},
             {QString(), QString(), QString()},
         };
         for (const auto &[line, path, written] : cases) {
