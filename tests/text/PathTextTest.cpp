@@ -30,6 +30,7 @@ private Q_SLOTS:
         for (const QStringList &parts : cases) {
             const QString name = GetFileName(parts[0]);
             QCOMPARE(IsFolderPart(parts[3], parts[0]), parts[0] == parts[3] + name);
+            QCOMPARE(IsFolderPart(parts[0].chopped(name.size()), parts[0]), parts[0] == parts[3] + name);
             QCOMPARE((QStringList{parts[0], name, GetExtension(name), GetFolderPart(parts[0])}), parts);
         }
     }
