@@ -1,5 +1,7 @@
 #include "session/WizardForm.h"
 
+#include "session/SingleClicks.h"
+
 #include <QAbstractButton>
 #include <QMouseEvent>
 #include <QStackedWidget>
@@ -11,6 +13,8 @@ void WizardForm::SetSteps(QStackedWidget *frames, QAbstractButton *next, QAbstra
     backCommand = back;
     ShowFrame(0);
     EnableSteps(true, false);
+    // Behind the last step it begins anew and forgets what can be undone.
+    TakeSingleClicks(next);
 }
 
 void WizardForm::ShowFrame(int index)

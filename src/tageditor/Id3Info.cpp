@@ -3,6 +3,7 @@
 #include "session/GridView.h"
 #include "session/Main.h"
 #include "session/ProgramName.h"
+#include "session/SingleClicks.h"
 #include "text/FormatText.h"
 
 #include "ui_Id3Info.h"
@@ -88,6 +89,8 @@ void Id3Info::ConnectCommands()
         {ui->CmdUpdate, &Id3Info::CmdUpdate_Click},
         {ui->CmdClose, &Id3Info::CmdClose_Click},
     });
+    // Behind an update the fields of several files are empty, and the next one takes their tags away.
+    TakeSingleClicks(ui->CmdUpdate);
 }
 
 void Id3Info::ConnectLists()

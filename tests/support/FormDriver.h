@@ -132,6 +132,15 @@ struct FormDriver {
         QTest::mouseClick(control, Qt::LeftButton, {}, isBox ? QPoint(8, control->height() / 2) : QPoint());
     }
 
+    /// Makes the click on a button a double one, and then holds its letter for a while.
+    void PressOn(const char *name, Qt::Key letter) const
+    {
+        QTest::mouseDClick(At(name), Qt::LeftButton);
+        QTest::mouseRelease(At(name), Qt::LeftButton);
+        for (int i = 0; i < 3; ++i)
+            QTest::simulateEvent(Form, true, letter, Qt::AltModifier, QString(), true);
+    }
+
     void DoubleClick(const char *name) const
     {
         QWidget *control = Reach(name);

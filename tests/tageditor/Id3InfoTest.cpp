@@ -288,6 +288,24 @@ private Q_SLOTS:
         QCOMPARE(Tags(path)->GetFrame("TIT2"), u"again"_s);
     }
 
+    void SecondClicksUpdateNothing()
+    {
+        TagEditor e;
+        const QString path = e.Take(u"a.mp3"_s, "tag-id3v23.mp3");
+        const QString other = e.Take(u"b.mp3"_s, "tag-id3v1.mp3");
+        e.Open({1});
+        e.Click("CmdCopy");
+        e.Open({1, 2});
+        e.Click("CmdPaste");
+        e.Click("CmdUpdate");
+        e.PressOn("CmdUpdate", Qt::Key_U);
+        QVERIFY(!e.Text("lbLostTags").isEmpty());
+        QCOMPARE(Kinds(path) + Kinds(other), u"22"_s);
+        // A click that is meant takes the tags away.
+        e.Click("CmdUpdate");
+        QCOMPARE(Kinds(path) + Kinds(other), QString());
+    }
+
     void TypedCommentsAreTaken()
     {
         TagEditor e;
