@@ -6,13 +6,19 @@
 #include "text/PathText.h"
 
 #include <algorithm>
+#include <exception>
 #include <limits>
 #include <memory>
 
-#include <taglib/fileref.h>
+#include <taglib/asffile.h>
+#include <taglib/oggflacfile.h>
+#include <taglib/opusfile.h>
+#include <taglib/speexfile.h>
 #include <taglib/tag.h>
 #include <taglib/tiostream.h>
 #include <taglib/tpropertymap.h>
+#include <taglib/vorbisfile.h>
+#include <taglib/wavfile.h>
 
 using namespace Qt::StringLiterals;
 
@@ -24,15 +30,13 @@ bool fullData = false;
 class InputStream final : public TagLib::IOStream
 {
 public:
-    explicit InputStream(const QString &path)
-        : extension(GetExtension(GetFileName(path)).toLatin1()), window(file, 4096)
+    explicit InputStream(const QString &path) : window(file, 4096)
     {
         constexpr auto most = static_cast<std::int64_t>(std::numeric_limits<long>::max());
         open = file.Open(path) && file.Size() <= most;
     }
 
-    // TagLib chooses its reader by the extension alone.
-    TagLib::FileName name() const override { return extension.constData(); }
+    TagLib::FileName name() const override { return ""; }
     TagLib::ByteVector readBlock(unsigned long length) override
     {
         const long rest = std::max(this->length() - position, 0L);
@@ -58,12 +62,42 @@ public:
     void truncate(long) override {}
 
 private:
-    QByteArray extension;
     InputFile file;
     FileWindow window;
     long position = 0;
     bool open = false;
 };
+
+template <typename Reader>
+std::unique_ptr<TagLib::File> Read(InputStream &stream, bool withStream)
+{
+    stream.seek(0, TagLib::IOStream::Beginning);
+    return std::make_unique<Reader>(&stream, withStream);
+}
+
+template <typename Reader, typename... Others>
+std::unique_ptr<TagLib::File> ReadBy(InputStream &stream, bool withStream)
+{
+    if (Reader::isSupported(&stream))
+        return Read<Reader>(stream, withStream);
+    if constexpr (sizeof...(Others) > 0)
+        return ReadBy<Others...>(stream, withStream);
+    return nullptr;
+}
+
+/// What TagLib makes of a file; null when it is none of the kinds that the program knows. Others are not tried: some of
+/// TagLib's readers follow a damaged file without end.
+std::unique_ptr<TagLib::File> OpenFile(const QString &path, InputStream &stream, bool withStream)
+{
+    using namespace TagLib;
+    if (auto file =
+            ReadBy<RIFF::WAV::File, ASF::File, Ogg::Opus::File, Ogg::FLAC::File, Ogg::Speex::File, Ogg::Vorbis::File>(
+                stream, withStream))
+        return file;
+    // A tag may stand in front of it.
+    return GetExtension(GetFileName(path)).toLower() == ".ogg"_L1 ? Read<Ogg::Vorbis::File>(stream, withStream)
+                                                                  : nullptr;
+}
 
 /// Runs a routine with what TagLib makes of a file; false when it makes nothing of it.
 template <typename Take>
@@ -72,8 +106,12 @@ bool WithFile(const QString &path, bool withStream, Take take)
     InputStream stream(path);
     if (!stream.isOpen())
         return false;
-    const TagLib::FileRef file(&stream, withStream);
-    return !file.isNull() && file.file()->isValid() && take(file);
+    try {
+        const auto file = OpenFile(path, stream, withStream);
+        return file != nullptr && file->isValid() && take(*file);
+    } catch (const std::exception &) {
+        return false;
+    }
 }
 
 QString Text(const TagLib::PropertyMap &comments, const char *key)
@@ -95,7 +133,7 @@ void SetFullData(bool on)
 
 bool ReadAudioData(const QString &path, AudioData &data)
 {
-    return WithFile(path, true, [&data](const TagLib::FileRef &file) {
+    return WithFile(path, true, [&data](const TagLib::File &file) {
         const TagLib::AudioProperties *stream = file.audioProperties();
         if (stream == nullptr || stream->sampleRate() <= 0)
             return false;
@@ -106,8 +144,8 @@ bool ReadAudioData(const QString &path, AudioData &data)
 
 bool ReadComments(const QString &path, VorbisTag &tag)
 {
-    return WithFile(path, false, [&tag](const TagLib::FileRef &file) {
-        const TagLib::PropertyMap comments = file.file()->properties();
+    return WithFile(path, false, [&tag](const TagLib::File &file) {
+        const TagLib::PropertyMap comments = file.properties();
         tag.Title = Text(comments, "TITLE");
         tag.Artist = Text(comments, "ARTIST");
         tag.Album = Text(comments, "ALBUM");

@@ -16,6 +16,7 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QToolButton>
+#include <QtEndian>
 
 using namespace Qt::StringLiterals;
 
@@ -289,8 +290,21 @@ private Q_SLOTS:
                                            "data\0\xa0\x25\0",
                                            44) +
                                 QByteArray(0x25a000, '\0');
-        for (const auto &[name, content] :
-             {std::pair{u"cut.ogg"_s, ogg.first(100)}, {u"slow.wav"_s, slow}, {u"other.wma"_s, ogg}})
+        // Of another kind than its name tells, and nested deeper than memory for calls would last.
+        constexpr quint32 depth = 200'000;
+        QByteArray deep("\0\0\0\x10"
+                        "ftypM4A \0\0\0\0",
+                        16);
+        for (quint32 rest = depth; rest > 0; --rest) {
+            const quint32 size = qToBigEndian(8 * rest);
+            deep.append(reinterpret_cast<const char *>(&size), sizeof size).append("moov");
+        }
+        const QByteArray behindTag = QByteArray("ID3\3\0\0\0\0\0\0", 10) + ogg;
+        for (const auto &[name, content] : {std::pair{u"cut.ogg"_s, ogg.first(100)},
+                                            {u"slow.wav"_s, slow},
+                                            {u"other.wma"_s, ogg},
+                                            {u"deep.wma"_s, deep},
+                                            {u"behind.ogg"_s, behindTag}})
             f.Window->AddFile(f.Write(name, content), 0);
         const auto rows = [&f] {
             QStringList texts;
@@ -301,13 +315,13 @@ private Q_SLOTS:
             return texts.join(u'|');
         };
         const QString mp3 = u"|0:02|128 Kbit|44100 Hz|Joint Stereo"_s;
-        QCOMPARE(rows(), QString(u"0:00|||" + u"|0:00|||"_s.repeated(3) + mp3 + u"|0:00|||"_s.repeated(3)));
+        QCOMPARE(rows(), QString(u"0:00|||" + u"|0:00|||"_s.repeated(3) + mp3 + u"|0:00|||"_s.repeated(5)));
         f.Trigger("MToolsFullData");
         const QString stereo = u"0:02|23 Kbit|22050 Hz|Stereo"_s;
         QCOMPARE(rows(), QString(stereo +
                                  u"|0:03|48 Kbit|22050 Hz|Stereo|0:01|353 Kbit|11025 Hz|Stereo"
                                  u"|0:02|64 Kbit|8000 Hz|Single Channel" +
-                                 mp3 + u"|0:00||||0:00|0 Kbit|1 Hz|Single Channel|" + stereo));
+                                 mp3 + u"|0:00||||0:00|0 Kbit|1 Hz|Single Channel|" + stereo + u"|0:00||||" + stereo));
         // It is kept, and the next start says so.
         SetFullData(false);
         f.Restart();
