@@ -1,6 +1,8 @@
 #include "playlist/M3UFile.h"
 
+#include "platform/CodePage.h"
 #include "platform/Drives.h"
+#include "platform/Files.h"
 #include "platform/Names.h"
 #include "playlist/Grid.h"
 #include "text/FolderWalk.h"
@@ -42,11 +44,8 @@ int ExtensionsIn(QStringView line)
 
 /// Appends each line that is no comment as often as timesOf(line) says.
 template <typename TimesOf>
-bool ReadEntries(const QString &path, QStringList &list, TimesOf timesOf)
+bool TakeEntries(QStringView text, const QString &path, QStringList &list, TimesOf timesOf)
 {
-    QString text;
-    if (!ReadTextFile(path, text))
-        return false;
     const QString folder = AbsolutePath(FolderOf(path), CurrentDirectory());
     const qsizetype before = list.size();
     ForEachLine(text, [&](QStringView line) {
@@ -69,12 +68,19 @@ bool IsPlaylist(const QString &extension)
 
 bool ReadM3UFile(const QString &path, QStringList &list)
 {
-    return ReadEntries(path, list, ExtensionsIn);
+    QString text;
+    return ReadTextFile(path, text) && TakeEntries(text, path, list, ExtensionsIn);
 }
 
 bool ReadSessionFile(const QString &path, QStringList &list)
 {
-    return ReadEntries(path, list, [](QStringView) { return 1; });
+    QByteArray content;
+    return ReadWholeFile(path, content) && TakeSession(content, path, list);
+}
+
+bool TakeSession(const QByteArray &content, const QString &path, QStringList &list)
+{
+    return TakeEntries(DecodeText(content), path, list, [](QStringView) { return 1; });
 }
 
 bool WritePlaylistFile(const QString &path, const QStringList &paths)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -12,6 +13,8 @@ bool IsPlaylist(const QString &extension);
 bool ReadM3UFile(const QString &path, QStringList &list);
 /// The same for a list that the program wrote for itself: each line that is no comment is one entry.
 bool ReadSessionFile(const QString &path, QStringList &list);
+/// The same where the file's content has been read.
+bool TakeSession(const QByteArray &content, const QString &path, QStringList &list);
 
 /// Writes the paths as the lines of a playlist in the host's form, those of a ".m3u8" file in UTF-8. False, and the old
 /// file untouched, on any failure.

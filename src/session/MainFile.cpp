@@ -1,3 +1,4 @@
+#include "platform/DiskFile.h"
 #include "platform/Drives.h"
 #include "playlist/M3UFile.h"
 #include "playlist/NamingFormat.h"
@@ -16,6 +17,7 @@ namespace
 constexpr auto title = "[Vantrel] M3U Playlist Editor v2.0 "_L1;
 constexpr auto playlistFilter = "M3U Playlist Files (*.m3u)|*.m3u|M3U8 Playlist Files (*.m3u8)|*.m3u8|"_L1;
 constexpr auto playlistExtension = "m3u"_L1;
+const QString unwritten = u"Unable to write to the specified file."_s;
 
 FilePrompt PlaylistPrompt(const QString &promptTitle, const QString &proposal)
 {
@@ -200,7 +202,7 @@ bool Main::WritePlaylist(const QString &target)
     const bool written = WritePlaylistFile(target, FileArray);
     ShowMessage({});
     if (!written) {
-        host.Prompts.Message({u"Unable to write to the specified file."_s, PromptIcon::Stop});
+        host.Prompts.Message({unwritten, PromptIcon::Stop});
         return false;
     }
     SetCurrentPlaylist(target);
@@ -213,8 +215,13 @@ bool Main::WritePlaylist(const QString &target)
 
 bool Main::CheckExists(const QString &path)
 {
-    if (!PathExists(path))
+    if (IsAbsent(path))
         return false;
+    // What nobody can look at is not replaced without the question.
+    if (!PathExists(path)) {
+        host.Prompts.Message({unwritten, PromptIcon::Stop});
+        return true;
+    }
     const bool isChanged = path == CurrentPlaylistPath && !DiskFactsOf(path).HasSameContent(playlistAsLeft);
     return host.Prompts.Message({ShownPath(path) + u" exists, do you want to replace it?", PromptIcon::Question,
                                  PromptButtons::YesNoCancel,

@@ -172,7 +172,7 @@ std::optional<QString> Main::KeepOtherSession() const
     if (!ReadWholeFile(SessionFile(), content))
         return IsAbsent(SessionFile()) ? std::optional(QString()) : std::nullopt;
     const bool isSession = host.Settings.Read(sessionSection, markKey) == SessionMark(content);
-    if (content == sessionContent || !isSession || !ReadSessionFile(SessionFile(), others))
+    if (content == sessionContent || !isSession || !TakeSession(content, SessionFile(), others))
         return QString();
     const QSet<QString> own(FileArray.cbegin(), FileArray.cend());
     if (std::all_of(others.cbegin(), others.cend(), [&own](const QString &path) { return own.contains(path); }))

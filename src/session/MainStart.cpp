@@ -37,6 +37,9 @@ void Main::RestoreRows()
     const auto unchanged = qScopeGuard([this, folder = CurrentDirectory()] {
         PlaylistDirty = false;
         SetCurrentDirectory(folder);
+        // A list that has not come is another one than this program's: the next one does not take its place.
+        if (ListView1.Count() == 0)
+            sessionContent.clear();
     });
     ListView1.Steps().End();
     AddPath(SessionFile(), false);

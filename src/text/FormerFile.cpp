@@ -1,10 +1,11 @@
 #include "text/FormerFile.h"
 
+#include "platform/DiskFile.h"
 #include "platform/Files.h"
 #include "platform/ReplacedFile.h"
 
 FormerFile::FormerFile(const QString &pathOfFile)
-    : path(pathOfFile), existed(ExamineFile(path).Exists), readable(existed && ReadWholeFile(path, content))
+    : path(pathOfFile), existed(!IsAbsent(path)), readable(existed && ReadWholeFile(path, content))
 {
 }
 

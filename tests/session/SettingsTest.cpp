@@ -227,6 +227,28 @@ private Q_SLOTS:
         QCOMPARE(f.Read(u"app\\tmp.m3u"_s), "");
     }
 
+    void SessionThatCannotBeReadIsKept()
+    {
+        MainFixture f;
+        f.Window->RestoreSession({});
+        f.AddRows({1, 2});
+        f.Trigger("MEditPlayList");
+        QVERIFY(f.Window->close());
+        const QByteArray list = f.Read(u"app\\tmp.m3u"_s);
+        // Its disk is away for a moment in the middle of the start.
+        f.Adjust = [&f](Host &host) {
+            host.Shell.AssociatedProgram = [&f](const QString &path) {
+                RenameFile(path, path + u".away");
+                return f.Player;
+            };
+        };
+        f.Restart();
+        f.Window->RestoreSession({});
+        QVERIFY(f.Rows().isEmpty() && RenameFile(f.Inside(u"app\\tmp.m3u.away"_s), f.Inside(u"app\\tmp.m3u"_s)));
+        QVERIFY(f.Window->close());
+        QCOMPARE(f.Read(u"app\\session-20260102-030405.m3u"_s), list);
+    }
+
     void EndsWithTheHost()
     {
         MainFixture f;
