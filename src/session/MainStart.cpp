@@ -37,7 +37,7 @@ void Main::RestoreRows()
     const auto unchanged = qScopeGuard([this, folder = CurrentDirectory()] {
         PlaylistDirty = false;
         SetCurrentDirectory(folder);
-        // A list that has not come is another one than this program's: the next one does not take its place.
+        // A list that has not come counts as another program's, which is kept when this one stores its own.
         if (ListView1.Count() == 0)
             sessionContent.clear();
     });

@@ -50,7 +50,7 @@ private Q_SLOTS:
         QCOMPARE(w.Lines(u"a\\1x\\1x-a.m3u"_s) + w.Lines(u"a\\2y\\2y-a.m3u"_s), "1.wma|2.wma|3.wma|");
         QCOMPARE(w.State() + w.Focused() + w.Text("Label5").first(17), u"3 cmdUndo CmdNextCmdCloseProcess Complete,"_s);
         QCOMPARE(w.F.Window->PanelText(4), u"2 playlists written"_s);
-        // No click that is meant begins anew, which would forget the undo.
+        // Only a click that is meant begins anew, which forgets the undo.
         w.PressOn("CmdNext", Qt::Key_N);
         w.Undo(PromptAnswer::No);
         w.Undo(PromptAnswer::Yes);

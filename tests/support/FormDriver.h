@@ -135,10 +135,15 @@ struct FormDriver {
     /// Makes the click on a button a double one, and then holds its letter for a while.
     void PressOn(const char *name, Qt::Key letter) const
     {
+        // Letters reach the window that is active.
+        Form->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(Form));
         QTest::mouseDClick(At(name), Qt::LeftButton);
         QTest::mouseRelease(At(name), Qt::LeftButton);
         for (int i = 0; i < 3; ++i)
             QTest::simulateEvent(Form, true, letter, Qt::AltModifier, QString(), true);
+        // A button clicks a while after its letter.
+        QVERIFY(!At<QAbstractButton>(name)->isDown());
     }
 
     void DoubleClick(const char *name) const
