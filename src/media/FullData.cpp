@@ -91,7 +91,7 @@ std::unique_ptr<TagLib::File> OpenFile(const QString &path, InputStream &stream,
 {
     using namespace TagLib;
     if (auto file =
-            ReadBy<RIFF::WAV::File, ASF::File, Ogg::Opus::File, Ogg::FLAC::File, Ogg::Speex::File, Ogg::Vorbis::File>(
+            ReadBy<Ogg::Vorbis::File, RIFF::WAV::File, ASF::File, Ogg::Opus::File, Ogg::FLAC::File, Ogg::Speex::File>(
                 stream, withStream))
         return file;
     // A tag may stand in front of it.
